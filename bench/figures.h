@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+namespace wib::bench {
+
+// One figure of `make bench`: our benchmark against a reference measured in
+// the same run. The ratio printed is reference time / our time, so bigger is
+// better for us, and it passes at `target` or above.
+void RegisterFigure(const std::string& figure, const std::string& ours,
+                    const std::string& reference, double target);
+
+// Runs every registered benchmark (honouring the usual --benchmark_* flags),
+// then prints one line per figure:
+//   FIGURE undo_save_1080p ours=0.41ms ref=0.39ms ratio=0.95 target>=0.80 PASS
+int RunAndReport(int argc, char** argv);
+
+}  // namespace wib::bench

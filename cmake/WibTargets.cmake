@@ -1,0 +1,25 @@
+# Shared settings of our own targets: warnings as errors, includes rooted at the
+# repository so that every header is named by its folder ("core/plane.h").
+
+function(wib_target_defaults target)
+    target_compile_options(${target} PRIVATE -Wall -Wextra -Werror)
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+endfunction()
+
+# wib_library(<name> SOURCES ... [DEPS ...]) makes the static library wib_<name>.
+function(wib_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_library(wib_${name} STATIC ${ARG_SOURCES})
+    wib_target_defaults(wib_${name})
+    target_link_libraries(wib_${name} PUBLIC ${ARG_DEPS})
+endfunction()
+
+# wib_test(<name> SOURCES ... DEPS ...) makes a GoogleTest program registered with CTest.
+function(wib_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    wib_target_defaults(${name})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+                         PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "core/plane.h"
+
+namespace wib {
+
+// The part of the selection plane that is selected (alpha above 0), inclusive;
+// `empty` when nothing is.
+struct AlphaBounds {
+    int left = 0;
+    int top = 0;
+    int right = -1;
+    int bottom = -1;
+    bool empty() const { return right < left || bottom < top; }
+};
+
+// The extra planes of depth painting: a height field in single precision,
+// -20000.0 where nothing has been laid, and the colour and coverage of the
+// wet paint on it. Present only while that option is in use.
+struct DepthLayer {
+    FloatPlane Height;
+    Plane R, G, B, A;
+};
+
+// How much of the display the next refresh redraws, from the refresh flags.
+enum class RefreshScope { Complete, CanvasOnly, TitleOnly, None };
+
+// The one current image and the state every tool, filter and plug-in shares.
+struct Document {
+    // Document size in pixels; every main, alpha and swap plane has upper
+    // bounds (width, height).
+    int width = 0;
+    int height = 0;
+
+    Plane RBuffer, GBuffer, BBuffer;       // main buffer
+    Plane ABuffer;                         // alpha buffer: selection / matte
+    Plane SwapR, SwapG, SwapB;             // swap buffer
+    Plane BrushR, BrushG, BrushB, BrushA;  // custom brush image, its own size
+    Plane BrushMask;                       // 0 = full strength, 255 = outside
+    bool CustomBrushActive = false;
+
+    std::optional<DepthLayer> Depth;
+
+    std::uint8_t AlphaBitsFlag = 0;  // 255 while the alpha buffer is in force
+    // 255 while the image holds changes not yet written to a file.
+    std::uint8_t ModifiedFlag = 0;
+    AlphaBounds SelectionBounds;
+
+    int InterfaceLockCount = 0;
+    bool CanvasEnabled = true;
+    bool MainFrameEnabled = true;
+
+    std::uint8_t SimpleRefreshFlag = 0;     // 255 = set
+    int NoRefreshFlag = 0;                  // -1 = set
+    std::uint8_t TitleOnlyRefreshFlag = 0;  // 255 = set
+
+    int Zoom = 100;  // percent; 100 = one image pixel per screen pixel
+    float ViewAnchorX = -1.0f;
+    float ViewAnchorY = -1.0f;
+};
+
+RefreshScope CurrentRefreshScope(const Document& document);
+
+// The inclusive box of alpha values above 0 within the image.
+AlphaBounds ComputeAlphaBounds(const Plane& alpha, int width, int height);
+
+}  // namespace wib

@@ -1,0 +1,75 @@
+#include "core/plane.h"
+
+#include <algorithm>
+
+#include "pixel/blit.h"
+
+namespace wib {
+
+namespace {
+
+template <typename T>
+void CopyElements(const T* source, T* destination, std::size_t count) {
+    BlockCopy(reinterpret_cast<const std::uint8_t*>(source),
+              reinterpret_cast<std::uint8_t*>(destination), count * sizeof(T));
+}
+
+}  // namespace
+
+template <typename T>
+BasicPlane<T>::BasicPlane(int ubX, int ubY, T fill)
+    : ubX_(std::max(ubX, -1)), ubY_(std::max(ubY, -1)) {
+    if (ubX_ < 0 || ubY_ < 0) {
+        ubX_ = ubY_ = -1;
+        return;
+    }
+    data_ = std::make_unique_for_overwrite<T[]>(count());
+    this->fill(fill);
+}
+
+template <typename T>
+BasicPlane<T>::BasicPlane(const BasicPlane& other) : ubX_(other.ubX_), ubY_(other.ubY_) {
+    if (other.data_) {
+        data_ = std::make_unique_for_overwrite<T[]>(count());
+        CopyElements(other.data(), data(), count());
+    }
+}
+
+template <typename T>
+BasicPlane<T>& BasicPlane<T>::operator=(const BasicPlane& other) {
+    if (this != &other) {
+        BasicPlane copy(other);
+        *this = std::move(copy);
+    }
+    return *this;
+}
+
+template <typename T>
+BasicPlane<T>::BasicPlane(BasicPlane&& other) noexcept
+    : ubX_(other.ubX_), ubY_(other.ubY_), data_(std::move(other.data_)) {
+    other.ubX_ = other.ubY_ = -1;
+}
+
+template <typename T>
+BasicPlane<T>& BasicPlane<T>::operator=(BasicPlane&& other) noexcept {
+    ubX_ = other.ubX_;
+    ubY_ = other.ubY_;
+    data_ = std::move(other.data_);
+    other.ubX_ = other.ubY_ = -1;
+    return *this;
+}
+
+template <typename T>
+void BasicPlane<T>::fill(T value) {
+    if constexpr (sizeof(T) == 1) {
+        BlockFill(reinterpret_cast<std::uint8_t*>(data()), count(),
+                  static_cast<std::uint8_t>(value));
+    } else {
+        std::fill_n(data(), count(), value);
+    }
+}
+
+template class BasicPlane<std::uint8_t>;
+template class BasicPlane<float>;
+
+}  // namespace wib

@@ -1,0 +1,36 @@
+#include "tests/support/test_host.h"
+
+#include "core/document_build.h"
+
+namespace wib::testing {
+
+int RecordingPrompter::question(const std::string& text) {
+    questions.push_back(text);
+    if (questions.size() <= answers.size()) {
+        return answers[questions.size() - 1];
+    }
+    return defaultAnswer;
+}
+
+std::optional<std::string> MemoryPreferences::value(const std::string& section,
+                                                    const std::string& key) const {
+    const auto found = values.find({section, key});
+    if (found == values.end()) {
+        return std::nullopt;
+    }
+    return found->second;
+}
+
+TestHost::TestHost() : workspace(HostServices{prompter, preferences, clock, view, system}) {
+    setUndoBudget(8);
+}
+
+void TestHost::setUndoBudget(long long megabytes) {
+    preferences.setValue("Settings", "mem_MaxUndo", std::to_string(megabytes));
+}
+
+void TestHost::newDocument(int width, int height) {
+    Wib_NewBuffer(workspace, width, height);
+}
+
+}  // namespace wib::testing

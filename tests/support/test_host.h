@@ -1,0 +1,93 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/workspace.h"
+
+namespace wib::testing {
+
+// Records every message, question and status call; questions are answered
+// from `answers` in turn, then with `defaultAnswer`.
+class RecordingPrompter : public Prompter {
+  public:
+    void message(const std::string& text) override { messages.push_back(text); }
+    int question(const std::string& text) override;
+    void statusOpen(const std::string& caption) override { statusLog.push_back("open:" + caption); }
+    void status(const std::string& text) override { statusLog.push_back("text:" + text); }
+    void progress(int percent) override { progressLog.push_back(percent); }
+    void statusClose() override { statusLog.push_back("close"); }
+
+    std::vector<std::string> messages;
+    std::vector<std::string> questions;
+    std::vector<int> answers;
+    int defaultAnswer = 2;
+    std::vector<std::string> statusLog;
+    std::vector<int> progressLog;
+};
+
+class MemoryPreferences : public Preferences {
+  public:
+    std::optional<std::string> value(const std::string& section,
+                                     const std::string& key) const override;
+    void setValue(const std::string& section, const std::string& key,
+                  const std::string& value) override {
+        values[{section, key}] = value;
+    }
+    std::map<std::pair<std::string, std::string>, std::string> values;
+};
+
+class FakeClock : public Clock {
+  public:
+    std::chrono::nanoseconds now() const override { return time; }
+    std::chrono::nanoseconds time{0};
+};
+
+// Counts what the document asked of the windows.
+class RecordingView : public View {
+  public:
+    void refresh() override { ++refreshes; }
+    void completeRefresh() override { ++completeRefreshes; }
+    void documentResized() override { ++resizes; }
+    void processPendingEvents() override { ++eventPumps; }
+    void setCanvasEnabled(bool enabled) override { canvasEnabled = enabled; }
+    void setMainFrameEnabled(bool enabled) override { mainFrameEnabled = enabled; }
+
+    int refreshes = 0;
+    int completeRefreshes = 0;
+    int resizes = 0;
+    int eventPumps = 0;
+    bool canvasEnabled = true;
+    bool mainFrameEnabled = true;
+};
+
+class FakeSystemInfo : public SystemInfo {
+  public:
+    int processorCount() const override { return processors; }
+    std::uint64_t availableMemoryBytes() const override { return memory; }
+    int processors = 2;
+    std::uint64_t memory = std::uint64_t{8} << 30;
+};
+
+// A Workspace on fakes. The undo budget defaults to 8 MB so tests stay small;
+// set it before calling newDocument() to try others.
+class TestHost {
+  public:
+    TestHost();
+    void setUndoBudget(long long megabytes);
+    // A fresh document as the program starts one (white, alpha 255, one undo step).
+    void newDocument(int width, int height);
+
+    RecordingPrompter prompter;
+    MemoryPreferences preferences;
+    FakeClock clock;
+    RecordingView view;
+    FakeSystemInfo system;
+    Workspace workspace;
+};
+
+}  // namespace wib::testing
