@@ -17,7 +17,8 @@ int main(int argc, char* argv[]) {
     wib::SteadyClock clock;
     wib::ViewRelay view;
     wib::MachineInfo machine;
-    wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine});
+    wib::StandardErrorLog log;
+    wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine, log});
 
     wib::Wib_NewBuffer(workspace, 640, 480);
 

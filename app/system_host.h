@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/host/clock.h"
+#include "core/host/log.h"
 #include "core/host/system_info.h"
 
 namespace wib {
@@ -15,6 +16,11 @@ class MachineInfo : public SystemInfo {
   public:
     int processorCount() const override;
     std::uint64_t availableMemoryBytes() const override;
+};
+
+class StandardErrorLog : public Log {
+  public:
+    void line(const std::string& text) override;
 };
 
 }  // namespace wib

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/host/clock.h"
+#include "core/host/log.h"
 #include "core/host/preferences.h"
 #include "core/host/prompter.h"
 #include "core/host/system_info.h"
@@ -16,6 +17,7 @@ struct HostServices {
     Clock& clock;
     View& view;
     SystemInfo& system;
+    Log& log;
 };
 
 }  // namespace wib

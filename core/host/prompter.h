@@ -5,22 +5,33 @@
 namespace wib {
 
 // How the program talks to the person in front of it: message boxes, its own
-// two-button question box and the status window with its progress bar. The
-// Qt dialogs, the headless logger and the test recorder implement it; texts
-// are passed exactly as the program words them.
+// two-button question box, numeric and file requests, and the status window
+// with its progress bar. The Qt dialogs, the headless logger and the test
+// recorder implement it; texts are passed exactly as the program words them.
 class Prompter {
   public:
     virtual ~Prompter() = default;
 
-    virtual void message(const std::string& text) = 0;
-    // Returns 1 for the first button, 2 for the second.
-    virtual int question(const std::string& text) = 0;
+    virtual void messageBox(const std::string& text, const std::string& title) = 0;
+    // Returns 1 for the first button (Yes), 2 for the second (No).
+    virtual int questionBox(const std::string& text, const std::string& title) = 0;
+    // A number between `minimum` and `maximum`; `initial` when cancelled.
+    virtual double valueBox(const std::string& prompt, double initial, double minimum,
+                            double maximum) = 0;
+    // A path, or empty text when cancelled. `filter` is in the dialogs' own
+    // form: "Targa (*.tga);;All files (*)".
+    virtual std::string requestFileOpen(const std::string& title, const std::string& filter) = 0;
+    virtual std::string requestFileSave(const std::string& title, const std::string& filter) = 0;
+    virtual std::string directoryBrowse(const std::string& title) = 0;
 
     virtual void statusOpen(const std::string& caption) = 0;
     virtual void status(const std::string& text) = 0;
     // Percent, 0..100.
     virtual void progress(int percent) = 0;
     virtual void statusClose() = 0;
+
+    void message(const std::string& text) { messageBox(text, "Wibbleton"); }
+    int question(const std::string& text) { return questionBox(text, "Wibbleton"); }
 };
 
 }  // namespace wib

@@ -4,7 +4,7 @@
 
 namespace wib::testing {
 
-int RecordingPrompter::question(const std::string& text) {
+int RecordingPrompter::questionBox(const std::string& text, const std::string&) {
     questions.push_back(text);
     if (questions.size() <= answers.size()) {
         return answers[questions.size() - 1];
@@ -21,7 +21,7 @@ std::optional<std::string> MemoryPreferences::value(const std::string& section,
     return found->second;
 }
 
-TestHost::TestHost() : workspace(HostServices{prompter, preferences, clock, view, system}) {
+TestHost::TestHost() : workspace(HostServices{prompter, preferences, clock, view, system, log}) {
     setUndoBudget(8);
 }
 

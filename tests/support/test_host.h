@@ -15,8 +15,26 @@ namespace wib::testing {
 // from `answers` in turn, then with `defaultAnswer`.
 class RecordingPrompter : public Prompter {
   public:
-    void message(const std::string& text) override { messages.push_back(text); }
-    int question(const std::string& text) override;
+    void messageBox(const std::string& text, const std::string&) override {
+        messages.push_back(text);
+    }
+    int questionBox(const std::string& text, const std::string& title) override;
+    double valueBox(const std::string& prompt, double initial, double, double) override {
+        requests.push_back(prompt);
+        return initial;
+    }
+    std::string requestFileOpen(const std::string& title, const std::string&) override {
+        requests.push_back(title);
+        return fileAnswer;
+    }
+    std::string requestFileSave(const std::string& title, const std::string&) override {
+        requests.push_back(title);
+        return fileAnswer;
+    }
+    std::string directoryBrowse(const std::string& title) override {
+        requests.push_back(title);
+        return fileAnswer;
+    }
     void statusOpen(const std::string& caption) override { statusLog.push_back("open:" + caption); }
     void status(const std::string& text) override { statusLog.push_back("text:" + text); }
     void progress(int percent) override { progressLog.push_back(percent); }
@@ -26,6 +44,8 @@ class RecordingPrompter : public Prompter {
     std::vector<std::string> questions;
     std::vector<int> answers;
     int defaultAnswer = 2;
+    std::vector<std::string> requests;  // value and file requests, by prompt
+    std::string fileAnswer;
     std::vector<std::string> statusLog;
     std::vector<int> progressLog;
 };
@@ -65,6 +85,12 @@ class RecordingView : public View {
     bool mainFrameEnabled = true;
 };
 
+class RecordingLog : public Log {
+  public:
+    void line(const std::string& text) override { lines.push_back(text); }
+    std::vector<std::string> lines;
+};
+
 class FakeSystemInfo : public SystemInfo {
   public:
     int processorCount() const override { return processors; }
@@ -87,6 +113,7 @@ class TestHost {
     FakeClock clock;
     RecordingView view;
     FakeSystemInfo system;
+    RecordingLog log;
     Workspace workspace;
 };
 

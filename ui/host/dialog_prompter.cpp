@@ -1,19 +1,46 @@
 #include "ui/host/dialog_prompter.h"
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace wib {
 
-void DialogPrompter::message(const std::string& text) {
-    QMessageBox::information(parent_, QStringLiteral("Wibbleton"), QString::fromStdString(text));
+void DialogPrompter::messageBox(const std::string& text, const std::string& title) {
+    QMessageBox::information(parent_, QString::fromStdString(title), QString::fromStdString(text));
 }
 
-int DialogPrompter::question(const std::string& text) {
+int DialogPrompter::questionBox(const std::string& text, const std::string& title) {
     const auto answer =
-        QMessageBox::question(parent_, QStringLiteral("Wibbleton"), QString::fromStdString(text),
+        QMessageBox::question(parent_, QString::fromStdString(title), QString::fromStdString(text),
                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     return answer == QMessageBox::Yes ? 1 : 2;
+}
+
+double DialogPrompter::valueBox(const std::string& prompt, double initial, double minimum,
+                                double maximum) {
+    bool ok = false;
+    const double value =
+        QInputDialog::getDouble(parent_, QStringLiteral("Wibbleton"),
+                                QString::fromStdString(prompt), initial, minimum, maximum, 3, &ok);
+    return ok ? value : initial;
+}
+
+std::string DialogPrompter::requestFileOpen(const std::string& title, const std::string& filter) {
+    return QFileDialog::getOpenFileName(parent_, QString::fromStdString(title), QString(),
+                                        QString::fromStdString(filter))
+        .toStdString();
+}
+
+std::string DialogPrompter::requestFileSave(const std::string& title, const std::string& filter) {
+    return QFileDialog::getSaveFileName(parent_, QString::fromStdString(title), QString(),
+                                        QString::fromStdString(filter))
+        .toStdString();
+}
+
+std::string DialogPrompter::directoryBrowse(const std::string& title) {
+    return QFileDialog::getExistingDirectory(parent_, QString::fromStdString(title)).toStdString();
 }
 
 void DialogPrompter::statusOpen(const std::string& caption) {

@@ -9,14 +9,19 @@ class QWidget;
 
 namespace wib {
 
-// Message boxes, the two-button question box and the status window as Qt
-// dialogs over the main frame.
+// Message boxes, the two-button question box, value and file requests and
+// the status window as Qt dialogs over the main frame.
 class DialogPrompter : public Prompter {
   public:
     void setParent(QWidget* parent) { parent_ = parent; }
 
-    void message(const std::string& text) override;
-    int question(const std::string& text) override;
+    void messageBox(const std::string& text, const std::string& title) override;
+    int questionBox(const std::string& text, const std::string& title) override;
+    double valueBox(const std::string& prompt, double initial, double minimum,
+                    double maximum) override;
+    std::string requestFileOpen(const std::string& title, const std::string& filter) override;
+    std::string requestFileSave(const std::string& title, const std::string& filter) override;
+    std::string directoryBrowse(const std::string& title) override;
     void statusOpen(const std::string& caption) override;
     void status(const std::string& text) override;
     void progress(int percent) override;

@@ -1,0 +1,170 @@
+#include "core/commands.h"
+
+#include <cmath>
+#include <sstream>
+
+namespace wib {
+
+namespace {
+
+std::string FormatLimit(double value) {
+    std::ostringstream text;
+    text << value;
+    return text.str();
+}
+
+bool IsIntegerType(ParamType type) {
+    return type == ParamType::Integer || type == ParamType::Colour || type == ParamType::Boolean ||
+           type == ParamType::Choice;
+}
+
+}  // namespace
+
+long long ParamValues::integer(const std::string& name) const {
+    return std::get<long long>(values_.at(name));
+}
+
+double ParamValues::number(const std::string& name) const {
+    const ParamValue& value = values_.at(name);
+    if (const auto* whole = std::get_if<long long>(&value)) {
+        return static_cast<double>(*whole);
+    }
+    return std::get<double>(value);
+}
+
+const std::string& ParamValues::text(const std::string& name) const {
+    return std::get<std::string>(values_.at(name));
+}
+
+const char* ParamTypeName(ParamType type) {
+    switch (type) {
+        case ParamType::Integer:
+            return "integer";
+        case ParamType::Number:
+            return "number";
+        case ParamType::Text:
+            return "text";
+        case ParamType::Colour:
+            return "colour";
+        case ParamType::Boolean:
+            return "boolean";
+        case ParamType::Choice:
+            return "choice";
+    }
+    return "value";
+}
+
+std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& value,
+                                     std::string& error) {
+    if (spec.type == ParamType::Text) {
+        if (const auto* text = std::get_if<std::string>(&value)) {
+            return *text;
+        }
+        error = spec.name + " must be text";
+        return std::nullopt;
+    }
+    double number = 0;
+    if (const auto* whole = std::get_if<long long>(&value)) {
+        number = static_cast<double>(*whole);
+    } else if (const auto* real = std::get_if<double>(&value)) {
+        number = *real;
+    } else {
+        error = spec.name + " must be a number";
+        return std::nullopt;
+    }
+    if (!std::isfinite(number)) {
+        error = spec.name + " must be a finite number";
+        return std::nullopt;
+    }
+    double minimum = spec.minimum;
+    double maximum = spec.maximum;
+    switch (spec.type) {
+        case ParamType::Colour:
+            minimum = 0;
+            maximum = 16777215;
+            break;
+        case ParamType::Boolean:
+            minimum = -1;
+            maximum = 0;
+            break;
+        case ParamType::Choice:
+            minimum = 0;
+            maximum = static_cast<double>(spec.choices.size()) - 1;
+            break;
+        default:
+            break;
+    }
+    if (IsIntegerType(spec.type) && number != std::floor(number)) {
+        error = spec.name + " must be a whole number";
+        return std::nullopt;
+    }
+    if (number < minimum || number > maximum) {
+        error = spec.name + " must be from " + FormatLimit(minimum) + " to " + FormatLimit(maximum);
+        return std::nullopt;
+    }
+    if (IsIntegerType(spec.type)) {
+        return static_cast<long long>(number);
+    }
+    return number;
+}
+
+void CommandRegistry::add(CommandSpec command) {
+    for (CommandSpec& existing : commands_) {
+        if (existing.id == command.id) {
+            existing = std::move(command);
+            return;
+        }
+    }
+    commands_.push_back(std::move(command));
+}
+
+const CommandSpec* CommandRegistry::find(const std::string& id) const {
+    for (const CommandSpec& command : commands_) {
+        if (command.id == id) {
+            return &command;
+        }
+    }
+    return nullptr;
+}
+
+std::map<std::string, ParamValue> CommandRegistry::defaults(const Workspace& workspace,
+                                                            const CommandSpec& command) const {
+    std::map<std::string, ParamValue> values;
+    for (const ParamSpec& spec : command.params) {
+        values[spec.name] = spec.current ? spec.current(workspace) : spec.fallback;
+    }
+    return values;
+}
+
+CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
+                                    const std::map<std::string, ParamValue>& given) const {
+    using Status = CommandOutcome::Status;
+    const CommandSpec* command = find(id);
+    if (command == nullptr) {
+        return {Status::UnknownCommand, "no command " + id};
+    }
+    auto values = defaults(workspace, *command);
+    for (const auto& [name, value] : given) {
+        const ParamSpec* spec = nullptr;
+        for (const ParamSpec& candidate : command->params) {
+            if (candidate.name == name) {
+                spec = &candidate;
+            }
+        }
+        if (spec == nullptr) {
+            return {Status::BadParameter, id + " has no parameter " + name};
+        }
+        std::string error;
+        const auto checked = CheckParam(*spec, value, error);
+        if (!checked) {
+            return {Status::BadParameter, error};
+        }
+        values[name] = *checked;
+    }
+    if (!command->run(workspace, ParamValues(std::move(values)))) {
+        return {Status::Refused, {}};
+    }
+    return {};
+}
+
+}  // namespace wib

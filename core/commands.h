@@ -1,0 +1,93 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace wib {
+
+class Workspace;
+
+// A value a command's dialog asks for: an integer (also colours packed as
+// R + 256 G + 65536 B, booleans as -1 / 0 and choices as their position),
+// a number or text.
+using ParamValue = std::variant<long long, double, std::string>;
+
+enum class ParamType { Integer, Number, Text, Colour, Boolean, Choice };
+
+struct ParamSpec {
+    std::string name;     // key in Wib_RunCommand's map ("width")
+    std::string caption;  // label in the dialog ("Width")
+    ParamType type = ParamType::Integer;
+    double minimum = 0;
+    double maximum = 0;
+    ParamValue fallback = 0LL;
+    // Where the dialog's starting value comes from when it depends on the
+    // document (the current width, say); `fallback` otherwise.
+    std::function<ParamValue(const Workspace&)> current;
+    std::vector<std::string> choices;  // captions of a Choice, in order
+};
+
+// The values a command runs with, every parameter present and checked.
+class ParamValues {
+  public:
+    explicit ParamValues(std::map<std::string, ParamValue> values) : values_(std::move(values)) {}
+    long long integer(const std::string& name) const;
+    double number(const std::string& name) const;
+    const std::string& text(const std::string& name) const;
+
+  private:
+    std::map<std::string, ParamValue> values_;
+};
+
+struct CommandSpec {
+    std::string id;        // stable: "file.new", "image.canvas_size"
+    std::string caption;   // menu text: "New..."
+    std::string menu;      // "File", "Edit", "Image", "View", "Window"
+    std::string shortcut;  // in the portable form "Ctrl+N"; empty for none
+    std::vector<ParamSpec> params;
+    // Returns false when the command refused (it has told the user why).
+    std::function<bool(Workspace&, const ParamValues&)> run;
+};
+
+struct CommandOutcome {
+    enum class Status { Done, Refused, UnknownCommand, BadParameter };
+    Status status = Status::Done;
+    std::string error;  // what was wrong, for UnknownCommand and BadParameter
+};
+
+// Every menu command of the program, registered once. Menus, the automation
+// method Wib_RunCommand and the command reference are all built from it.
+class CommandRegistry {
+  public:
+    // A command registered twice under one id replaces the first.
+    void add(CommandSpec command);
+    const CommandSpec* find(const std::string& id) const;
+    const std::vector<CommandSpec>& all() const { return commands_; }
+
+    // The starting values of the command's dialog.
+    std::map<std::string, ParamValue> defaults(const Workspace& workspace,
+                                               const CommandSpec& command) const;
+
+    // Runs the command with `given` values, the dialog's starting values for
+    // the rest. Unknown names, wrong types and values out of range are refused
+    // before the command runs.
+    CommandOutcome run(Workspace& workspace, const std::string& id,
+                       const std::map<std::string, ParamValue>& given) const;
+
+  private:
+    std::vector<CommandSpec> commands_;
+};
+
+// Checks one value against its parameter and brings it to the parameter's
+// own type (an integral number for an Integer, say). Nothing when it does not
+// fit; `error` then says why.
+std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& value,
+                                     std::string& error);
+
+const char* ParamTypeName(ParamType type);
+
+}  // namespace wib

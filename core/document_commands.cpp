@@ -1,0 +1,96 @@
+#include "core/document_commands.h"
+
+#include "core/canvas_size.h"
+#include "core/commands.h"
+#include "core/document_build.h"
+#include "core/document_limits.h"
+#include "core/undo.h"
+#include "core/workspace.h"
+
+namespace wib {
+
+namespace {
+
+constexpr long long kDefaultWidth = 640;
+constexpr long long kDefaultHeight = 480;
+
+ParamSpec SizeParam(const char* name, const char* caption,
+                    std::function<ParamValue(const Workspace&)> current) {
+    ParamSpec spec;
+    spec.name = name;
+    spec.caption = caption;
+    spec.type = ParamType::Integer;
+    spec.minimum = 1;
+    spec.maximum = kMaxDocumentSide;
+    spec.current = std::move(current);
+    return spec;
+}
+
+// The size a new document starts at: 640 x 480 unless the preferences
+// "Settings/NewWidth" and "Settings/NewHeight" name another.
+ParamValue PreferredSize(const Workspace& workspace, const char* key, long long fallback) {
+    const long long value = workspace.host.preferences.integer("Settings", key, fallback);
+    return value >= 1 && value <= kMaxDocumentSide ? value : fallback;
+}
+
+}  // namespace
+
+void RegisterDocumentCommands(CommandRegistry& registry) {
+    registry.add(
+        {"file.new",
+         "&New...",
+         "File",
+         "Ctrl+N",
+         {SizeParam("width", "Width",
+                    [](const Workspace& w) { return PreferredSize(w, "NewWidth", kDefaultWidth); }),
+          SizeParam(
+              "height", "Height",
+              [](const Workspace& w) { return PreferredSize(w, "NewHeight", kDefaultHeight); })},
+         [](Workspace& workspace, const ParamValues& values) {
+             return Wib_NewBuffer(workspace, static_cast<int>(values.integer("width")),
+                                  static_cast<int>(values.integer("height")));
+         }});
+
+    ParamSpec anchor;
+    anchor.name = "anchor";
+    anchor.caption = "Anchor";
+    anchor.type = ParamType::Choice;
+    anchor.fallback = 4LL;
+    anchor.choices = {"Top left",     "Top centre",  "Top right",     "Middle left", "Centre",
+                      "Middle right", "Bottom left", "Bottom centre", "Bottom right"};
+    ParamSpec fill;
+    fill.name = "fill";
+    fill.caption = "Fill colour";
+    fill.type = ParamType::Colour;
+    fill.fallback = 0xFFFFFFLL;
+    registry.add(
+        {"image.canvas_size",
+         "&Canvas size...",
+         "Image",
+         "Ctrl+Shift+C",
+         {SizeParam("width", "Width",
+                    [](const Workspace& w) { return ParamValue{w.document.width * 1LL}; }),
+          SizeParam("height", "Height",
+                    [](const Workspace& w) { return ParamValue{w.document.height * 1LL}; }),
+          anchor, fill},
+         [](Workspace& workspace, const ParamValues& values) {
+             const long long colour = values.integer("fill");
+             return Wib_ChangeBufferSize(workspace, static_cast<int>(values.integer("width")),
+                                         static_cast<int>(values.integer("height")),
+                                         static_cast<std::uint8_t>(colour & 0xFF),
+                                         static_cast<std::uint8_t>((colour >> 8) & 0xFF),
+                                         static_cast<std::uint8_t>((colour >> 16) & 0xFF),
+                                         static_cast<int>(values.integer("anchor")));
+         }});
+
+    registry.add(
+        {"edit.undo", "&Undo", "Edit", "Ctrl+Z", {}, [](Workspace& workspace, const ParamValues&) {
+             return EditUndo(workspace);
+         }});
+    registry.add(
+        {"edit.redo", "&Redo", "Edit", "Ctrl+Y", {}, [](Workspace& workspace, const ParamValues&) {
+             return EditRedo(workspace);
+         }});
+}
+
+}  // namespace wib

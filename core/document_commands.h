@@ -1,0 +1,11 @@
+#pragma once
+
+namespace wib {
+
+class CommandRegistry;
+
+// The commands of the document itself: file.new, image.canvas_size,
+// edit.undo, edit.redo.
+void RegisterDocumentCommands(CommandRegistry& registry);
+
+}  // namespace wib
