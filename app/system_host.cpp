@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <cstdio>
 #include <fstream>
 #include <string>
 #include <thread>
@@ -32,10 +31,6 @@ std::uint64_t MachineInfo::availableMemoryBytes() const {
     const long pages = sysconf(_SC_AVPHYS_PAGES);
     const long pageSize = sysconf(_SC_PAGESIZE);
     return pages > 0 && pageSize > 0 ? static_cast<std::uint64_t>(pages) * pageSize : 0;
-}
-
-void StandardErrorLog::line(const std::string& text) {
-    std::fprintf(stderr, "%s\n", text.c_str());
 }
 
 }  // namespace wib

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "core/host/clock.h"
-#include "core/host/log.h"
 #include "core/host/system_info.h"
 
 namespace wib {
@@ -16,11 +15,6 @@ class MachineInfo : public SystemInfo {
   public:
     int processorCount() const override;
     std::uint64_t availableMemoryBytes() const override;
-};
-
-class StandardErrorLog : public Log {
-  public:
-    void line(const std::string& text) override;
 };
 
 }  // namespace wib

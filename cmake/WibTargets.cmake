@@ -14,12 +14,16 @@ function(wib_library name)
     target_link_libraries(wib_${name} PUBLIC ${ARG_DEPS})
 endfunction()
 
-# wib_test(<name> SOURCES ... DEPS ...) makes a GoogleTest program registered with CTest.
+# wib_test(<name> [OWN_MAIN] SOURCES ... DEPS ...) makes a GoogleTest program registered
+# with CTest. OWN_MAIN: the sources bring their own main() (to make a QApplication first).
 function(wib_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    cmake_parse_arguments(ARG "OWN_MAIN" "" "SOURCES;DEPS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     wib_target_defaults(${name})
-    target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest GTest::gtest_main)
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest)
+    if(NOT ARG_OWN_MAIN)
+        target_link_libraries(${name} PRIVATE GTest::gtest_main)
+    endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
                          PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
 endfunction()

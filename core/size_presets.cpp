@@ -1,57 +1,19 @@
 #include "core/size_presets.h"
 
+#include "core/csv_fields.h"
+#include "core/text_file.h"
+
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <limits>
 #include <optional>
-#include <sstream>
 
 namespace wib {
 
 namespace {
 
-std::string_view Trim(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t\r");
-    if (first == std::string_view::npos) {
-        return {};
-    }
-    const auto last = text.find_last_not_of(" \t\r");
-    return text.substr(first, last - first + 1);
-}
-
-// Splits one line into fields; a field that opens with a quote runs to the
-// closing quote and may hold commas.
-std::vector<std::string> SplitFields(std::string_view line) {
-    std::vector<std::string> fields;
-    std::size_t pos = 0;
-    while (pos <= line.size()) {
-        while (pos < line.size() && (line[pos] == ' ' || line[pos] == '\t')) {
-            ++pos;
-        }
-        std::string field;
-        std::size_t end;
-        if (pos < line.size() && line[pos] == '"') {
-            const auto close = line.find('"', pos + 1);
-            const auto stop = close == std::string_view::npos ? line.size() : close;
-            field = std::string(line.substr(pos + 1, stop - pos - 1));
-            end = line.find(',', stop);
-        } else {
-            end = line.find(',', pos);
-            field = std::string(
-                Trim(line.substr(pos, end == std::string_view::npos ? line.npos : end - pos)));
-        }
-        fields.push_back(std::move(field));
-        if (end == std::string_view::npos) {
-            break;
-        }
-        pos = end + 1;
-    }
-    return fields;
-}
-
 std::optional<std::int16_t> ParseSize(std::string_view text) {
-    text = Trim(text);
+    text = TrimBlanks(text);
     if (!text.empty() && text.front() == '+') {
         text.remove_prefix(1);
     }
@@ -73,39 +35,24 @@ std::optional<std::int16_t> ParseSize(std::string_view text) {
 
 std::vector<SizePreset> ParseSizePresets(std::string_view text) {
     std::vector<SizePreset> presets;
-    std::size_t pos = 0;
-    while (pos < text.size() && presets.size() < kMaxSizePresets) {
-        auto end = text.find('\n', pos);
-        if (end == std::string_view::npos) {
-            end = text.size();
-        }
-        const std::string_view line = text.substr(pos, end - pos);
-        pos = end + 1;
-        if (Trim(line).empty()) {
-            continue;
-        }
-        const auto fields = SplitFields(line);
-        if (fields.size() < 3) {
-            break;
+    ForEachCsvRecord(text, [&](const std::vector<std::string>& fields) {
+        if (presets.size() >= kMaxSizePresets || fields.size() < 3) {
+            return false;
         }
         const auto width = ParseSize(fields[1]);
         const auto height = ParseSize(fields[2]);
         if (!width || !height) {
-            break;
+            return false;
         }
         presets.push_back({fields[0], *width, *height});
-    }
+        return true;
+    });
     return presets;
 }
 
 std::vector<SizePreset> ReadSizePresets(const std::filesystem::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        return {};
-    }
-    std::ostringstream contents;
-    contents << in.rdbuf();
-    return ParseSizePresets(contents.str());
+    const auto text = ReadTextFile(file);
+    return text ? ParseSizePresets(*text) : std::vector<SizePreset>{};
 }
 
 }  // namespace wib

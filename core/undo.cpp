@@ -241,22 +241,32 @@ bool EditUndo(Workspace& workspace) {
         return false;
     }
     UndoRing& ring = workspace.undo;
-    if (ring.UndoFreshFlag == 0) {
-        // After a redo the restore itself steps up.
-        if (!ring.RedoFlag) {
-            MoveIndices(ring, StepUp);
+    auto step = [&] {
+        if (ring.UndoFreshFlag == 0) {
+            // After a redo the restore itself steps up.
+            if (!ring.RedoFlag) {
+                MoveIndices(ring, StepUp);
+            }
+            auto next = [&] {
+                return ring.RedoFlag ? StepUp(ring.UndoIndex, ring.UndoMaxIndex) : ring.UndoIndex;
+            };
+            while (ring.UndoSteps > 1 && SlotMatchesImage(workspace, next())) {
+                MoveIndices(ring, StepUp);
+                ring.UndoSteps -= 1;
+                ring.RedoSteps += 1;
+            }
         }
-        auto next = [&] {
-            return ring.RedoFlag ? StepUp(ring.UndoIndex, ring.UndoMaxIndex) : ring.UndoIndex;
-        };
-        while (ring.UndoSteps > 1 && SlotMatchesImage(workspace, next())) {
-            MoveIndices(ring, StepUp);
-            ring.UndoSteps -= 1;
-            ring.RedoSteps += 1;
-        }
+        Wib_RestoreUndo(workspace);
+        ring.RedoFlag = false;
+    };
+    // A step saved after the last change (a canvas-size change saves one)
+    // holds the image on screen: the first undo keeps it for redo and goes
+    // on to the one before.
+    const bool unchanged = ring.UndoFreshFlag == 1 && SlotMatchesImage(workspace, ring.UndoIndex);
+    step();
+    if (unchanged && CanUndo(workspace)) {
+        step();
     }
-    Wib_RestoreUndo(workspace);
-    ring.RedoFlag = false;
     return true;
 }
 

@@ -118,11 +118,12 @@ TEST(CanvasSize, SavesAStepBeforeAndAfterAndTellsTheStores) {
     const UndoRing& ring = host.workspace.undo;
     EXPECT_EQ(ring.UndoIndex, ring.UndoMaxIndex - 1) << "two saves into the new ring";
     EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
-    // The first save holds the freshly rebuilt (white) planes.
-    ASSERT_TRUE(EditUndo(host.workspace));
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
+    // The step saved after the change holds the image on screen, so the first
+    // undo goes on to the freshly rebuilt (white) planes; redo comes back.
     ASSERT_TRUE(EditUndo(host.workspace));
     EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 0xFFFFFF);
+    ASSERT_TRUE(EditRedo(host.workspace));
+    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
 }
 
 TEST(CanvasSize, BadSizeChangesNothing) {

@@ -1,0 +1,70 @@
+#include "app/launch_options.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace wib {
+
+namespace {
+
+std::string Upper(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    return text;
+}
+
+}  // namespace
+
+std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& arguments,
+                                                std::string& error) {
+    LaunchOptions options;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const std::string& argument = arguments[i];
+        auto value = [&](const char* name) -> std::optional<std::string> {
+            if (i + 1 >= arguments.size() || arguments[i + 1].empty()) {
+                error = std::string(name) + " needs a value";
+                return std::nullopt;
+            }
+            return arguments[++i];
+        };
+        if (Upper(argument) == "-NOGPU") {
+            options.noGpu = true;
+        } else if (argument == "--headless") {
+            options.headless = true;
+        } else if (argument == "--listen") {
+            const auto name = value("--listen");
+            if (!name) {
+                return std::nullopt;
+            }
+            options.listen = *name;
+        } else if (argument == "--token") {
+            const auto token = value("--token");
+            if (!token) {
+                return std::nullopt;
+            }
+            options.token = *token;
+        } else if (argument == "--answer") {
+            const auto answer = value("--answer");
+            if (!answer) {
+                return std::nullopt;
+            }
+            if (*answer != "first" && *answer != "second") {
+                error = "--answer takes first or second";
+                return std::nullopt;
+            }
+            options.answer = *answer == "first" ? 1 : 2;
+        } else if (argument.rfind("-platform", 0) == 0 || argument == "-style") {
+            ++i;  // Qt's own options, already taken by the application object
+        } else {
+            error = "unknown argument " + argument;
+            return std::nullopt;
+        }
+    }
+    if (!options.headless && (!options.listen.empty() || !options.token.empty())) {
+        error = "--listen and --token go with --headless";
+        return std::nullopt;
+    }
+    return options;
+}
+
+}  // namespace wib

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace wib {
+
+// What the command line asks for:
+//   wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second] [--token T]]
+struct LaunchOptions {
+    bool noGpu = false;  // "-NOGPU" in any letter case
+    bool headless = false;
+    std::string listen;  // automation server name; empty: wibbleton-<pid>
+    int answer = 2;      // headless question boxes: 1 first button, 2 second
+    std::string token;   // automation token; empty: a random one
+};
+
+// Nothing when the arguments (program name excluded) make no sense; `error`
+// then says what is wrong.
+std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& arguments,
+                                                std::string& error);
+
+inline constexpr const char* kUsage =
+    "usage: wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second] [--token T]]";
+
+}  // namespace wib

@@ -1,0 +1,26 @@
+#include "app/program_paths.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <cstdlib>
+
+namespace wib {
+
+ProgramPaths FindProgramPaths() {
+    ProgramPaths paths;
+    paths.appDir = QCoreApplication::applicationDirPath().toStdString();
+    if (const char* data = std::getenv("WIBBLETON_DATA_DIR"); data != nullptr && *data != '\0') {
+        paths.dataDir = data;
+    } else if (const auto installed = paths.appDir / ".." / "share" / "wibbleton";
+               std::filesystem::exists(installed / "Def_Res.txt")) {
+        paths.dataDir = std::filesystem::weakly_canonical(installed);
+    } else {
+        paths.dataDir = WIB_SOURCE_DATA_DIR;
+    }
+    paths.userDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString();
+    paths.tempDir = QDir::tempPath().toStdString();
+    return paths;
+}
+
+}  // namespace wib

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+
+namespace wib {
+
+// Where the program finds its own files and keeps the user's.
+struct ProgramPaths {
+    std::filesystem::path appDir;   // the folder of the program itself
+    std::filesystem::path dataDir;  // Def_Res.txt, General.dat
+    std::filesystem::path userDir;  // files the program writes: Mruds.txt
+    std::filesystem::path tempDir;  // temporary files
+};
+
+}  // namespace wib

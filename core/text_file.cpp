@@ -1,0 +1,24 @@
+#include "core/text_file.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace wib {
+
+std::optional<std::string> ReadTextFile(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    if (!in) {
+        return std::nullopt;
+    }
+    std::ostringstream contents;
+    contents << in.rdbuf();
+    return contents.str();
+}
+
+bool WriteTextFile(const std::filesystem::path& file, const std::string& text) {
+    std::ofstream out(file, std::ios::binary | std::ios::trunc);
+    out << text;
+    return static_cast<bool>(out.flush());
+}
+
+}  // namespace wib

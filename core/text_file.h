@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace wib {
+
+// The whole file, or nothing when it is missing or unreadable.
+std::optional<std::string> ReadTextFile(const std::filesystem::path& file);
+
+// Replaces the file's contents; false when it cannot be written.
+bool WriteTextFile(const std::filesystem::path& file, const std::string& text);
+
+}  // namespace wib

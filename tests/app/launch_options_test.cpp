@@ -1,0 +1,57 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "app/headless_prompter.h"
+#include "app/launch_options.h"
+
+namespace wib {
+namespace {
+
+std::optional<LaunchOptions> Parse(std::vector<std::string> arguments) {
+    std::string error;
+    auto options = ParseLaunchOptions(arguments, error);
+    EXPECT_EQ(options.has_value(), error.empty()) << error;
+    return options;
+}
+
+TEST(LaunchOptions, ReadsEverySwitch) {
+    const auto options = Parse(
+        {"-nogpu", "--headless", "--listen", "wib-test", "--answer", "first", "--token", "T"});
+    ASSERT_TRUE(options);
+    EXPECT_TRUE(options->noGpu);
+    EXPECT_TRUE(options->headless);
+    EXPECT_EQ(options->listen, "wib-test");
+    EXPECT_EQ(options->answer, 1);
+    EXPECT_EQ(options->token, "T");
+    EXPECT_TRUE(Parse({"-NoGpu"})->noGpu);
+    EXPECT_EQ(Parse({"--headless"})->answer, 2) << "nothing waits by default";
+}
+
+TEST(LaunchOptions, RefusesWhatMakesNoSense) {
+    EXPECT_FALSE(Parse({"--listen"}));
+    EXPECT_FALSE(Parse({"--headless", "--answer", "maybe"}));
+    EXPECT_FALSE(Parse({"--frobnicate"}));
+    EXPECT_FALSE(Parse({"--listen", "x"})) << "only headless mode serves";
+}
+
+TEST(HeadlessPrompter, WritesOneLinePerBoxAndAnswersAsTold) {
+    std::FILE* out = std::tmpfile();
+    HeadlessPrompter prompter(1, out);
+    prompter.message("Two\nlines\r\nhere");
+    EXPECT_EQ(prompter.question("Apply to all frames?"), 1);
+    EXPECT_EQ(prompter.valueBox("Radius", 3.5, 0, 10), 3.5);
+    EXPECT_EQ(prompter.requestFileOpen("Open", "*"), "");
+    std::rewind(out);
+    char buffer[512] = {};
+    const std::size_t read = std::fread(buffer, 1, sizeof buffer - 1, out);
+    std::fclose(out);
+    EXPECT_EQ(std::string(buffer, read),
+              "MessageBox: Two\\nlines\\nhere\n"
+              "Question: Apply to all frames? -> 1\n"
+              "ValueBox: Radius -> 3.5\n"
+              "RequestFile: Open -> cancelled\n");
+}
+
+}  // namespace
+}  // namespace wib

@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QMenuBar>
+#include <filesystem>
+#include <fstream>
+
+#include "core/buffer_access.h"
+#include "core/document_commands.h"
+#include "core/recent_files.h"
+#include "core/undo.h"
+#include "tests/support/test_host.h"
+#include "ui/form1.h"
+#include "ui/mdi_main_form.h"
+
+namespace wib {
+namespace {
+
+class MainForm : public ::testing::Test {
+  protected:
+    MainForm() {
+        RegisterDocumentCommands(commands);
+        paths.dataDir = WIB_DATA_DIR;
+        paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-user";
+        paths.tempDir = std::filesystem::temp_directory_path();
+        std::filesystem::remove_all(paths.userDir);
+        host.newDocument(64, 48);
+    }
+    testing::TestHost host;
+    CommandRegistry commands;
+    ProgramPaths paths;
+};
+
+TEST_F(MainForm, EveryCommandHasItsMenuItemWithShortcut) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    for (const CommandSpec& command : commands.all()) {
+        auto* action = form.menuBar()->findChild<QAction*>(QString::fromStdString(command.id));
+        ASSERT_NE(action, nullptr) << command.id;
+        EXPECT_EQ(action->shortcut().toString().toStdString(), command.shortcut) << command.id;
+    }
+}
+
+TEST_F(MainForm, MenuCommandsWithoutDialogsRunAtOnce) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    Wib_SaveUndo(host.workspace);
+    Wib_ClearBuffer(host.workspace.document, 1, 1, 1);
+    form.runFromMenu("edit.undo");
+    EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 255);
+    form.runFromMenu("edit.redo");
+    EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 1);
+    form.runFromMenu("edit.redo");  // nothing to redo: refused quietly
+    EXPECT_TRUE(host.prompter.messages.empty());
+}
+
+TEST_F(MainForm, ZoomStepsResizeTheCanvas) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    form.zoomIn();
+    EXPECT_EQ(host.workspace.document.Zoom, 150);
+    EXPECT_EQ(form.canvas()->width(), 96);
+    form.zoomActual();
+    form.zoomOut();
+    EXPECT_EQ(host.workspace.document.Zoom, 67);
+    for (int i = 0; i < 20; ++i) {
+        form.zoomOut();
+    }
+    EXPECT_EQ(host.workspace.document.Zoom, 10);
+    EXPECT_EQ(form.canvas()->width(), 7);
+}
+
+TEST_F(MainForm, ShutDownWritesTheRecentListOnceAndRemovesTemporaryAnimations) {
+    const auto crop = paths.tempDir / "CropAnim.tmp";
+    std::filesystem::create_directories(paths.tempDir);
+    { std::ofstream(crop) << "x"; }
+    {
+        MDI_MainForm form(host.workspace, commands, paths);
+        form.addRecentFile("/a.tga");
+        form.addRecentFile("/b.tga");
+        form.shutDown();
+        form.addRecentFile("/c.tga");
+        form.shutDown();
+    }
+    EXPECT_FALSE(std::filesystem::exists(crop));
+    EXPECT_EQ(LoadMruds(paths.userDir / "Mruds.txt"),
+              (std::vector<std::string>{"/b.tga", "/a.tga"}));
+    EXPECT_TRUE(host.preferences.value("Windows", "MDI_MainForm").has_value());
+
+    MDI_MainForm again(host.workspace, commands, paths);
+    EXPECT_EQ(again.recentFiles(), (std::vector<std::string>{"/b.tga", "/a.tga"}));
+}
+
+}  // namespace
+}  // namespace wib

@@ -1,0 +1,370 @@
+#include "ui/mdi_main_form.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeySequence>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QWheelEvent>
+#include <algorithm>
+#include <array>
+
+#include "core/recent_files.h"
+#include "core/undo.h"
+#include "core/workspace.h"
+#include "ui/canvas_size.h"
+#include "ui/error_console_form.h"
+#include "ui/form1.h"
+#include "ui/param_dialog.h"
+#include "ui/tool_panel.h"
+
+namespace wib {
+
+namespace {
+
+constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
+                                         200, 300, 400, 600, 800, 1600};
+constexpr std::array<const char*, 5> kMenus{"File", "Edit", "Image", "View", "Window"};
+// Temporary files the animation and layer stores leave in the temporary folder.
+constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
+
+QString Base64(const QByteArray& bytes) {
+    return QString::fromLatin1(bytes.toBase64());
+}
+
+}  // namespace
+
+MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, ProgramPaths paths,
+                           QWidget* parent)
+    : QMainWindow(parent), workspace_(workspace), commands_(commands), paths_(std::move(paths)) {
+    setObjectName("MDI_MainForm");
+    scroll_ = new QScrollArea(this);
+    scroll_->setObjectName("CanvasScroll");
+    scroll_->setBackgroundRole(QPalette::Dark);
+    scroll_->setAlignment(Qt::AlignCenter);
+    canvas_ = new Form1(workspace_.document, scroll_);
+    scroll_->setWidget(canvas_);
+    scroll_->viewport()->installEventFilter(this);
+    setCentralWidget(scroll_);
+
+    log_ = new ErrorConsoleForm(this);
+    addDockWidget(Qt::BottomDockWidgetArea, log_);
+
+    registerWindowCommands();
+    recent_ = LoadMruds(paths_.userDir / "Mruds.txt");
+    buildMenus();
+    resize(1000, 720);
+    updateTitle();
+}
+
+void MDI_MainForm::registerWindowCommands() {
+    auto add = [this](const char* id, const char* caption, const char* menu, const char* shortcut,
+                      void (MDI_MainForm::*action)()) {
+        commands_.add(
+            {id, caption, menu, shortcut, {}, [this, action](Workspace&, const ParamValues&) {
+                 (this->*action)();
+                 return true;
+             }});
+    };
+    add("view.zoom_in", "Zoom &in", "View", "Ctrl++", &MDI_MainForm::zoomIn);
+    add("view.zoom_out", "Zoom &out", "View", "Ctrl+-", &MDI_MainForm::zoomOut);
+    add("view.zoom_actual", "&Actual pixels", "View", "Ctrl+0", &MDI_MainForm::zoomActual);
+    commands_.add(
+        {"window.log", "&Log", "Window", "Ctrl+L", {}, [this](Workspace&, const ParamValues&) {
+             log_->setVisible(!log_->isVisible());
+             return true;
+         }});
+    commands_.add(
+        {"file.exit", "E&xit", "File", "Ctrl+Q", {}, [this](Workspace&, const ParamValues&) {
+             close();
+             return true;
+         }});
+}
+
+void MDI_MainForm::buildMenus() {
+    for (const char* name : kMenus) {
+        QMenu* menu = menuBar()->addMenu(tr("&%1").arg(name));
+        menu->setObjectName(QStringLiteral("mnu%1").arg(name));
+        for (const CommandSpec& command : commands_.all()) {
+            if (command.menu != name || command.id == "file.exit") {
+                continue;
+            }
+            QAction* action = menu->addAction(QString::fromStdString(command.caption));
+            action->setObjectName(QString::fromStdString(command.id));
+            if (!command.shortcut.empty()) {
+                action->setShortcut(QKeySequence(QString::fromStdString(command.shortcut)));
+            }
+            const std::string id = command.id;
+            connect(action, &QAction::triggered, this, [this, id] { runFromMenu(id); });
+        }
+        if (std::string(name) == "File") {
+            menu->addSeparator();
+            recentMenu_ = menu->addMenu(tr("Recent &files"));
+            recentMenu_->setObjectName("mnuRecent");
+            rebuildRecentMenu();
+            menu->addSeparator();
+            if (const CommandSpec* exit = commands_.find("file.exit")) {
+                QAction* action = menu->addAction(QString::fromStdString(exit->caption));
+                action->setObjectName("file.exit");
+                action->setShortcut(QKeySequence(QString::fromStdString(exit->shortcut)));
+                connect(action, &QAction::triggered, this, [this] { runFromMenu("file.exit"); });
+            }
+        }
+        if (std::string(name) == "Edit") {
+            connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+                for (QAction* action : menu->actions()) {
+                    if (action->objectName() == "edit.undo") {
+                        action->setEnabled(CanUndo(workspace_));
+                    } else if (action->objectName() == "edit.redo") {
+                        action->setEnabled(CanRedo(workspace_));
+                    }
+                }
+            });
+            // Shortcuts stay live while the menu is closed; the command itself
+            // refuses when there is nothing to undo.
+            connect(menu, &QMenu::aboutToHide, this, [menu] {
+                for (QAction* action : menu->actions()) {
+                    action->setEnabled(true);
+                }
+            });
+        }
+    }
+}
+
+void MDI_MainForm::rebuildRecentMenu() {
+    recentMenu_->clear();
+    // Opening files is done by the file commands; until one is registered
+    // the list is shown for reference only.
+    const bool canOpen = commands_.find("file.open") != nullptr;
+    for (std::size_t i = 0; i < recent_.size(); ++i) {
+        const QString path = QString::fromStdString(recent_[i]);
+        QAction* action = recentMenu_->addAction(QStringLiteral("&%1 %2").arg(i + 1).arg(path));
+        action->setEnabled(canOpen);
+        const std::string entry = recent_[i];
+        connect(action, &QAction::triggered, this, [this, entry] {
+            commands_.run(workspace_, "file.open", {{"path", entry}});
+        });
+    }
+    recentMenu_->setEnabled(!recent_.empty());
+}
+
+void MDI_MainForm::addRecentFile(const std::string& path) {
+    AddRecentFile(recent_, path);
+    rebuildRecentMenu();
+}
+
+bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamValue>& values) {
+    const CommandSpec* command = commands_.find(id);
+    if (id == "file.new" || id == "image.canvas_size") {
+        CanvasSize dialog(
+            id == "file.new" ? CanvasSize::Purpose::NewDocument : CanvasSize::Purpose::ChangeCanvas,
+            paths_.dataDir / "Def_Res.txt", workspace_.general ? &*workspace_.general : nullptr,
+            this);
+        dialog.setValues(values);
+        if (dialog.exec() != QDialog::Accepted) {
+            return false;
+        }
+        values = dialog.values();
+        return true;
+    }
+    ParamDialog dialog(*command, values, this);
+    if (dialog.exec() != QDialog::Accepted) {
+        return false;
+    }
+    values = dialog.values();
+    return true;
+}
+
+void MDI_MainForm::runFromMenu(const std::string& id) {
+    const CommandSpec* command = commands_.find(id);
+    if (command == nullptr || !isEnabled()) {
+        return;
+    }
+    auto values = commands_.defaults(workspace_, *command);
+    if (!command->params.empty() && !runDialog(id, values)) {
+        return;
+    }
+    const CommandOutcome outcome = commands_.run(workspace_, id, values);
+    if (outcome.status == CommandOutcome::Status::BadParameter ||
+        outcome.status == CommandOutcome::Status::UnknownCommand) {
+        workspace_.host.prompter.message(outcome.error);
+    }
+    updateTitle();
+}
+
+void MDI_MainForm::createToolPanel() {
+    tools_ = new Tool_Panel(
+        commands_, [this](const std::string& id) { runFromMenu(id); }, this);
+    const long long placement =
+        workspace_.host.preferences.integer("Settings", "ToolbarPlacement", 0);
+    const std::array<Qt::DockWidgetArea, 4> areas{Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea,
+                                                  Qt::TopDockWidgetArea, Qt::BottomDockWidgetArea};
+    const auto area = placement >= 0 && placement < 4 ? areas[static_cast<std::size_t>(placement)]
+                                                      : Qt::LeftDockWidgetArea;
+    addDockWidget(area, tools_);
+    tools_->setSingleColumn(
+        workspace_.host.preferences.integer("Settings", "SingleColumnTools", 0) == -1);
+}
+
+void MDI_MainForm::restoreWindowPos() {
+    const auto geometry = workspace_.host.preferences.value("Windows", "MDI_MainForm");
+    const auto state = workspace_.host.preferences.value("Windows", "MDI_MainForm_State");
+    if (geometry) {
+        restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(*geometry)));
+    }
+    if (state) {
+        restoreState(QByteArray::fromBase64(QByteArray::fromStdString(*state)));
+    }
+}
+
+void MDI_MainForm::SaveWindowPos() {
+    workspace_.host.preferences.setValue("Windows", "MDI_MainForm",
+                                         Base64(saveGeometry()).toStdString());
+    workspace_.host.preferences.setValue("Windows", "MDI_MainForm_State",
+                                         Base64(saveState()).toStdString());
+}
+
+void MDI_MainForm::SaveMRuds() {
+    std::error_code ignored;
+    std::filesystem::create_directories(paths_.userDir, ignored);
+    if (!wib::SaveMRuds(paths_.userDir / "Mruds.txt", recent_)) {
+        workspace_.host.log.line("Could not write the recent files list.");
+    }
+}
+
+void MDI_MainForm::KillTempAnims() {
+    for (const char* name : kTempAnimationFiles) {
+        std::error_code ignored;
+        std::filesystem::remove(paths_.tempDir / name, ignored);
+    }
+}
+
+void MDI_MainForm::CloseStores() {
+    // The stores hold their frames and layers in memory; letting go of them
+    // here keeps the shut-down order the same once they write to disk.
+    workspace_.frameStore = nullptr;
+    workspace_.layerStore = nullptr;
+}
+
+void MDI_MainForm::shutDown() {
+    if (shutDown_) {
+        return;
+    }
+    shutDown_ = true;
+    KillTempAnims();
+    CloseStores();
+    SaveWindowPos();
+    SaveMRuds();
+}
+
+void MDI_MainForm::closeEvent(QCloseEvent* event) {
+    shutDown();
+    event->accept();
+}
+
+bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == scroll_->viewport() && event->type() == QEvent::Wheel) {
+        auto* wheel = static_cast<QWheelEvent*>(event);
+        if (wheel->modifiers() & Qt::ControlModifier) {
+            wheel->angleDelta().y() > 0 ? zoomIn() : zoomOut();
+            return true;
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MDI_MainForm::setZoom(int percent) {
+    // Keep the image point under the centre of the view where it was.
+    QScrollBar* h = scroll_->horizontalScrollBar();
+    QScrollBar* v = scroll_->verticalScrollBar();
+    const double old = workspace_.document.Zoom / 100.0;
+    const double cx = (h->value() + scroll_->viewport()->width() / 2.0) / old;
+    const double cy = (v->value() + scroll_->viewport()->height() / 2.0) / old;
+    workspace_.document.Zoom = percent;
+    canvas_->updateGeometryFromDocument();
+    const double now = percent / 100.0;
+    h->setValue(static_cast<int>(cx * now - scroll_->viewport()->width() / 2.0));
+    v->setValue(static_cast<int>(cy * now - scroll_->viewport()->height() / 2.0));
+    updateTitle();
+}
+
+void MDI_MainForm::zoomIn() {
+    const auto next =
+        std::upper_bound(kZoomSteps.begin(), kZoomSteps.end(), workspace_.document.Zoom);
+    if (next != kZoomSteps.end()) {
+        setZoom(*next);
+    }
+}
+
+void MDI_MainForm::zoomOut() {
+    const auto next =
+        std::lower_bound(kZoomSteps.begin(), kZoomSteps.end(), workspace_.document.Zoom);
+    if (next != kZoomSteps.begin()) {
+        setZoom(*std::prev(next));
+    }
+}
+
+void MDI_MainForm::zoomActual() {
+    setZoom(100);
+}
+
+void MDI_MainForm::updateTitle() {
+    const Document& doc = workspace_.document;
+    setWindowTitle(QStringLiteral("Wibbleton - Untitled%1 (%2 x %3, %4%)%5")
+                       .arg(doc.ModifiedFlag == 255 ? QStringLiteral("*") : QString())
+                       .arg(doc.width)
+                       .arg(doc.height)
+                       .arg(doc.Zoom)
+                       .arg(workspace_.eraseMode ? tr(" - erase mode (Caps Lock)") : QString()));
+}
+
+void MDI_MainForm::refresh() {
+    switch (CurrentRefreshScope(workspace_.document)) {
+        case RefreshScope::None:
+            return;
+        case RefreshScope::TitleOnly:
+            updateTitle();
+            return;
+        case RefreshScope::CanvasOnly:
+        case RefreshScope::Complete:
+            canvas_->update();
+    }
+}
+
+void MDI_MainForm::completeRefresh() {
+    switch (CurrentRefreshScope(workspace_.document)) {
+        case RefreshScope::None:
+            return;
+        case RefreshScope::TitleOnly:
+            updateTitle();
+            return;
+        case RefreshScope::CanvasOnly:
+            canvas_->update();
+            return;
+        case RefreshScope::Complete:
+            updateTitle();
+            canvas_->updateGeometryFromDocument();
+            update();
+    }
+}
+
+void MDI_MainForm::documentResized() {
+    canvas_->updateGeometryFromDocument();
+    updateTitle();
+}
+
+void MDI_MainForm::processPendingEvents() {
+    QApplication::processEvents();
+}
+
+void MDI_MainForm::setCanvasEnabled(bool enabled) {
+    canvas_->setEnabled(enabled);
+}
+
+void MDI_MainForm::setMainFrameEnabled(bool enabled) {
+    setEnabled(enabled);
+}
+
+}  // namespace wib

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QMainWindow>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "core/commands.h"
+#include "core/host/view.h"
+#include "core/program_paths.h"
+
+class QMenu;
+class QScrollArea;
+
+namespace wib {
+
+class CommandRegistry;
+class ErrorConsoleForm;
+class Form1;
+class Tool_Panel;
+class Workspace;
+
+// The main frame: canvas, tool panel, log window and the menus built from the
+// command table. It answers the document's requests for redraws and locks.
+class MDI_MainForm : public QMainWindow, public View {
+    Q_OBJECT
+  public:
+    MDI_MainForm(Workspace& workspace, CommandRegistry& commands, ProgramPaths paths,
+                 QWidget* parent = nullptr);
+
+    // View
+    void refresh() override;
+    void completeRefresh() override;
+    void documentResized() override;
+    void processPendingEvents() override;
+    void setCanvasEnabled(bool enabled) override;
+    void setMainFrameEnabled(bool enabled) override;
+
+    ErrorConsoleForm* logWindow() const { return log_; }
+    Tool_Panel* toolPanel() const { return tools_; }
+    Form1* canvas() const { return canvas_; }
+
+    // Runs a command as its menu item does: its dialog first when it has
+    // parameters, then the command; a refusal has already told the user.
+    void runFromMenu(const std::string& id);
+
+    // Creates the tool panel and docks it as "ToolbarPlacement" (0 left,
+    // 1 right, 2 top, 3 bottom) and "SingleColumnTools" (-1 one column) say.
+    void createToolPanel();
+    // Puts back the window layout saved at the last shut-down.
+    void restoreWindowPos();
+
+    // The title shows the size, zoom, unsaved changes and Caps Lock's erase mode.
+    void updateTitle();
+
+    void zoomIn();
+    void zoomOut();
+    void zoomActual();
+
+    const std::vector<std::string>& recentFiles() const { return recent_; }
+    void addRecentFile(const std::string& path);
+
+    // The shut-down operations, run once, also when the program ends by signal.
+    void shutDown();
+    void KillTempAnims();
+    void CloseStores();
+    void SaveWindowPos();
+    void SaveMRuds();
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void registerWindowCommands();
+    void buildMenus();
+    void rebuildRecentMenu();
+    void setZoom(int percent);
+    bool runDialog(const std::string& id, std::map<std::string, ParamValue>& values);
+
+    Workspace& workspace_;
+    CommandRegistry& commands_;
+    ProgramPaths paths_;
+    QScrollArea* scroll_;
+    Form1* canvas_;
+    ErrorConsoleForm* log_;
+    Tool_Panel* tools_ = nullptr;
+    QMenu* recentMenu_ = nullptr;
+    std::vector<std::string> recent_;
+    bool shutDown_ = false;
+};
+
+}  // namespace wib

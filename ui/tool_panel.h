@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QDockWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+class QGridLayout;
+
+namespace wib {
+
+class CommandRegistry;
+
+// The tool panel: a button for each everyday command, in one or two columns.
+class Tool_Panel : public QDockWidget {
+    Q_OBJECT
+  public:
+    Tool_Panel(const CommandRegistry& commands, std::function<void(const std::string&)> run,
+               QWidget* parent = nullptr);
+    void setSingleColumn(bool single);
+
+  private:
+    void layoutButtons();
+
+    std::vector<QWidget*> buttons_;
+    QGridLayout* grid_;
+    bool single_ = false;
+};
+
+}  // namespace wib
