@@ -333,6 +333,12 @@ void MDI_MainForm::refresh() {
     }
 }
 
+void MDI_MainForm::refreshArea(int left, int top, int right, int bottom) {
+    if (CurrentRefreshScope(workspace_.document) != RefreshScope::None) {
+        canvas_->refreshArea(left, top, right, bottom);
+    }
+}
+
 void MDI_MainForm::completeRefresh() {
     switch (CurrentRefreshScope(workspace_.document)) {
         case RefreshScope::None:

@@ -30,6 +30,7 @@ class MDI_MainForm : public QMainWindow, public View {
 
     // View
     void refresh() override;
+    void refreshArea(int left, int top, int right, int bottom) override;
     void completeRefresh() override;
     void documentResized() override;
     void processPendingEvents() override;

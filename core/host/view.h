@@ -10,6 +10,9 @@ class View {
 
     // Redraws the canvas from the main buffer.
     virtual void refresh() = 0;
+    // Redraws only the image pixels left..right, top..bottom (inclusive), as
+    // painting does after each dab.
+    virtual void refreshArea(int left, int top, int right, int bottom) = 0;
     // Redraws every view the refresh flags allow (canvas, title, panels).
     virtual void completeRefresh() = 0;
     // The document planes were rebuilt at a new size.
@@ -35,6 +38,10 @@ class ViewRelay : public View {
     void refresh() override {
         if (target_)
             target_->refresh();
+    }
+    void refreshArea(int left, int top, int right, int bottom) override {
+        if (target_)
+            target_->refreshArea(left, top, right, bottom);
     }
     void completeRefresh() override {
         if (target_)

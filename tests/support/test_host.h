@@ -71,6 +71,7 @@ class FakeClock : public Clock {
 class RecordingView : public View {
   public:
     void refresh() override { ++refreshes; }
+    void refreshArea(int, int, int, int) override { ++areaRefreshes; }
     void completeRefresh() override { ++completeRefreshes; }
     void documentResized() override { ++resizes; }
     void processPendingEvents() override { ++eventPumps; }
@@ -78,6 +79,7 @@ class RecordingView : public View {
     void setMainFrameEnabled(bool enabled) override { mainFrameEnabled = enabled; }
 
     int refreshes = 0;
+    int areaRefreshes = 0;
     int completeRefreshes = 0;
     int resizes = 0;
     int eventPumps = 0;
