@@ -99,9 +99,8 @@ BrushTip MakeRoundBrush(int diameter, int hardness) {
 }
 
 BrushTip MakeAirbrush(int diameter) {
-    return RadialTip(diameter, [](double r) {
-        return r >= 1.0 ? 0.0 : std::exp(-4.0 * r * r) * (1.0 - r * r);
-    });
+    return RadialTip(
+        diameter, [](double r) { return r >= 1.0 ? 0.0 : std::exp(-4.0 * r * r) * (1.0 - r * r); });
 }
 
 BrushTip MakeBristleBrush(int diameter, int bristles, std::uint32_t seed) {
@@ -199,6 +198,10 @@ BrushTip TipFromMask(const Plane& mask) {
     return tip;
 }
 
+int PaddedMaskWidth(int width) {
+    return (width + 31) / 32 * 32;
+}
+
 Plane TransformBrush(const BrushTip& tip, double degrees, double scale, int quality) {
     scale = std::clamp(scale, 0.01, 16.0);
     const double scaled = std::max(tip.width, tip.height) * scale;
@@ -207,7 +210,7 @@ Plane TransformBrush(const BrushTip& tip, double degrees, double scale, int qual
     const bool turned = std::fmod(std::abs(degrees), 360.0) != 0.0;
     const double extent = turned ? scaled * std::numbers::sqrt2 : scaled;
     const int size = std::max(1, static_cast<int>(std::ceil(extent)) | 1);
-    Plane mask(size - 1, size - 1, 255);
+    Plane mask(PaddedMaskWidth(size) - 1, size - 1, 255);
     const double radians = -degrees * std::numbers::pi / 180.0;
     const double c = std::cos(radians) / scale;
     const double s = std::sin(radians) / scale;

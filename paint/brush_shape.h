@@ -46,9 +46,14 @@ EdgeProfile LoadEdgeprofile(const std::filesystem::path& file);
 // A chalk tip: the profile across the radius, broken by a grain of `seed`.
 BrushTip MakeChalkBrush(int diameter, const EdgeProfile& profile, std::uint32_t seed);
 
+// The row length of a transformed mask of `width` pixels: whole vectors of 16,
+// the columns past `width` holding 255 (outside the brush).
+int PaddedMaskWidth(int width);
+
 // The brush mask of `tip` turned by `degrees` and scaled by `scale`, sampled
-// nearest (quality 0), bilinear (1) or 4 x 4 supersampled (2). The mask is
-// square and odd-sized, large enough for the tip at that angle.
+// nearest (quality 0), bilinear (1) or 4 x 4 supersampled (2). The dab is
+// square and odd-sized (as many columns as the mask has rows), large enough
+// for the tip at that angle; its rows are padded to PaddedMaskWidth.
 Plane TransformBrush(const BrushTip& tip, double degrees, double scale, int quality);
 
 }  // namespace wib

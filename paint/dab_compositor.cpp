@@ -12,12 +12,19 @@ namespace wib {
 namespace {
 
 struct Span {
-    int left, top;           // the dab's top-left pixel in the image
-    int x0, x1, y0, y1;      // the part inside the planes, inclusive
+    int left, top;       // the dab's top-left pixel in the image
+    int x0, x1, y0, y1;  // the part inside the planes, inclusive
 };
 
-Span ClipDab(const Document& doc, const Plane& mask, double x, double y) {
-    const int width = static_cast<int>(mask.stride());
+int LogicalWidth(const Dab& dab) {
+    return dab.maskWidth > 0 ? dab.maskWidth : static_cast<int>(dab.mask->stride());
+}
+
+Span ClipDab(const Document& doc, const Dab& dab) {
+    const Plane& mask = *dab.mask;
+    const double x = dab.x;
+    const double y = dab.y;
+    const int width = LogicalWidth(dab);
     const int height = static_cast<int>(mask.rows());
     Span span;
     span.left = static_cast<int>(std::lround(x)) - width / 2;
@@ -29,16 +36,9 @@ Span ClipDab(const Document& doc, const Plane& mask, double x, double y) {
     return span;
 }
 
-// The opacity of one dab row: the fade option takes up to `fade` off toward
-// the dab's foot.
-int RowOpacity(int opacity, int fade, int rowInDab, int dabHeight) {
-    if (fade <= 0) {
-        return opacity;
-    }
-    return std::max(0, opacity - fade * rowInDab / std::max(1, dabHeight - 1));
+int RoundHalfEven(double v) {
+    return static_cast<int>(std::nearbyint(v));
 }
-
-int RoundHalfEven(double v) { return static_cast<int>(std::nearbyint(v)); }
 
 bool IgnoresAlpha(const PaintState& paint) {
     return paint.options.alphaUse == AlphaUse::IgnoreSelection;
@@ -50,32 +50,44 @@ bool PaintsOnAlpha(const PaintState& paint) {
 
 void PlainDab(Document& doc, const PaintState& paint, const Dab& dab, const Span& span) {
     const Plane& mask = *dab.mask;
-    const bool textured = paint.options.paperTexture && !paint.paper.empty();
-    const int paperWidth = static_cast<int>(paint.paper.stride());
-    const int paperHeight = static_cast<int>(paint.paper.rows());
-    for (int y = span.y0; y <= span.y1; ++y) {
-        const int my = y - span.top;
-        const int mx = span.x0 - span.left;
-        DabRow row{doc.RBuffer.row(y) + span.x0,
-                   doc.GBuffer.row(y) + span.x0,
-                   doc.BBuffer.row(y) + span.x0,
-                   doc.ABuffer.row(y) + span.x0,
-                   mask.row(my) + mx,
-                   span.x1 - span.x0 + 1,
-                   RowOpacity(dab.opacity, paint.options.fade, my, static_cast<int>(mask.rows())),
-                   {static_cast<std::uint8_t>(dab.colour[0]), static_cast<std::uint8_t>(dab.colour[1]),
-                    static_cast<std::uint8_t>(dab.colour[2])},
-                   IgnoresAlpha(paint),
-                   PaintsOnAlpha(paint)};
-        if (textured) {
-            int paperRow = (y - paint.paperRowOffset + dab.paperShiftY) % paperHeight;
-            paperRow += paperRow < 0 ? paperHeight : 0;
-            const PaperRow paper{paint.paper.row(paperRow), paperWidth,
-                                 (span.x0 + dab.paperShiftX) % paperWidth};
-            medium_model_helper(row, &paper);
-        } else {
-            small_model_helper(row);
-        }
+    const int mx = span.x0 - span.left;
+    const int my = span.y0 - span.top;
+    int count = span.x1 - span.x0 + 1;
+    // Round the rows up to whole vectors where the mask has padding there and
+    // the image has room: padded pixels are left as they are.
+    const int padded = (count + 31) / 32 * 32;
+    if (mx + padded <= static_cast<int>(mask.stride()) &&
+        span.x0 + padded - 1 <= doc.RBuffer.ubX()) {
+        count = padded;
+    }
+    const std::size_t at = static_cast<std::size_t>(span.y0) * doc.RBuffer.stride() +
+                           static_cast<std::size_t>(span.x0);
+    const DabBlock block{
+        doc.RBuffer.data() + at,
+        doc.GBuffer.data() + at,
+        doc.BBuffer.data() + at,
+        doc.ABuffer.data() + at,
+        doc.RBuffer.stride(),
+        mask.row(my) + mx,
+        mask.stride(),
+        count,
+        span.y1 - span.y0 + 1,
+        dab.opacity,
+        paint.options.fade,
+        my,
+        static_cast<int>(mask.rows()) - 1,
+        {static_cast<std::uint8_t>(dab.colour[0]), static_cast<std::uint8_t>(dab.colour[1]),
+         static_cast<std::uint8_t>(dab.colour[2])},
+        IgnoresAlpha(paint),
+        PaintsOnAlpha(paint)};
+    if (paint.options.paperTexture && !paint.paper.empty()) {
+        const PaperBlock paper{paint.paper.data(), static_cast<int>(paint.paper.stride()),
+                               static_cast<int>(paint.paper.rows()),
+                               span.y0 - paint.paperRowOffset + dab.paperShiftY,
+                               span.x0 + dab.paperShiftX};
+        medium_model_helper(block, &paper);
+    } else {
+        small_model_helper(block);
     }
 }
 
@@ -178,6 +190,22 @@ class ModePixel {
 void ModeDab(Document& doc, const PaintState& paint, const Dab& dab, const Span& span) {
     const Plane& mask = *dab.mask;
     ModePixel pixel(doc, paint, dab);
+    const DabBlock fade{nullptr,
+                        nullptr,
+                        nullptr,
+                        nullptr,
+                        0,
+                        nullptr,
+                        0,
+                        0,
+                        0,
+                        dab.opacity,
+                        paint.options.fade,
+                        0,
+                        static_cast<int>(mask.rows()) - 1,
+                        {0, 0, 0},
+                        false,
+                        false};
     // Smear reads pixels it may already have written: it walks away from the
     // last dab so that it reads image that this dab has not touched yet.
     const bool smear = dab.mode == static_cast<int>(PaintMode::Smear);
@@ -188,7 +216,7 @@ void ModeDab(Document& doc, const PaintState& paint, const Dab& dab, const Span&
     for (int j = 0; j < rows; ++j) {
         const int y = bottomToTop ? span.y1 - j : span.y0 + j;
         const int my = y - span.top;
-        const int s = RowOpacity(dab.opacity, paint.options.fade, my, static_cast<int>(mask.rows()));
+        const int s = DabRowOpacity(fade, my);
         for (int i = 0; i < columns; ++i) {
             const int x = rightToLeft ? span.x1 - i : span.x0 + i;
             const int m = mask.row(my)[x - span.left];
@@ -205,7 +233,7 @@ void CompositeDab(Document& document, const PaintState& paint, const Dab& dab) {
     if (dab.mask == nullptr || dab.mask->empty() || document.RBuffer.empty()) {
         return;
     }
-    const Span span = ClipDab(document, *dab.mask, dab.x, dab.y);
+    const Span span = ClipDab(document, dab);
     if (span.x1 < span.x0 || span.y1 < span.y0) {
         return;
     }

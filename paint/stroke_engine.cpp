@@ -22,7 +22,9 @@ double Uniform(Workspace& workspace) {
     return std::uniform_real_distribution<double>(0.0, 1.0)(workspace.random);
 }
 
-int RoundHalfEven(double v) { return static_cast<int>(std::nearbyint(v)); }
+int RoundHalfEven(double v) {
+    return static_cast<int>(std::nearbyint(v));
+}
 
 struct SegmentShape {
     double scale = 1.0;
@@ -32,8 +34,8 @@ struct SegmentShape {
 bool ShapeVaries(const PaintState& paint, double brushScale) {
     const BrushOptions& o = paint.options;
     const bool pen = paint.tabletActive && o.pressureToSize;
-    return o.sizeJitter >= 1 || o.angleJitter >= 1 || o.followStroke || o.speedToSize != 0 ||
-           pen || brushScale != 1.0 || o.baseAngle != 0;
+    return o.sizeJitter >= 1 || o.angleJitter >= 1 || o.followStroke || o.speedToSize != 0 || pen ||
+           brushScale != 1.0 || o.baseAngle != 0;
 }
 
 SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x, float y) {
@@ -85,7 +87,8 @@ const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentS
         if (shape.angle == 0.0 && scale == 1.0) {
             return &mask;
         }
-        stroke.builtMask = TransformBrush(TipFromMask(mask), shape.angle, scale, o.transformQuality);
+        stroke.builtMask =
+            TransformBrush(TipFromMask(mask), shape.angle, scale, o.transformQuality);
         stroke.builtSource = -1;
         return &*stroke.builtMask;
     }
@@ -149,8 +152,10 @@ std::array<int, 3> PickUp(const Workspace& workspace, const PaintState& paint,
                           const std::array<int, 3>& colour) {
     const Document& doc = workspace.document;
     const int k = paint.options.colourPickUp;
-    const int x = std::clamp(static_cast<int>(paint.stroke.previousX), 0, std::max(0, doc.width - 2));
-    const int y = std::clamp(static_cast<int>(paint.stroke.previousY), 0, std::max(0, doc.height - 2));
+    const int x =
+        std::clamp(static_cast<int>(paint.stroke.previousX), 0, std::max(0, doc.width - 2));
+    const int y =
+        std::clamp(static_cast<int>(paint.stroke.previousY), 0, std::max(0, doc.height - 2));
     const bool ignoreAlpha = paint.options.pickUpIgnoresAlpha;
     int sum[3] = {0, 0, 0};
     int samples = 0;
@@ -204,7 +209,9 @@ std::array<int, 3> AsInts(const std::array<std::uint8_t, 3>& colour) {
 
 }  // namespace
 
-void BeginStroke(PaintState& paint) { paint.stroke.spacingCounter = 0; }
+void BeginStroke(PaintState& paint) {
+    paint.stroke.spacingCounter = 0;
+}
 
 void RebuildBuiltinTip(PaintState& paint) {
     const BrushOptions& o = paint.options;
@@ -257,14 +264,18 @@ void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, st
     const double pressure =
         o.pressureToOpacity && paint.tabletActive ? std::clamp(paint.pressure, 0.0, 1.0) : 1.0;
     const double threshold = SpacingThreshold(workspace, paint, shape.scale);
+    // Masks made here are square with padded rows; the image brush's own is not.
+    const int maskWidth =
+        mask == &workspace.document.BrushMask ? 0 : static_cast<int>(mask->rows());
 
     // Caps Lock erases: with the secondary colour, or by bringing back the
     // swap buffer.
     const bool erasing = paint.eraseMode;
     const std::array<int, 3> colour =
         AsInts(button == 2 || erasing ? paint.secondary : paint.primary);
-    const int mode = erasing && !o.eraseToSecondary ? static_cast<int>(PaintMode::FromSwap)
-                                                    : std::clamp(o.paintMode, 0, kPaintModeCount - 1);
+    const int mode = erasing && !o.eraseToSecondary
+                         ? static_cast<int>(PaintMode::FromSwap)
+                         : std::clamp(o.paintMode, 0, kPaintModeCount - 1);
 
     for (int i = 0; i <= length; ++i) {
         const double px = startX + dx * i / length;
@@ -281,7 +292,8 @@ void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, st
         const int shiftY = offset(workspace.random);
         std::array<int, 3> dabColour = JitterColour(workspace, o, colour);
         if (button == 1 && o.dryOut > 0) {
-            stroke.strokeOpacity = std::clamp(stroke.strokeOpacity * (1.0f - o.dryOut / 384.0f), 0.0f, 255.0f);
+            stroke.strokeOpacity =
+                std::clamp(stroke.strokeOpacity * (1.0f - o.dryOut / 384.0f), 0.0f, 255.0f);
         }
         if (o.colourPickUp > 0) {
             dabColour = PickUp(workspace, paint, dabColour);
@@ -297,7 +309,8 @@ void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, st
                       dabColour,
                       o.paperShiftPerDab ? shiftX : 0,
                       o.paperShiftPerDab ? shiftY : 0,
-                      mode};
+                      mode,
+                      maskWidth};
         CompositeDab(workspace.document, paint, dab);
         stroke.previousDabX = static_cast<std::int16_t>(std::lround(px));
         stroke.previousDabY = static_cast<std::int16_t>(std::lround(py));

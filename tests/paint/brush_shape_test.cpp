@@ -39,12 +39,14 @@ TEST(BrushShape, TransformsScaleTurnAndKeepACentre) {
     }
     for (int quality = 0; quality <= 2; ++quality) {
         const Plane upright = TransformBrush(bar, 0, 1.0, quality);
-        EXPECT_EQ(upright.stride() % 2, 1u);
+        EXPECT_EQ(upright.rows() % 2, 1u);
+        EXPECT_EQ(upright.stride() % 16, 0u) << "rows padded to whole vectors";
+        EXPECT_EQ(upright.at(static_cast<int>(upright.stride()) - 1, 7), 255);
         EXPECT_LT(upright.at(7, 0), 128) << quality;
         EXPECT_EQ(upright.at(7, 7), 0) << quality;
         EXPECT_EQ(upright.at(0, 7), 255) << quality;
         const Plane turned = TransformBrush(bar, 90, 1.0, quality);
-        const int c = static_cast<int>(turned.stride() / 2);
+        const int c = static_cast<int>(turned.rows() / 2);
         EXPECT_LT(turned.at(c - 6, c), 128) << "lying down at quality " << quality;
         EXPECT_GT(turned.at(c, c - 6), 128) << quality;
         const Plane half = TransformBrush(bar, 0, 0.5, quality);

@@ -61,7 +61,8 @@ TEST(DabRows, MatchThePerPixelRulesOverRandomInputs) {
         std::vector<std::uint8_t> planes[3] = {bytes(n), bytes(n), bytes(n)};
         std::vector<std::uint8_t> alpha = bytes(n);
         const std::vector<std::uint8_t> mask = bytes(n);
-        const std::vector<std::uint8_t> paper = bytes(1 + static_cast<std::size_t>(byte(random)) % 40);
+        const std::vector<std::uint8_t> paper =
+            bytes(1 + static_cast<std::size_t>(byte(random)) % 40);
         const int paperColumn = byte(random);
         const int opacity = byte(random);
         const std::uint8_t colour[3] = {static_cast<std::uint8_t>(byte(random)),
@@ -73,15 +74,28 @@ TEST(DabRows, MatchThePerPixelRulesOverRandomInputs) {
         ReferenceRow(expected, expectedAlpha, mask, opacity, colour, ignoreAlpha, paintOnAlpha,
                      textured ? &paper : nullptr, paperColumn);
 
-        DabRow row{planes[0].data(), planes[1].data(), planes[2].data(), alpha.data(),
-                   mask.data(), static_cast<int>(n), opacity, {colour[0], colour[1], colour[2]},
-                   ignoreAlpha, paintOnAlpha};
+        const DabBlock block{planes[0].data(),
+                             planes[1].data(),
+                             planes[2].data(),
+                             alpha.data(),
+                             n,
+                             mask.data(),
+                             n,
+                             static_cast<int>(n),
+                             1,
+                             opacity,
+                             0,
+                             0,
+                             0,
+                             {colour[0], colour[1], colour[2]},
+                             ignoreAlpha,
+                             paintOnAlpha};
         if (textured) {
-            const PaperRow paperRow{paper.data(), static_cast<int>(paper.size()),
-                                    paperColumn % static_cast<int>(paper.size())};
-            medium_model_helper(row, &paperRow);
+            const PaperBlock paperBlock{paper.data(), static_cast<int>(paper.size()), 1, 0,
+                                        paperColumn};
+            medium_model_helper(block, &paperBlock);
         } else {
-            small_model_helper(row);
+            small_model_helper(block);
         }
         for (int c = 0; c < 3; ++c) {
             ASSERT_EQ(planes[c], expected[c]) << "trial " << trial << " channel " << c;
@@ -93,14 +107,45 @@ TEST(DabRows, MatchThePerPixelRulesOverRandomInputs) {
 TEST(DabRows, FullMaskAndZeroAlphaLeaveThePixel) {
     std::vector<std::uint8_t> r(8, 10), g(8, 20), b(8, 30), alpha(8, 0), mask(8, 0);
     mask[3] = 255;
-    DabRow row{r.data(), g.data(), b.data(), alpha.data(), mask.data(), 8, 255, {200, 200, 200},
-               false, false};
-    small_model_helper(row);
+    const DabBlock block{
+        r.data(), g.data(), b.data(), alpha.data(),    8,     mask.data(), 8, 8, 1, 255,
+        0,        0,        0,        {200, 200, 200}, false, false};
+    small_model_helper(block);
     EXPECT_EQ(r, std::vector<std::uint8_t>(8, 10)) << "alpha 0 stops all paint";
     alpha.assign(8, 255);
-    small_model_helper(row);
+    small_model_helper(block);
     EXPECT_EQ(r[3], 10) << "mask 255 is outside the brush";
     EXPECT_EQ(r[2], 200);
+}
+
+TEST(DabRows, BlocksStepByTheirStridesAndFadeTowardTheFoot) {
+    // A 3 x 4 dab inside an image 6 wide, on a mask with rows of 5.
+    std::vector<std::uint8_t> r(6 * 4, 0), g(6 * 4, 0), b(6 * 4, 0), alpha(6 * 4, 255);
+    std::vector<std::uint8_t> mask(5 * 4, 0);
+    const DabBlock block{r.data() + 1,
+                         g.data() + 1,
+                         b.data() + 1,
+                         alpha.data() + 1,
+                         6,
+                         mask.data(),
+                         5,
+                         3,
+                         4,
+                         255,
+                         90,
+                         0,
+                         3,
+                         {255, 255, 255},
+                         true,
+                         false};
+    small_model_helper(block);
+    for (int y = 0; y < 4; ++y) {
+        const int expected = 255 - 90 * y / 3;
+        EXPECT_EQ(DabRowOpacity(block, y), expected);
+        EXPECT_EQ(r[static_cast<std::size_t>(y * 6)], 0) << "left of the dab";
+        EXPECT_EQ(r[static_cast<std::size_t>(y * 6 + 2)], expected);
+        EXPECT_EQ(r[static_cast<std::size_t>(y * 6 + 4)], 0) << "right of the dab";
+    }
 }
 
 TEST(Colour, HsvRoundTripsAndGreysHaveNoHue) {
@@ -113,7 +158,8 @@ TEST(Colour, HsvRoundTripsAndGreysHaveNoHue) {
     RGB_To_HSV(0.0, 0.0, 1.0, h, s, v);
     EXPECT_DOUBLE_EQ(h, 240.0);
     for (int i = 0; i < 1000; ++i) {
-        const double in[3] = {(i * 37 % 256) / 255.0, (i * 91 % 256) / 255.0, (i * 13 % 256) / 255.0};
+        const double in[3] = {(i * 37 % 256) / 255.0, (i * 91 % 256) / 255.0,
+                              (i * 13 % 256) / 255.0};
         RGB_To_HSV(in[0], in[1], in[2], h, s, v);
         HSV_To_RGB(h, s, v, r, g, b);
         EXPECT_NEAR(r, in[0], 1e-9);
