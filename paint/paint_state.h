@@ -36,12 +36,14 @@ struct StrokeState {
     std::optional<Plane> builtMask;
     double builtAngle = 0, builtScale = 1;
     int builtSource = -1;  // the tip generation the mask was built from
+    // The smooth brush type's pen, trailing the pointer (canvas-window units).
+    float smoothX = 0, smoothY = 0;
 };
 
 // Everything painting needs beside the document: the options model, the
 // brush, colours, paint-mode tables, offsets, paper and the pen.
 struct PaintState {
-    BrushOptions options;
+    BrushOptionsModel options;
     BrushType brushType = BrushType::Dab;
     StrokeState stroke;
 
@@ -66,7 +68,6 @@ struct PaintState {
     double pressure = 1.0;  // 0..1, from the last pen packet
     bool tabletActive = false;
 
-    double symmetryCentreX = 0, symmetryCentreY = 0;  // image pixels
     // Set while many segments are painted in one go: the canvas is repainted
     // once at the end instead of after each segment.
     bool repaintSuspended = false;

@@ -32,14 +32,14 @@ struct SegmentShape {
 };
 
 bool ShapeVaries(const PaintState& paint, double brushScale) {
-    const BrushOptions& o = paint.options;
+    const BrushOptionsModel& o = paint.options;
     const bool pen = paint.tabletActive && o.pressureToSize;
     return o.sizeJitter >= 1 || o.angleJitter >= 1 || o.followStroke || o.speedToSize != 0 || pen ||
            brushScale != 1.0 || o.baseAngle != 0;
 }
 
 SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x, float y) {
-    const BrushOptions& o = paint.options;
+    const BrushOptionsModel& o = paint.options;
     const double brushScale = o.brushScaleThousandths / 1000.0;
     SegmentShape shape;
     if (!ShapeVaries(paint, brushScale)) {
@@ -77,7 +77,7 @@ SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x
 // The brush mask for this segment, rebuilt only when the shape changed.
 const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentShape& shape) {
     StrokeState& stroke = paint.stroke;
-    const BrushOptions& o = paint.options;
+    const BrushOptionsModel& o = paint.options;
     if (paint.imageBrush) {
         const Plane& mask = workspace.document.BrushMask;
         if (!o.imageBrushTransform) {
@@ -106,7 +106,7 @@ const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentS
 }
 
 double SpacingThreshold(const Workspace& workspace, const PaintState& paint, double scale) {
-    const BrushOptions& o = paint.options;
+    const BrushOptionsModel& o = paint.options;
     if (!o.relativeSpacing) {
         return o.spacing;
     }
@@ -120,7 +120,7 @@ double SpacingThreshold(const Workspace& workspace, const PaintState& paint, dou
     return o.spacing / 100.0 * width * scale;
 }
 
-std::array<int, 3> JitterColour(Workspace& workspace, const BrushOptions& o,
+std::array<int, 3> JitterColour(Workspace& workspace, const BrushOptionsModel& o,
                                 const std::array<int, 3>& colour) {
     if (o.hueJitter <= 0 && o.saturationJitter <= 0 && o.valueJitter <= 0) {
         return colour;
@@ -214,7 +214,7 @@ void BeginStroke(PaintState& paint) {
 }
 
 void RebuildBuiltinTip(PaintState& paint) {
-    const BrushOptions& o = paint.options;
+    const BrushOptionsModel& o = paint.options;
     const int diameter = std::clamp(o.brushSize, 1, 1024);
     switch (static_cast<BuiltinBrush>(std::clamp(o.builtinBrush, 0, kBuiltinBrushCount - 1))) {
         case BuiltinBrush::HardRound:
@@ -233,10 +233,49 @@ void RebuildBuiltinTip(PaintState& paint) {
     ++paint.tipGeneration;
 }
 
+namespace {
+
+// How far the smooth brush's pen moves toward the pointer at each event.
+constexpr float kSmoothFollow = 0.35f;
+
+void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
+                   float& y);
+
+// The stroke procedure of the smooth brush type: the pen trails the pointer
+// like a brush on a string, so hand jitter is evened out, and the main
+// procedure paints along the pen's path.
+void SmoothBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
+                     float& y) {
+    StrokeState& stroke = paint.stroke;
+    if (button == 0) {
+        stroke.smoothX = x;
+        stroke.smoothY = y;
+    } else {
+        stroke.smoothX += (x - stroke.smoothX) * kSmoothFollow;
+        stroke.smoothY += (y - stroke.smoothY) * kSmoothFollow;
+    }
+    float px = stroke.smoothX;
+    float py = stroke.smoothY;
+    MainBrushStep(workspace, paint, button, px, py);
+}
+
+}  // namespace
+
 void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, std::int16_t& shift,
                float& x, float& y) {
     static_cast<void>(shift);
-    const BrushOptions& o = paint.options;
+    if (paint.brushType == BrushType::Smooth) {
+        SmoothBrushStep(workspace, paint, button, x, y);
+    } else {
+        MainBrushStep(workspace, paint, button, x, y);
+    }
+}
+
+namespace {
+
+void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
+                   float& y) {
+    const BrushOptionsModel& o = paint.options;
     StrokeState& stroke = paint.stroke;
     const float zoom = workspace.document.Zoom / 100.0f;
     x /= zoom;
@@ -325,5 +364,7 @@ void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, st
     workspace.document.ModifiedFlag = 255;
     MarkDirty(workspace, paint, startX, startY, x, y, *mask);
 }
+
+}  // namespace
 
 }  // namespace wib

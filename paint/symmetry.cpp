@@ -16,7 +16,7 @@ struct Point {
     float x, y;
 };
 
-std::vector<Point> Copies(const BrushOptions& o, float x, float y, float cx, float cy) {
+std::vector<Point> Copies(const BrushOptionsModel& o, float x, float y, float cx, float cy) {
     if (o.radialSymmetry) {
         const int n = std::clamp(o.radialCopies, 1, 10);
         std::vector<Point> copies;
@@ -42,14 +42,18 @@ std::vector<Point> Copies(const BrushOptions& o, float x, float y, float cx, flo
 
 void DispatchStroke(Workspace& workspace, PaintState& paint, std::int16_t button,
                     std::int16_t shift, float x, float y) {
-    const BrushOptions& o = paint.options;
+    const BrushOptionsModel& o = paint.options;
     if (!o.radialSymmetry && !o.mirrorLeftRight && !o.mirrorTopBottom) {
         BrushStep(workspace, paint, button, shift, x, y);
         return;
     }
+    // The centre in image pixels, from the panel's percentages of the size,
+    // then in canvas-window units.
     const float zoom = workspace.document.Zoom / 100.0f;
-    const float cx = zoom * static_cast<float>(paint.symmetryCentreX);
-    const float cy = zoom * static_cast<float>(paint.symmetryCentreY);
+    const float cx =
+        zoom * static_cast<float>(o.symmetryCentreX * workspace.document.width) / 100.0f;
+    const float cy =
+        zoom * static_cast<float>(o.symmetryCentreY * workspace.document.height) / 100.0f;
     const std::vector<Point> copies = Copies(o, x, y, cx, cy);
     StrokeState& stroke = paint.stroke;
     for (std::size_t k = 0; k < copies.size(); ++k) {

@@ -95,8 +95,8 @@ TEST_F(Stroke, SpacingCarriesAcrossSegments) {
     }
     // Segments of 3 visit 4 positions each (their start again, then 3 more);
     // the counter runs on across them, so every tenth visit gets a dab.
-    EXPECT_EQ(painted(), (Pixels{{0, 5}, {8, 5}, {15, 5}, {23, 5}, {30, 5}, {38, 5}, {45, 5},
-                                 {53, 5}}));
+    EXPECT_EQ(painted(),
+              (Pixels{{0, 5}, {8, 5}, {15, 5}, {23, 5}, {30, 5}, {38, 5}, {45, 5}, {53, 5}}));
 }
 
 TEST_F(Stroke, DryOutEmptiesTheBrushAtItsDivisor) {
@@ -119,8 +119,17 @@ TEST_F(Stroke, CoordinatesAreCanvasUnitsAtTheZoom) {
     EXPECT_EQ(x, 20.0f);
     EXPECT_EQ(y, 10.0f);
     step(1, 60, 20);
-    EXPECT_EQ(painted(), (Pixels{{20, 10}, {21, 10}, {22, 10}, {23, 10}, {24, 10}, {25, 10},
-                                 {26, 10}, {27, 10}, {28, 10}, {29, 10}, {30, 10}}));
+    EXPECT_EQ(painted(), (Pixels{{20, 10},
+                                 {21, 10},
+                                 {22, 10},
+                                 {23, 10},
+                                 {24, 10},
+                                 {25, 10},
+                                 {26, 10},
+                                 {27, 10},
+                                 {28, 10},
+                                 {29, 10},
+                                 {30, 10}}));
 }
 
 TEST_F(Stroke, SecondButtonPaintsTheSecondaryColour) {
@@ -137,8 +146,8 @@ TEST_F(Stroke, RadialCopiesAreJoinedOnlyToThemselves) {
     host.newDocument(100, 100);
     paint.options.radialSymmetry = true;
     paint.options.radialCopies = 4;
-    paint.symmetryCentreX = 50;
-    paint.symmetryCentreY = 50;
+    paint.options.symmetryCentreX = 50;
+    paint.options.symmetryCentreY = 50;
     BeginStroke(paint);
     DispatchStroke(host.workspace, paint, 0, 0, 70, 20);
     DispatchStroke(host.workspace, paint, 1, 0, 90, 20);
@@ -155,8 +164,8 @@ TEST_F(Stroke, RadialCopiesAreJoinedOnlyToThemselves) {
 TEST_F(Stroke, MirrorsPaintEachCopyOfTheStroke) {
     paint.options.mirrorLeftRight = true;
     paint.options.mirrorTopBottom = true;
-    paint.symmetryCentreX = 60;
-    paint.symmetryCentreY = 60;
+    paint.options.symmetryCentreX = 50;
+    paint.options.symmetryCentreY = 50;
     BeginStroke(paint);
     DispatchStroke(host.workspace, paint, 0, 0, 10, 10);
     DispatchStroke(host.workspace, paint, 1, 0, 10, 10);
