@@ -13,6 +13,8 @@
 #include "core/commands.h"
 #include "core/document_commands.h"
 #include "core/workspace.h"
+#include "paint/paint_commands.h"
+#include "paint/paint_session.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
@@ -44,10 +46,16 @@ int main(int argc, char* argv[]) {
     wib::MachineInfo machine;
     wib::ProgramLog log;
     wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine, log});
+    const wib::ProgramPaths paths = wib::FindProgramPaths();
+    wib::PaintSession paint(workspace, paths.tempDir);
+    paint.state().chalkProfile = wib::LoadEdgeprofile(paths.dataDir / "brushes" / "chalk.profile");
+    paint.optionsChanged();
+
     wib::CommandRegistry commands;
     wib::RegisterDocumentCommands(commands);
+    wib::RegisterPaintCommands(commands, paint);
 
-    wib::StartupContext context{workspace, commands, view, log, wib::FindProgramPaths(), *options};
+    wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
 

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstring>
 
+#include "paint/brush_shape.h"
+#include "paint/paint_modes.h"
+
 namespace wib {
 
 namespace {
@@ -19,7 +22,7 @@ std::vector<BrushControl> MakeControls() {
     const char* B = "BrushOptions";
     const char* P = "Paper_Panel";
     using K = ControlKind;
-    return {
+    std::vector<BrushControl> controls{
         {0,
          B,
          {"Option1", "Option2", "Option3"},
@@ -120,6 +123,27 @@ std::vector<BrushControl> MakeControls() {
         {42, P, {"Check3"}, K::Toggle, 0, 1, 0, "Emboss grain", WIB_BOOL(paperEmboss)},
         {43, P, {"HProp1"}, K::Slider, 25, 400, 0, "Grain scale %", WIB_INT(paperScale)},
     };
+    for (BrushControl& control : controls) {
+        switch (control.field) {
+            case 0:
+                control.buttonCaptions = {"Nearest", "Bilinear", "Supersampled"};
+                break;
+            case 13:
+                control.buttonCaptions = {"Paint on matte", "Ignore selection"};
+                break;
+            case 30:
+                control.valueName = [](int v) {
+                    return BuiltinBrushName(static_cast<BuiltinBrush>(v));
+                };
+                break;
+            case 31:
+                control.valueName = PaintModeName;
+                break;
+            default:
+                break;
+        }
+    }
+    return controls;
 }
 
 #undef WIB_INT

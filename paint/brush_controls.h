@@ -28,6 +28,8 @@ struct BrushControl {
     const char* caption;
     int (*get)(const BrushOptionsModel&);
     void (*set)(BrushOptionsModel&, int);
+    std::vector<const char*> buttonCaptions = {};  // groups: the text on each button
+    const char* (*valueName)(int) = nullptr;       // sliders whose values have names
 };
 
 // Every control, in record order.
