@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <utility>
+
 #include "core/buffer_access.h"
+#include "core/document_build.h"
 #include "plugins/rpc_error.h"
 #include "tests/plugins/server_fixture.h"
 
@@ -161,6 +165,57 @@ TEST_F(ServerProtocol, AClientThatReleasedItsLocksLeavesNoTrace) {
     const std::size_t lines = host.log.lines.size();
     client->close();
     EXPECT_EQ(host.log.lines.size(), lines);
+}
+
+}  // namespace
+}  // namespace wib::testing
+
+namespace wib::testing {
+namespace {
+
+// A view whose first event pump lets a second plug-in send a call and gives
+// the server every chance to read it, noting the lock count around the pump.
+class PumpingView : public RecordingView {
+  public:
+    void processPendingEvents() override {
+        const int before = document->InterfaceLockCount;
+        if (const auto action = std::exchange(duringPump, nullptr)) {
+            action();
+        }
+        RawClient::settle();
+        changedDuringPump = document->InterfaceLockCount != before;
+    }
+    const Document* document = nullptr;
+    std::function<void()> duringPump;
+    bool changedDuringPump = false;
+};
+
+TEST(ServerOrder, ACallThatLetsEventsRunFinishesBeforeTheNextOneStarts) {
+    TestHost fakes;
+    PumpingView view;
+    Workspace workspace(HostServices{fakes.prompter, fakes.preferences, fakes.clock, view,
+                                     fakes.system, fakes.log});
+    view.document = &workspace.document;
+    Wib_NewBuffer(workspace, 8, 6);
+    CommandRegistry commands;
+    MapControls controls;
+    AutomationHost host{workspace, commands, controls, "", "", 1};
+    AutomationServer server(host);
+    ASSERT_TRUE(server.listen(
+        QString("wib-automation-order-%1").arg(QCoreApplication::applicationPid()), kToken));
+
+    RawClient first(server.fullServerName());
+    RawClient second(server.fullServerName());
+    first.call("Wib_Connect", Params(std::string(kToken)));
+    second.call("Wib_Connect", Params(std::string(kToken)));
+    std::uint32_t lockId = 0;
+    view.duringPump = [&] { lockId = second.send("Wib_Lock", Params()); };
+    EXPECT_EQ(first.call("Wib_CompleteRefresh").errorCode, 0);
+    EXPECT_FALSE(view.changedDuringPump);
+    const auto lockAnswer = second.next();
+    ASSERT_TRUE(lockAnswer);
+    EXPECT_EQ(lockAnswer->msgid, lockId);
+    EXPECT_EQ(workspace.document.InterfaceLockCount, 1);
 }
 
 }  // namespace

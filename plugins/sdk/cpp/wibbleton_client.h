@@ -19,7 +19,6 @@
 #include <msgpack.hpp>
 
 #include <sys/socket.h>
-#include <sys/uio.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -376,7 +375,11 @@ class Wibbleton_Class {
         int first = 0;
         const int count = tailSize > 0 ? 2 : 1;
         while (first < count) {
-            const ssize_t sent = ::writev(fd_, parts + first, count - first);
+            msghdr message{};
+            message.msg_iov = parts + first;
+            message.msg_iovlen = static_cast<std::size_t>(count - first);
+            // MSG_NOSIGNAL: a closed connection is an exception, not SIGPIPE.
+            const ssize_t sent = ::sendmsg(fd_, &message, MSG_NOSIGNAL);
             if (sent < 0) {
                 if (errno == EINTR) {
                     continue;
