@@ -126,14 +126,20 @@ TEST_F(CppClient, LocksAndRefreshFlagsAreGivenBackWhenAPluginDies) {
 
     const pid_t child = fork();
     if (child == 0) {
-        Wibbleton_Class dying(server_->socketPath(), server_->token());
-        dying.Wib_LockInterface();
-        dying.Wib_LockBuffer();
-        dying.Wib_StatusOpen("Working");
+        // The child must never return into the test runner.
+        try {
+            Wibbleton_Class dying(server_->socketPath(), server_->token());
+            dying.Wib_LockInterface();
+            dying.Wib_LockBuffer();
+            dying.Wib_StatusOpen("Working");
+        } catch (...) {
+            _exit(1);
+        }
         _exit(0);
     }
-    int status = 0;
+    int status = -1;
     waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
     EXPECT_TRUE(server_->waitForOutput(
         "Plug-in disconnected while holding the interface lock; windows enabled again."));
     EXPECT_TRUE(server_->waitForOutput("status window closed"));

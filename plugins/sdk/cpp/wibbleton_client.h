@@ -22,6 +22,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdint>
@@ -29,6 +30,7 @@
 #include <cstring>
 #include <deque>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -210,12 +212,7 @@ class Wibbleton_Class {
     // Calls any method by name and returns its raw result.
     template <typename... Args>
     msgpack::object_handle call(const std::string& method, const Args&... args) {
-        msgpack::sbuffer request;
-        msgpack::packer<msgpack::sbuffer> packer(request);
-        const std::uint32_t msgid = startRequest(packer, method, sizeof...(Args));
-        (detail::PackArg(packer, args), ...);
-        sendAll(request.data(), request.size(), nullptr, 0);
-        return awaitResponse(msgid);
+        return msgpack::clone(request(method, args...).get());
     }
 
     // Notifications that have arrived so far, oldest first; taking them empties the queue.
@@ -355,6 +352,17 @@ class Wibbleton_Class {
         }
     }
 
+    // The result refers to the receive buffer: use it before the next request.
+    template <typename... Args>
+    msgpack::object_handle request(const std::string& method, const Args&... args) {
+        msgpack::sbuffer request;
+        msgpack::packer<msgpack::sbuffer> packer(request);
+        const std::uint32_t msgid = startRequest(packer, method, sizeof...(Args));
+        (detail::PackArg(packer, args), ...);
+        sendAll(request.data(), request.size(), nullptr, 0);
+        return awaitResponse(msgid);
+    }
+
     std::uint32_t startRequest(msgpack::packer<msgpack::sbuffer>& packer, const std::string& method,
                                std::size_t argCount) {
         const std::uint32_t msgid = nextId_++;
@@ -401,14 +409,15 @@ class Wibbleton_Class {
     msgpack::object_handle awaitResponse(std::uint32_t msgid) {
         msgpack::object_handle message;
         for (;;) {
-            while (unpacker_.next(message)) {
+            while (nextMessage(message)) {
                 const msgpack::object& o = message.get();
                 if (o.type != msgpack::type::ARRAY || o.via.array.size < 3) {
                     throw std::runtime_error("the program sent something other than msgpack-RPC");
                 }
                 const auto kind = o.via.array.ptr[0].as<int>();
                 if (kind == 2) {
-                    events_.push_back({o.via.array.ptr[1].as<std::string>(), std::move(message)});
+                    events_.push_back(
+                        {o.via.array.ptr[1].as<std::string>(), msgpack::clone(o.via.array.ptr[2])});
                     continue;
                 }
                 if (kind != 1 || o.via.array.size != 4 ||
@@ -426,11 +435,44 @@ class Wibbleton_Class {
         }
     }
 
+    // Binaries (planes) are left in the receive buffer and copied out once.
+    static bool ReferenceBinaries(msgpack::type::object_type type, std::size_t, void*) {
+        return type == msgpack::type::BIN;
+    }
+
+    // The next whole message in the receive buffer, if one is there.
+    bool nextMessage(msgpack::object_handle& message) {
+        if (start_ == end_) {
+            return false;
+        }
+        std::size_t offset = start_;
+        try {
+            message = msgpack::unpack(inbox_.get(), end_, offset, &ReferenceBinaries);
+        } catch (const msgpack::insufficient_bytes&) {
+            return false;
+        }
+        start_ = offset;
+        return true;
+    }
+
+    // Reads more of the stream into one buffer kept from call to call, so
+    // that a plane lands in memory that is already mapped.
     void receive() {
-        unpacker_.reserve_buffer(kReadChunk);
+        if (start_ > 0) {
+            std::memmove(inbox_.get(), inbox_.get() + start_, end_ - start_);
+            end_ -= start_;
+            start_ = 0;
+        }
+        if (inboxSize_ - end_ < kReadChunk / 4) {
+            const std::size_t size = std::max(kReadChunk, 2 * inboxSize_);
+            std::unique_ptr<char[]> larger(new char[size]);
+            std::memcpy(larger.get(), inbox_.get(), end_);
+            inbox_ = std::move(larger);
+            inboxSize_ = size;
+        }
         ssize_t got;
         do {
-            got = ::recv(fd_, unpacker_.buffer(), unpacker_.buffer_capacity(), 0);
+            got = ::recv(fd_, inbox_.get() + end_, inboxSize_ - end_, 0);
         } while (got < 0 && errno == EINTR);
         if (got < 0) {
             throw std::system_error(errno, std::generic_category(), "receive from Wibbleton");
@@ -438,13 +480,13 @@ class Wibbleton_Class {
         if (got == 0) {
             throw std::runtime_error("Wibbleton closed the connection");
         }
-        unpacker_.buffer_consumed(static_cast<std::size_t>(got));
+        end_ += static_cast<std::size_t>(got);
     }
 
-    Plane planeCall(const std::string& method) { return detail::ToPlane(call(method).get()); }
+    Plane planeCall(const std::string& method) { return detail::ToPlane(request(method).get()); }
 
     std::optional<Plane> brushCall(const std::string& method) {
-        const msgpack::object_handle result = call(method);
+        const msgpack::object_handle result = request(method);
         if (result->type != msgpack::type::ARRAY) {
             return std::nullopt;
         }
@@ -469,7 +511,10 @@ class Wibbleton_Class {
 
     int fd_ = -1;
     std::uint32_t nextId_ = 1;
-    msgpack::unpacker unpacker_;
+    std::unique_ptr<char[]> inbox_;  // received bytes; [start_, end_) not yet parsed
+    std::size_t inboxSize_ = 0;
+    std::size_t start_ = 0;
+    std::size_t end_ = 0;
     std::deque<Event> events_;
 };
 
