@@ -2,12 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <thread>
 
 #include "plugins/sdk/cpp/wibbleton_client.h"
 #include "tests/plugins/server_process.h"
@@ -144,6 +147,63 @@ TEST_F(CppClient, LocksAndRefreshFlagsAreGivenBackWhenAPluginDies) {
         "Plug-in disconnected while holding the interface lock; windows enabled again."));
     EXPECT_TRUE(server_->waitForOutput("status window closed"));
     EXPECT_EQ(wib->Wib_BufferWidth(), 64);
+}
+
+}  // namespace
+}  // namespace wib::testing
+
+namespace wib::testing {
+namespace {
+
+// A peer that answers two requests, each preceded by a notification.
+TEST(CppClientAlone, NotificationsWaitInEventsUntilTaken) {
+    char folder[] = "/tmp/wib-peer-XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    const std::string path = std::string(folder) + "/peer.sock";
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(listener, 1), 0);
+
+    std::thread peer([listener] {
+        const int connection = accept(listener, nullptr, nullptr);
+        msgpack::unpacker requests;
+        for (std::uint32_t msgid = 1; msgid <= 2; ++msgid) {
+            msgpack::object_handle request;
+            while (!requests.next(request)) {
+                requests.reserve_buffer(4096);
+                const ssize_t got = read(connection, requests.buffer(), 4096);
+                if (got <= 0) {
+                    close(connection);
+                    return;
+                }
+                requests.buffer_consumed(static_cast<std::size_t>(got));
+            }
+            msgpack::sbuffer out;
+            msgpack::packer<msgpack::sbuffer> packer(out);
+            packer.pack(
+                std::make_tuple(2, std::string("WibMouseDown"), std::vector<int>{1, 0, 10, 20}));
+            packer.pack(std::make_tuple(1, msgid, msgpack::type::nil_t(), -1));
+            [[maybe_unused]] const ssize_t sent = write(connection, out.data(), out.size());
+        }
+        close(connection);
+    });
+
+    {
+        Wibbleton_Class wib(path, "any");
+        EXPECT_EQ(wib.call("Wib_Anything")->as<int>(), -1);
+        std::deque<wibbleton::Event> events = wib.events();
+        ASSERT_EQ(events.size(), 2u);
+        EXPECT_EQ(events[0].method, "WibMouseDown");
+        EXPECT_EQ(events[1].params->as<std::vector<int>>(), (std::vector<int>{1, 0, 10, 20}));
+        EXPECT_TRUE(wib.events().empty());
+    }
+    peer.join();
+    close(listener);
+    unlink(path.c_str());
+    rmdir(folder);
 }
 
 }  // namespace
