@@ -15,10 +15,13 @@
 #include "core/workspace.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
+#include "plugins/automation_server.h"
+#include "plugins/token.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
 #include "ui/mdi_main_form.h"
+#include "ui/qt_controls.h"
 
 int main(int argc, char* argv[]) {
     std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -59,7 +62,32 @@ int main(int argc, char* argv[]) {
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
 
+    // Plug-ins reach the program through the automation server; the programs
+    // it starts find it through the environment.
+    wib::QtControls controls;
+    wib::AutomationHost automation{workspace,
+                                   commands,
+                                   controls,
+                                   paths.appDir.string(),
+                                   paths.tempDir.string(),
+                                   workspace.threadCount};
+    wib::AutomationServer server(automation);
+    const QString token =
+        options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
+    const QString name =
+        options->listen.empty()
+            ? QStringLiteral("wibbleton-%1").arg(QCoreApplication::applicationPid())
+            : QString::fromStdString(options->listen);
+    if (server.listen(name, token)) {
+        qputenv("WIBBLETON_SERVER", server.fullServerName().toLocal8Bit());
+        qputenv("WIBBLETON_TOKEN", token.toUtf8());
+        log.line("Serving plug-ins on " + server.fullServerName().toStdString());
+    } else {
+        log.line("Cannot serve plug-ins: " + server.errorString().toStdString());
+    }
+
     const int result = QApplication::exec();
+    server.close();
     mainForm->shutDown();
     view.attach(nullptr);
     log.attach(nullptr);
