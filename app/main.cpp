@@ -70,7 +70,8 @@ int main(int argc, char* argv[]) {
                                    controls,
                                    paths.appDir.string(),
                                    paths.tempDir.string(),
-                                   workspace.threadCount};
+                                   workspace.threadCount,
+                                   &paint};
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
