@@ -362,7 +362,9 @@ void MDI_MainForm::updateTitle() {
                        .arg(workspace_.eraseMode ? tr(" - erase mode (Caps Lock)") : QString()));
 }
 
-void MDI_MainForm::refresh() {
+// Under the refresh flags: nothing, the title only, the canvas only, or (a
+// complete refresh) title, canvas size and every panel.
+void MDI_MainForm::redraw(bool complete) {
     switch (CurrentRefreshScope(workspace_.document)) {
         case RefreshScope::None:
             return;
@@ -370,31 +372,26 @@ void MDI_MainForm::refresh() {
             updateTitle();
             return;
         case RefreshScope::CanvasOnly:
-        case RefreshScope::Complete:
             canvas_->update();
+            return;
+        case RefreshScope::Complete:
+            if (complete) {
+                updateTitle();
+                canvas_->updateGeometryFromDocument();
+                update();
+            } else {
+                canvas_->update();
+            }
     }
 }
+
+void MDI_MainForm::refresh() { redraw(false); }
+
+void MDI_MainForm::completeRefresh() { redraw(true); }
 
 void MDI_MainForm::refreshArea(int left, int top, int right, int bottom) {
     if (CurrentRefreshScope(workspace_.document) != RefreshScope::None) {
         canvas_->refreshArea(left, top, right, bottom);
-    }
-}
-
-void MDI_MainForm::completeRefresh() {
-    switch (CurrentRefreshScope(workspace_.document)) {
-        case RefreshScope::None:
-            return;
-        case RefreshScope::TitleOnly:
-            updateTitle();
-            return;
-        case RefreshScope::CanvasOnly:
-            canvas_->update();
-            return;
-        case RefreshScope::Complete:
-            updateTitle();
-            canvas_->updateGeometryFromDocument();
-            update();
     }
 }
 
