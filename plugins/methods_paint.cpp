@@ -198,6 +198,19 @@ std::vector<MethodSpec> PaintMethods() {
              Paint(c).chooseBuiltinBrush(static_cast<BuiltinBrush>(brush));
              return Reply::Nil();
          }},
+        {"Wib_ReplaceInternalBrush",
+         kSettings,
+         {{"brush", ArgType::Integer}},
+         kNothing,
+         "The brush image's shape takes the place of built-in brush 0..3 (scaled to the Size "
+         "control) for the rest of the session.",
+         [](CallContext& c, CallArgs& args) {
+             const int brush = InRange(args, 0, "brush", 0, kBuiltinBrushCount - 1);
+             if (!Paint(c).replaceBuiltinBrush(brush)) {
+                 throw BadCall("there is no brush image to take the shape from");
+             }
+             return Reply::Nil();
+         }},
         {"Wib_Get_InternalBrushID",
          kSettings,
          {},

@@ -75,6 +75,15 @@ TEST_F(PaintMethods, TheBrushImageIsBuiltPlaneByPlane) {
     EXPECT_TRUE(doc.CustomBrushActive);
     EXPECT_TRUE(planeEquals(answer("Wib_GetBrushABuffer").get(), doc.BrushA));
     EXPECT_EQ(errorOf("Wib_CreateEmptyBrush", Params(0, 3)), 5);
+
+    ASSERT_EQ(errorOf("Wib_ReplaceInternalBrush", Params(2)), 0);
+    ASSERT_EQ(errorOf("Wib_SetBrushSize", Params(8)), 0);
+    ASSERT_EQ(errorOf("Wib_SetInternalBrush", Params(2)), 0);
+    EXPECT_EQ(paint.state().tip.width, 8) << "the image brush's shape at the Size control";
+    EXPECT_EQ(paint.state().tip.height, 6);
+    EXPECT_GT(paint.state().tip.at(3, 3), 100);
+    EXPECT_EQ(paint.state().tip.at(7, 5), 0);
+    EXPECT_EQ(errorOf("Wib_ReplaceInternalBrush", Params(4)), 5);
 }
 
 TEST_F(PaintMethods, WithoutAPaintSessionTheCallsAreRefused) {
