@@ -13,9 +13,14 @@
 #include "core/commands.h"
 #include "core/document_commands.h"
 #include "core/workspace.h"
+#include "fileio/converter_bridge.h"
+#include "fileio/file_commands.h"
+#include "fileio/image_files.h"
+#include "ui/clipboard_commands.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
+#include "ui/host/qt_process_runner.h"
 #include "ui/mdi_main_form.h"
 
 int main(int argc, char* argv[]) {
@@ -47,9 +52,19 @@ int main(int argc, char* argv[]) {
     wib::CommandRegistry commands;
     wib::RegisterDocumentCommands(commands);
 
-    wib::StartupContext context{workspace, commands, view, log, wib::FindProgramPaths(), *options};
+    // Image files: the converter runs as a Qt process; files opened and saved
+    // go on the recent-files list once the main frame is there.
+    const wib::ProgramPaths paths = wib::FindProgramPaths();
+    wib::QtProcessRunner processes;
+    wib::ConverterBridge converter(processes, paths.tempDir);
+    wib::ImageFiles files(converter);
+    wib::RegisterFileCommands(commands, files);
+    wib::RegisterClipboardCommands(commands);
+
+    wib::StartupContext context{workspace, commands, view, log, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
+    files.fileUsed = [&mainForm](const std::string& path) { mainForm->addRecentFile(path); };
 
     const int result = QApplication::exec();
     mainForm->shutDown();
