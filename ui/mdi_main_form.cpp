@@ -21,6 +21,7 @@
 #include "ui/caps_lock.h"
 #include "ui/colour_wells.h"
 #include "ui/error_console_form.h"
+#include "ui/file_dialogs.h"
 #include "ui/form1.h"
 #include "ui/param_dialog.h"
 #include "ui/tool_panel.h"
@@ -195,6 +196,12 @@ bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamV
         values = dialog.values();
         return true;
     }
+    if (id == "file.open") {
+        return AskOpenValues(this, workspace_.document.FileName, values);
+    }
+    if (id == "file.save") {
+        return AskSaveValues(this, workspace_.host.prompter, workspace_.document.FileName, values);
+    }
     ParamDialog dialog(*command, values, this);
     if (dialog.exec() != QDialog::Accepted) {
         return false;
@@ -206,6 +213,11 @@ bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamV
 void MDI_MainForm::runFromMenu(const std::string& id) {
     const CommandSpec* command = commands_.find(id);
     if (command == nullptr || !isEnabled()) {
+        return;
+    }
+    // An image that has never been saved is saved as a new file.
+    if (id == "file.save_current" && workspace_.document.FileName.empty()) {
+        runFromMenu("file.save");
         return;
     }
     auto values = commands_.defaults(workspace_, *command);
@@ -354,7 +366,12 @@ void MDI_MainForm::zoomActual() {
 
 void MDI_MainForm::updateTitle() {
     const Document& doc = workspace_.document;
-    setWindowTitle(QStringLiteral("Wibbleton - Untitled%1 (%2 x %3, %4%)%5")
+    const QString name =
+        doc.FileName.empty()
+            ? tr("Untitled")
+            : QString::fromStdString(std::filesystem::path(doc.FileName).filename().string());
+    setWindowTitle(QStringLiteral("Wibbleton - %1%2 (%3 x %4, %5%)%6")
+                       .arg(name)
                        .arg(doc.ModifiedFlag == 255 ? QStringLiteral("*") : QString())
                        .arg(doc.width)
                        .arg(doc.height)

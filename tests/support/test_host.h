@@ -64,6 +64,7 @@ class MemoryPreferences : public Preferences {
 class FakeClock : public Clock {
   public:
     std::chrono::nanoseconds now() const override { return time; }
+    void sleepFor(std::chrono::nanoseconds duration) override { time += duration; }
     std::chrono::nanoseconds time{0};
 };
 
