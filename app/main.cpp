@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "app/brush_file_commands.h"
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
 #include "app/program_paths.h"
@@ -70,6 +71,7 @@ int main(int argc, char* argv[]) {
     wib::ImageFiles files(converter);
     wib::RegisterFileCommands(commands, files);
     wib::RegisterClipboardCommands(commands);
+    wib::RegisterBrushFileCommands(commands, paint);
 
     wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);

@@ -50,13 +50,15 @@ const char* ParamTypeName(ParamType type) {
             return "boolean";
         case ParamType::Choice:
             return "choice";
+        case ParamType::FilePath:
+            return "path";
     }
     return "value";
 }
 
 std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& value,
                                      std::string& error) {
-    if (spec.type == ParamType::Text) {
+    if (spec.type == ParamType::Text || spec.type == ParamType::FilePath) {
         if (const auto* text = std::get_if<std::string>(&value)) {
             return *text;
         }

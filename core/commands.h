@@ -16,7 +16,9 @@ class Workspace;
 // a number or text.
 using ParamValue = std::variant<long long, double, std::string>;
 
-enum class ParamType { Integer, Number, Text, Colour, Boolean, Choice };
+// FilePath is text the dialog fills from a file dialog; its `choices` hold
+// that dialog's filter ("Images (*.tga *.bmp)").
+enum class ParamType { Integer, Number, Text, Colour, Boolean, Choice, FilePath };
 
 struct ParamSpec {
     std::string name;     // key in Wib_RunCommand's map ("width")

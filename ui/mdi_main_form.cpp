@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileDialog>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenuBar>
@@ -201,6 +202,19 @@ bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamV
     }
     if (id == "file.save") {
         return AskSaveValues(this, workspace_.host.prompter, workspace_.document.FileName, values);
+    }
+    // A command that asks only for a file goes straight to the file dialog.
+    if (command->params.size() == 1 && command->params[0].type == ParamType::FilePath) {
+        const ParamSpec& file = command->params[0];
+        const QString path = QFileDialog::getOpenFileName(
+            this,
+            QString::fromStdString(command->caption).remove('&').remove(QStringLiteral("...")),
+            QString(), file.choices.empty() ? QString() : QString::fromStdString(file.choices[0]));
+        if (path.isEmpty()) {
+            return false;
+        }
+        values[file.name] = path.toStdString();
+        return true;
     }
     ParamDialog dialog(*command, values, this);
     if (dialog.exec() != QDialog::Accepted) {
@@ -402,9 +416,13 @@ void MDI_MainForm::redraw(bool complete) {
     }
 }
 
-void MDI_MainForm::refresh() { redraw(false); }
+void MDI_MainForm::refresh() {
+    redraw(false);
+}
 
-void MDI_MainForm::completeRefresh() { redraw(true); }
+void MDI_MainForm::completeRefresh() {
+    redraw(true);
+}
 
 void MDI_MainForm::refreshArea(int left, int top, int right, int bottom) {
     if (CurrentRefreshScope(workspace_.document) != RefreshScope::None) {

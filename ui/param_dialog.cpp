@@ -5,7 +5,9 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
+#include <QFileDialog>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
@@ -71,6 +73,32 @@ ParamDialog::ParamDialog(const CommandSpec& command, const std::map<std::string,
                     field->setText(QString::fromStdString(*text));
                 }
                 form->addRow(label, field);
+                readers_.push_back([name, field] {
+                    return std::pair{name, ParamValue{field->text().toStdString()}};
+                });
+                break;
+            }
+            case ParamType::FilePath: {
+                auto* row = new QWidget(this);
+                auto* layout = new QHBoxLayout(row);
+                layout->setContentsMargins(0, 0, 0, 0);
+                auto* field = new QLineEdit(row);
+                if (const auto* text = std::get_if<std::string>(&initial)) {
+                    field->setText(QString::fromStdString(*text));
+                }
+                auto* browse = new QPushButton(tr("Browse..."), row);
+                const QString filter =
+                    spec.choices.empty() ? QString() : QString::fromStdString(spec.choices[0]);
+                connect(browse, &QPushButton::clicked, this, [this, field, filter] {
+                    const QString path =
+                        QFileDialog::getOpenFileName(this, windowTitle(), field->text(), filter);
+                    if (!path.isEmpty()) {
+                        field->setText(path);
+                    }
+                });
+                layout->addWidget(field, 1);
+                layout->addWidget(browse);
+                form->addRow(label, row);
                 readers_.push_back([name, field] {
                     return std::pair{name, ParamValue{field->text().toStdString()}};
                 });
