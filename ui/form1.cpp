@@ -47,12 +47,12 @@ void Form1::paintEvent(QPaintEvent* event) {
     if (source.isEmpty()) {
         return;
     }
-    const QImage image = PlanesToImage(document_, source);
+    PlanesToImage(document_, source, picture_);
     const QRectF target(source.left() * s, source.top() * s, source.width() * s,
                         source.height() * s);
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
-    painter.drawImage(target, image);
+    painter.drawImage(target, picture_);
 }
 
 }  // namespace wib

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QWidget>
 
 namespace wib {
@@ -26,6 +27,7 @@ class Form1 : public QWidget {
   private:
     double scale() const;
     const Document& document_;
+    QImage picture_;  // the converted damaged area, kept between redraws
 };
 
 }  // namespace wib
