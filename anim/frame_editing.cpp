@@ -14,9 +14,8 @@ void FrameStore::InsertFrame(int index) {
         return;
     }
     StoreCurrentFrame();
-    const std::uint64_t frameBytes = 3 * static_cast<std::uint64_t>(animR_.frameBytes());
-    if (frameBytes > workspace_.host.system.availableMemoryBytes() ||
-        !resizeFrames(frameCount_ + 1)) {
+    const std::uint64_t needed = 3 * static_cast<std::uint64_t>(animR_.frameBytes());
+    if (needed > workspace_.host.system.availableMemoryBytes() || !resizeFrames(frameCount_ + 1)) {
         workspace_.host.prompter.message(kInsertFrameMemoryMessage);
         return;
     }

@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <memory>
 
+#include "anim/animation_commands.h"
+#include "anim/frame_store.h"
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
 #include "app/program_paths.h"
@@ -13,6 +15,7 @@
 #include "core/commands.h"
 #include "core/document_commands.h"
 #include "core/workspace.h"
+#include "ui/animation_panels.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
@@ -46,10 +49,16 @@ int main(int argc, char* argv[]) {
     wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine, log});
     wib::CommandRegistry commands;
     wib::RegisterDocumentCommands(commands);
+    const wib::ProgramPaths paths = wib::FindProgramPaths();
 
-    wib::StartupContext context{workspace, commands, view, log, wib::FindProgramPaths(), *options};
+    // The animation frames live beside the Workspace, which resizes them with the canvas.
+    wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
+    wib::RegisterAnimationCommands(commands, frameStore);
+
+    wib::StartupContext context{workspace, commands, view, log, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
+    wib::AttachAnimationPanels(*mainForm, frameStore, commands);
 
     const int result = QApplication::exec();
     mainForm->shutDown();

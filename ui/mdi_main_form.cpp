@@ -26,7 +26,7 @@ namespace {
 
 constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
                                          200, 300, 400, 600, 800, 1600};
-constexpr std::array<const char*, 5> kMenus{"File", "Edit", "Image", "View", "Window"};
+constexpr std::array<const char*, 6> kMenus{"File", "Edit", "Image", "Animation", "View", "Window"};
 // Temporary files the animation and layer stores leave in the temporary folder.
 constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
 
@@ -155,7 +155,14 @@ void MDI_MainForm::addRecentFile(const std::string& path) {
     rebuildRecentMenu();
 }
 
+void MDI_MainForm::setCommandDialog(const std::string& id, CommandDialog dialog) {
+    commandDialogs_[id] = std::move(dialog);
+}
+
 bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamValue>& values) {
+    if (const auto dialog = commandDialogs_.find(id); dialog != commandDialogs_.end()) {
+        return dialog->second(values);
+    }
     const CommandSpec* command = commands_.find(id);
     if (id == "file.new" || id == "image.canvas_size") {
         CanvasSize dialog(
