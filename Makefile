@@ -38,7 +38,7 @@ bench: build
 	@scripts/run-bench $(BUILD)/bin
 
 format:
-	find pixel core anim ui app tests bench -name '*.h' -o -name '*.cpp' | xargs clang-format -i
+	find pixel core paint anim plugins ui app tests bench -name '*.h' -o -name '*.cpp' | xargs clang-format -i
 
 clean:
 	rm -rf $(BUILD) $(SAN_BUILD)

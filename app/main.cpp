@@ -15,11 +15,16 @@
 #include "core/commands.h"
 #include "core/document_commands.h"
 #include "core/workspace.h"
+#include "paint/paint_commands.h"
+#include "paint/paint_session.h"
+#include "plugins/automation_server.h"
+#include "plugins/token.h"
 #include "ui/animation_panels.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
 #include "ui/mdi_main_form.h"
+#include "ui/qt_controls.h"
 
 int main(int argc, char* argv[]) {
     std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -47,20 +52,50 @@ int main(int argc, char* argv[]) {
     wib::MachineInfo machine;
     wib::ProgramLog log;
     wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine, log});
+    const wib::ProgramPaths paths = wib::FindProgramPaths();
+    wib::PaintSession paint(workspace, paths.tempDir);
+    paint.state().chalkProfile = wib::LoadEdgeprofile(paths.dataDir / "brushes" / "chalk.profile");
+    paint.optionsChanged();
+
     wib::CommandRegistry commands;
     wib::RegisterDocumentCommands(commands);
-    const wib::ProgramPaths paths = wib::FindProgramPaths();
+    wib::RegisterPaintCommands(commands, paint);
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
     wib::RegisterAnimationCommands(commands, frameStore);
 
-    wib::StartupContext context{workspace, commands, view, log, paths, *options};
+    wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
     wib::AttachAnimationPanels(*mainForm, frameStore, commands);
 
+    // Plug-ins reach the program through the automation server; the programs
+    // it starts find it through the environment.
+    wib::QtControls controls;
+    wib::AutomationHost automation{workspace,
+                                   commands,
+                                   controls,
+                                   paths.appDir.string(),
+                                   paths.tempDir.string(),
+                                   workspace.threadCount};
+    wib::AutomationServer server(automation);
+    const QString token =
+        options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
+    const QString name =
+        options->listen.empty()
+            ? QStringLiteral("wibbleton-%1").arg(QCoreApplication::applicationPid())
+            : QString::fromStdString(options->listen);
+    if (server.listen(name, token)) {
+        qputenv("WIBBLETON_SERVER", server.fullServerName().toLocal8Bit());
+        qputenv("WIBBLETON_TOKEN", token.toUtf8());
+        log.line("Serving plug-ins on " + server.fullServerName().toStdString());
+    } else {
+        log.line("Cannot serve plug-ins: " + server.errorString().toStdString());
+    }
+
     const int result = QApplication::exec();
+    server.close();
     mainForm->shutDown();
     view.attach(nullptr);
     log.attach(nullptr);

@@ -12,6 +12,7 @@
 
 #include "core/commands.h"
 #include "core/workspace.h"
+#include "paint/paint_session.h"
 #include "ui/caps_lock.h"
 #include "ui/color_sets.h"
 #include "ui/error_console_form.h"
@@ -129,7 +130,8 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
                  "); the swatch palettes are not available.");
     }
 
-    auto mainForm = std::make_unique<MDI_MainForm>(workspace, context.commands, context.paths);
+    auto mainForm =
+        std::make_unique<MDI_MainForm>(workspace, context.commands, context.paths, &context.paint);
     context.log.attach(mainForm->logWindow());
     context.view.attach(mainForm.get());
     context.commands.run(workspace, "file.new", {});
@@ -160,6 +162,7 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
     workspace.defaultMoviePath = DefaultMovieFolder() + "/MyAVI.avi";
 
     workspace.eraseMode = capsLock;
+    context.paint.state().eraseMode = capsLock;
     if (capsLock) {
         mainForm->updateTitle();
         log.line("Caps lock is on.");

@@ -9,6 +9,7 @@ namespace wib {
 
 class CommandRegistry;
 class MDI_MainForm;
+class PaintSession;
 class ProgramLog;
 class ViewRelay;
 class Workspace;
@@ -18,6 +19,7 @@ struct StartupContext {
     CommandRegistry& commands;
     ViewRelay& view;
     ProgramLog& log;
+    PaintSession& paint;
     ProgramPaths paths;
     LaunchOptions options;
 };

@@ -10,6 +10,11 @@ namespace wib::bench {
 void RegisterFigure(const std::string& figure, const std::string& ours,
                     const std::string& reference, double target);
 
+// A figure measured against a fixed time budget instead of a reference run:
+// ratio = budget / our time.
+void RegisterBudgetFigure(const std::string& figure, const std::string& ours, double budgetMs,
+                          double target);
+
 // Runs every registered benchmark (honouring the usual --benchmark_* flags),
 // then prints one line per figure:
 //   FIGURE undo_save_1080p ours=0.41ms ref=0.39ms ratio=0.95 target>=0.80 PASS

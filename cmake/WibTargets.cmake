@@ -14,6 +14,11 @@ function(wib_library name)
     target_link_libraries(wib_${name} PUBLIC ${ARG_DEPS})
 endfunction()
 
+# Tests run on Qt's offscreen platform, with settings and user files of their
+# own so that they neither read nor change the user's.
+set(WIB_TEST_ENVIRONMENT
+    "QT_QPA_PLATFORM=offscreen;XDG_CONFIG_HOME=${CMAKE_BINARY_DIR}/test-home/config;XDG_DATA_HOME=${CMAKE_BINARY_DIR}/test-home/data")
+
 # wib_test(<name> [OWN_MAIN] SOURCES ... DEPS ...) makes a GoogleTest program registered
 # with CTest. OWN_MAIN: the sources bring their own main() (to make a QApplication first).
 function(wib_test name)
@@ -25,5 +30,5 @@ function(wib_test name)
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
     endif()
     gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
-                         PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+                         PROPERTIES ENVIRONMENT "${WIB_TEST_ENVIRONMENT}")
 endfunction()

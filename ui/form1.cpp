@@ -1,10 +1,14 @@
 #include "ui/form1.h"
 
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QTabletEvent>
 #include <cmath>
 
 #include "core/document.h"
+#include "core/tablet_calibration.h"
+#include "paint/paint_session.h"
 #include "ui/plane_image.h"
 
 namespace wib {
@@ -34,6 +38,77 @@ void Form1::refreshArea(int left, int top, int right, int bottom) {
     update(QRectF(left * s, top * s, (right - left + 1) * s, (bottom - top + 1) * s)
                .toAlignedRect()
                .adjusted(-1, -1, 1, 1));
+}
+
+void Form1::setPainter(PaintSession* session, const TabletCalibration* calibration) {
+    painter_ = session;
+    calibration_ = calibration;
+    setMouseTracking(false);
+    setCursor(session != nullptr ? Qt::CrossCursor : Qt::ArrowCursor);
+}
+
+void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at,
+                  double pressure, bool tablet) {
+    if (painter_ == nullptr || strokeButton_ != 0) {
+        return;
+    }
+    if (modifiers & Qt::AltModifier) {
+        const double s = scale();
+        painter_->pickColour(static_cast<int>(at.x() / s), static_cast<int>(at.y() / s));
+        return;
+    }
+    strokeButton_ = button == Qt::RightButton ? 2 : button == Qt::LeftButton ? 1 : 0;
+    if (strokeButton_ != 0) {
+        painter_->penPress(strokeButton_, static_cast<float>(at.x()), static_cast<float>(at.y()),
+                           pressure, tablet);
+    }
+}
+
+void Form1::drag(QPointF at, double pressure, bool tablet) {
+    if (painter_ != nullptr && strokeButton_ != 0) {
+        painter_->penDrag(strokeButton_, static_cast<float>(at.x()), static_cast<float>(at.y()),
+                          pressure, tablet);
+    }
+}
+
+void Form1::release(QPointF at) {
+    if (painter_ != nullptr && strokeButton_ != 0) {
+        painter_->penRelease(static_cast<float>(at.x()), static_cast<float>(at.y()));
+    }
+    strokeButton_ = 0;
+}
+
+void Form1::mousePressEvent(QMouseEvent* event) {
+    press(event->button(), event->modifiers(), event->position(), 1.0, false);
+}
+
+void Form1::mouseMoveEvent(QMouseEvent* event) {
+    drag(event->position(), 1.0, false);
+}
+
+void Form1::mouseReleaseEvent(QMouseEvent* event) {
+    release(event->position());
+}
+
+// The pen's own events carry its pressure; taking them keeps Qt from making
+// mouse events of them as well.
+void Form1::tabletEvent(QTabletEvent* event) {
+    const double pressure =
+        calibration_ != nullptr ? calibration_->apply(event->pressure()) : event->pressure();
+    switch (event->type()) {
+        case QEvent::TabletPress:
+            press(event->button(), event->modifiers(), event->position(), pressure, true);
+            break;
+        case QEvent::TabletMove:
+            drag(event->position(), pressure, true);
+            break;
+        case QEvent::TabletRelease:
+            release(event->position());
+            break;
+        default:
+            return;
+    }
+    event->accept();
 }
 
 void Form1::paintEvent(QPaintEvent* event) {

@@ -6,6 +6,8 @@
 namespace wib {
 
 struct Document;
+class PaintSession;
+struct TabletCalibration;
 
 // The canvas window: draws the main buffer at the document's zoom
 // (100 = one image pixel per screen pixel). Only the damaged part of the
@@ -21,12 +23,28 @@ class Form1 : public QWidget {
     void refreshArea(int left, int top, int right, int bottom);
     QSize sizeHint() const override;
 
+    // Pointer and pen input paints through this session; Alt + click picks a
+    // colour. Pressure is read through the calibration.
+    void setPainter(PaintSession* session, const TabletCalibration* calibration);
+
   protected:
     void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void tabletEvent(QTabletEvent* event) override;
 
   private:
     double scale() const;
+    void press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at, double pressure,
+               bool tablet);
+    void drag(QPointF at, double pressure, bool tablet);
+    void release(QPointF at);
+
     const Document& document_;
+    PaintSession* painter_ = nullptr;
+    const TabletCalibration* calibration_ = nullptr;
+    int strokeButton_ = 0;
     QImage picture_;  // the converted damaged area, kept between redraws
 };
 

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -14,7 +15,11 @@
 #include "core/recent_files.h"
 #include "core/undo.h"
 #include "core/workspace.h"
+#include "paint/paint_session.h"
+#include "ui/brush_control_panel.h"
 #include "ui/canvas_size.h"
+#include "ui/caps_lock.h"
+#include "ui/colour_wells.h"
 #include "ui/error_console_form.h"
 #include "ui/form1.h"
 #include "ui/param_dialog.h"
@@ -26,7 +31,8 @@ namespace {
 
 constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
                                          200, 300, 400, 600, 800, 1600};
-constexpr std::array<const char*, 6> kMenus{"File", "Edit", "Image", "Animation", "View", "Window"};
+constexpr std::array<const char*, 7> kMenus{"File",      "Edit", "Image", "Brush",
+                                            "Animation", "View", "Window"};
 // Temporary files the animation and layer stores leave in the temporary folder.
 constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
 
@@ -37,8 +43,12 @@ QString Base64(const QByteArray& bytes) {
 }  // namespace
 
 MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, ProgramPaths paths,
-                           QWidget* parent)
-    : QMainWindow(parent), workspace_(workspace), commands_(commands), paths_(std::move(paths)) {
+                           PaintSession* paint, QWidget* parent)
+    : QMainWindow(parent),
+      workspace_(workspace),
+      commands_(commands),
+      paths_(std::move(paths)),
+      paint_(paint) {
     setObjectName("MDI_MainForm");
     scroll_ = new QScrollArea(this);
     scroll_->setObjectName("CanvasScroll");
@@ -52,10 +62,27 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     log_ = new ErrorConsoleForm(this);
     addDockWidget(Qt::BottomDockWidgetArea, log_);
 
+    if (paint_ != nullptr) {
+        canvas_->setPainter(paint_, &workspace_.tablet);
+        brushPanel_ = new BrushOptions(*paint_, this);
+        paperPanel_ = new Paper_Panel(*paint_, this);
+        addDockWidget(Qt::RightDockWidgetArea, brushPanel_);
+        tabifyDockWidget(brushPanel_, paperPanel_);
+        brushPanel_->raise();
+        paint_->onOptionsChanged = [this] {
+            brushPanel_->showModel();
+            paperPanel_->showModel();
+            if (wells_ != nullptr) {
+                wells_->showColours();
+            }
+        };
+        qApp->installEventFilter(this);
+    }
+
     registerWindowCommands();
     recent_ = LoadMruds(paths_.userDir / "Mruds.txt");
     buildMenus();
-    resize(1000, 720);
+    resize(1240, 860);
     updateTitle();
 }
 
@@ -204,6 +231,10 @@ void MDI_MainForm::runFromMenu(const std::string& id) {
 void MDI_MainForm::createToolPanel() {
     tools_ = new Tool_Panel(
         commands_, [this](const std::string& id) { runFromMenu(id); }, this);
+    if (paint_ != nullptr) {
+        wells_ = new ColourWells(*paint_, workspace_.general ? &*workspace_.general : nullptr);
+        tools_->addBelow(wells_);
+    }
     const long long placement =
         workspace_.host.preferences.integer("Settings", "ToolbarPlacement", 0);
     const std::array<Qt::DockWidgetArea, 4> areas{Qt::LeftDockWidgetArea, Qt::RightDockWidgetArea,
@@ -271,7 +302,19 @@ void MDI_MainForm::closeEvent(QCloseEvent* event) {
     event->accept();
 }
 
+void MDI_MainForm::updateEraseMode() {
+    workspace_.eraseMode = CapsLockIsOn();
+    if (paint_ != nullptr) {
+        paint_->state().eraseMode = workspace_.eraseMode;
+    }
+    updateTitle();
+}
+
 bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
+    if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_CapsLock) {
+        updateEraseMode();
+    }
     if (watched == scroll_->viewport() && event->type() == QEvent::Wheel) {
         auto* wheel = static_cast<QWheelEvent*>(event);
         if (wheel->modifiers() & Qt::ControlModifier) {

@@ -15,8 +15,12 @@ class QScrollArea;
 
 namespace wib {
 
+class BrushOptions;
+class ColourWells;
 class CommandRegistry;
 class ErrorConsoleForm;
+class PaintSession;
+class Paper_Panel;
 class Form1;
 class Tool_Panel;
 class Workspace;
@@ -26,8 +30,10 @@ class Workspace;
 class MDI_MainForm : public QMainWindow, public View {
     Q_OBJECT
   public:
+    // With a paint session the canvas paints and the brush, paper and colour
+    // panels are there.
     MDI_MainForm(Workspace& workspace, CommandRegistry& commands, ProgramPaths paths,
-                 QWidget* parent = nullptr);
+                 PaintSession* paint = nullptr, QWidget* parent = nullptr);
 
     // View
     void refresh() override;
@@ -60,6 +66,8 @@ class MDI_MainForm : public QMainWindow, public View {
 
     // The title shows the size, zoom, unsaved changes and Caps Lock's erase mode.
     void updateTitle();
+    // Caps Lock forces erase mode for drawing; read its state again.
+    void updateEraseMode();
 
     void zoomIn();
     void zoomOut();
@@ -93,6 +101,10 @@ class MDI_MainForm : public QMainWindow, public View {
     Form1* canvas_;
     ErrorConsoleForm* log_;
     Tool_Panel* tools_ = nullptr;
+    PaintSession* paint_ = nullptr;
+    BrushOptions* brushPanel_ = nullptr;
+    Paper_Panel* paperPanel_ = nullptr;
+    ColourWells* wells_ = nullptr;
     QMenu* recentMenu_ = nullptr;
     std::vector<std::string> recent_;
     std::map<std::string, CommandDialog> commandDialogs_;

@@ -30,7 +30,12 @@ void SwatchGrid::paintEvent(QPaintEvent*) {
 void SwatchGrid::mousePressEvent(QMouseEvent* event) {
     const QPoint at = event->position().toPoint();
     const std::size_t index = static_cast<std::size_t>(at.y() / kCell * columns_ + at.x() / kCell);
-    if (at.x() >= 0 && at.x() < columns_ * kCell && index < colours_.size()) {
+    if (at.x() < 0 || at.x() >= columns_ * kCell || index >= colours_.size()) {
+        return;
+    }
+    if (event->button() == Qt::RightButton) {
+        Q_EMIT alternateColourPicked(colours_[index]);
+    } else {
         Q_EMIT colourPicked(colours_[index]);
     }
 }

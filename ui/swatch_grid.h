@@ -14,7 +14,9 @@ class SwatchGrid : public QWidget {
     QSize sizeHint() const override;
 
   Q_SIGNALS:
+    // A left click; a right click gives the alternate signal.
     void colourPicked(const QColor& colour);
+    void alternateColourPicked(const QColor& colour);
 
   protected:
     void paintEvent(QPaintEvent* event) override;

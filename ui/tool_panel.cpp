@@ -52,15 +52,31 @@ void Tool_Panel::setSingleColumn(bool single) {
     layoutButtons();
 }
 
+void Tool_Panel::addBelow(QWidget* widget) {
+    below_.push_back(widget);
+    layoutButtons();
+}
+
 void Tool_Panel::layoutButtons() {
     const int columns = single_ ? 1 : 2;
-    for (QWidget* button : buttons_) {
-        grid_->removeWidget(button);
+    for (QWidget* widget : buttons_) {
+        grid_->removeWidget(widget);
     }
+    for (QWidget* widget : below_) {
+        grid_->removeWidget(widget);
+    }
+    int row = 0;
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
-        grid_->addWidget(buttons_[i], static_cast<int>(i) / columns, static_cast<int>(i) % columns);
+        row = static_cast<int>(i) / columns;
+        grid_->addWidget(buttons_[i], row, static_cast<int>(i) % columns);
     }
-    grid_->setRowStretch(static_cast<int>(buttons_.size()), 1);
+    for (QWidget* widget : below_) {
+        grid_->addWidget(widget, ++row, 0, 1, columns);
+    }
+    for (int r = 0; r <= row + 1; ++r) {
+        grid_->setRowStretch(r, 0);
+    }
+    grid_->setRowStretch(row + 1, 1);
 }
 
 }  // namespace wib

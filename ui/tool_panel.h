@@ -18,11 +18,14 @@ class Tool_Panel : public QDockWidget {
     Tool_Panel(const CommandRegistry& commands, std::function<void(const std::string&)> run,
                QWidget* parent = nullptr);
     void setSingleColumn(bool single);
+    // Puts a widget under the buttons (the colour wells).
+    void addBelow(QWidget* widget);
 
   private:
     void layoutButtons();
 
     std::vector<QWidget*> buttons_;
+    std::vector<QWidget*> below_;
     QGridLayout* grid_;
     bool single_ = false;
 };

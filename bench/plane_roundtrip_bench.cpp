@@ -1,0 +1,152 @@
+// One 1920 x 1080 plane fetched and set back through the automation protocol
+// (Wib_GetRBuffer, then Wib_SetRbuffer, with the C++ client), against the same
+// bytes sent over a plain Unix socket to a peer that sends them back.
+
+#include <benchmark/benchmark.h>
+
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QEventLoop>
+#include <QThread>
+
+#include <future>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include "bench/figures.h"
+#include "core/commands.h"
+#include "plugins/automation_server.h"
+#include "plugins/sdk/cpp/wibbleton_client.h"
+#include "tests/support/test_host.h"
+
+namespace {
+
+constexpr int kWidth = 1920;
+constexpr int kHeight = 1080;
+constexpr std::size_t kPlaneBytes = std::size_t{kWidth + 1} * (kHeight + 1);
+constexpr int kSocketBufferBytes = 4 << 20;
+constexpr const char* kToken = "bench-token";
+
+// Controls the benchmark never touches.
+class NoControls : public wib::Controls {
+  public:
+    std::optional<wib::ControlValue> get(const std::string&, const std::string&) override {
+        return std::nullopt;
+    }
+    bool set(const std::string&, const std::string&, const wib::ControlValue&) override {
+        return false;
+    }
+};
+
+// The automation server over a 1920 x 1080 document, serving from a thread of
+// its own as the program's interface thread would.
+class ServerThread {
+  public:
+    ServerThread() {
+        host_.newDocument(kWidth, kHeight);
+        std::promise<std::string> listening;
+        auto name = listening.get_future();
+        thread_.reset(QThread::create([this, &listening] {
+            wib::AutomationServer server(automation_);
+            server.listen(QDir::tempPath() + "/wib-bench-" +
+                              QString::number(QCoreApplication::applicationPid()),
+                          kToken);
+            listening.set_value(server.fullServerName().toStdString());
+            QEventLoop loop;
+            loop.exec();
+        }));
+        thread_->start();
+        path_ = name.get();
+    }
+    ~ServerThread() {
+        thread_->quit();
+        thread_->wait();
+    }
+    const std::string& path() const { return path_; }
+
+  private:
+    wib::testing::TestHost host_;
+    wib::CommandRegistry commands_;
+    NoControls controls_;
+    wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1};
+    std::unique_ptr<QThread> thread_;
+    std::string path_;
+};
+
+void PlaneRoundTrip(benchmark::State& state) {
+    ServerThread server;
+    wibbleton::Wibbleton_Class wib(server.path(), kToken);
+    for (auto _ : state) {
+        wibbleton::Plane red = wib.Wib_GetRBuffer();
+        wib.Wib_SetRbuffer(red);
+    }
+    state.SetBytesProcessed(state.iterations() * 2 * static_cast<std::int64_t>(kPlaneBytes));
+}
+
+void SendAll(int fd, const std::uint8_t* data, std::size_t size) {
+    while (size > 0) {
+        const ssize_t sent = write(fd, data, size);
+        if (sent <= 0) {
+            return;
+        }
+        data += sent;
+        size -= static_cast<std::size_t>(sent);
+    }
+}
+
+bool ReceiveAll(int fd, std::uint8_t* data, std::size_t size) {
+    while (size > 0) {
+        const ssize_t got = read(fd, data, size);
+        if (got <= 0) {
+            return false;
+        }
+        data += got;
+        size -= static_cast<std::size_t>(got);
+    }
+    return true;
+}
+
+// The same bytes each way over a Unix socket with the same buffer sizes: the
+// peer reads the whole plane, then sends it back.
+void SocketEcho(benchmark::State& state) {
+    int fds[2];
+    socketpair(AF_UNIX, SOCK_STREAM, 0, fds);
+    for (int fd : fds) {
+        const int size = kSocketBufferBytes;
+        setsockopt(fd, SOL_SOCKET, SO_SNDBUF, &size, sizeof size);
+        setsockopt(fd, SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
+    }
+    std::jthread peer([fd = fds[1]] {
+        std::vector<std::uint8_t> plane(kPlaneBytes);
+        while (ReceiveAll(fd, plane.data(), plane.size())) {
+            SendAll(fd, plane.data(), plane.size());
+        }
+    });
+    std::vector<std::uint8_t> plane(kPlaneBytes, 7);
+    std::vector<std::uint8_t> back(kPlaneBytes);
+    for (auto _ : state) {
+        SendAll(fds[0], plane.data(), plane.size());
+        ReceiveAll(fds[0], back.data(), back.size());
+    }
+    shutdown(fds[0], SHUT_RDWR);
+    peer.join();
+    close(fds[0]);
+    close(fds[1]);
+    state.SetBytesProcessed(state.iterations() * 2 * static_cast<std::int64_t>(kPlaneBytes));
+}
+
+BENCHMARK(PlaneRoundTrip)->Name("plane_roundtrip_1080p")->UseRealTime();
+BENCHMARK(SocketEcho)->Name("socket_echo_1080p")->UseRealTime();
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    QCoreApplication application(argc, argv);
+    wib::bench::RegisterFigure("plane_roundtrip_1080p", "plane_roundtrip_1080p",
+                               "socket_echo_1080p", 0.5);
+    return wib::bench::RunAndReport(argc, argv);
+}

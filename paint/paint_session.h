@@ -1,0 +1,83 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "core/plane.h"
+#include "paint/paint_state.h"
+#include "paint/paper.h"
+
+namespace wib {
+
+class Workspace;
+
+// Painting as the menus, the panels, the canvas and plug-ins use it: the paint
+// state beside the document, with the operations that change it.
+class PaintSession {
+  public:
+    PaintSession(Workspace& workspace, std::filesystem::path tempDir);
+
+    Workspace& workspace() { return workspace_; }
+    PaintState& state() { return state_; }
+    const PaintState& state() const { return state_; }
+
+    // Called after any change of the options (from a panel, a settings file or
+    // a command), as each control's change handler would: the brush tip and
+    // the paper grain are made anew and the panels follow the model.
+    void optionsChanged();
+    // The panels register here to show the model again after a change they
+    // did not make themselves.
+    std::function<void()> onOptionsChanged;
+
+    // The settings record in the temporary folder, returning its path; empty
+    // when it cannot be written (the user is told).
+    std::string Wib_GetBrushSettings();
+    // Reads a settings record and applies it; a missing or short file is
+    // reported and changes nothing.
+    bool Wib_SetBrushSettings(const std::string& path);
+    int Wib_GetBrushType() const { return static_cast<int>(state_.brushType); }
+    // 0 smooth, 1 dab, 2 image dab; anything else changes nothing.
+    bool Wib_SetBrushType(int type);
+
+    void chooseBuiltinBrush(BuiltinBrush brush);
+    void choosePaper(PaperKind kind);
+    PaperKind paper() const { return paperKind_; }
+    // The selected part of the image (its bounding box, alpha as the shape)
+    // becomes the image brush; false, with a message, when nothing is selected.
+    bool makeBrushFromSelection();
+    // Switches between the image brush and the built-in brush.
+    void setImageBrushActive(bool active);
+
+    // Strokes as plug-ins make them: down and up place the pen, move paints.
+    void Wib_BrushDown(float x, float y);
+    void Wib_BrushMove(float x, float y);
+    void Wib_BrushUp(float x, float y);
+
+    // The canvas's pointer: press saves an undo step and lays the first dab,
+    // drag paints (through the symmetry dispatcher), release ends the stroke.
+    void penPress(int button, float x, float y, double pressure, bool tablet);
+    void penDrag(int button, float x, float y, double pressure, bool tablet);
+    void penRelease(float x, float y);
+
+    // Colours packed R + 256 G + 65536 B.
+    std::int32_t Wib_GetPrimaryColor() const;
+    std::int32_t Wib_GetSecondaryColor() const;
+    bool Wib_SetPrimaryColor(std::int64_t packed);
+    bool Wib_SetSecondaryColor(std::int64_t packed);
+    // The colour of an image pixel becomes the primary colour.
+    void pickColour(int x, int y);
+
+  private:
+    void step(int button, float x, float y);
+
+    Workspace& workspace_;
+    std::filesystem::path tempDir_;
+    PaintState state_;
+    PaperKind paperKind_ = PaperKind::Canvas;
+    Plane paperSource_;
+};
+
+}  // namespace wib

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+
+#include "core/plane.h"
+#include "paint/brush_options.h"
+#include "paint/brush_shape.h"
+#include "paint/paint_modes.h"
+
+namespace wib {
+
+// The rectangle a segment changed, inclusive, in image pixels.
+struct DirtyRect {
+    int left = 0;
+    int top = 0;
+    int right = -1;
+    int bottom = -1;
+};
+
+// What the stroke engine keeps from one call to the next.
+struct StrokeState {
+    float previousX = 0, previousY = 0;
+    float currentX = 0, currentY = 0;
+    std::int16_t spacingCounter = 0;
+    float strokeOpacity = 255;
+    std::array<int, 3> dabColour{0, 0, 0};
+    float lastAngle = 0, lastScale = 1;
+    DirtyRect dirty;
+    std::array<float, 10> symmetryPreviousX{};
+    std::array<float, 10> symmetryPreviousY{};
+    // The last dab, rounded to whole pixels: smear reads from it and walks away from it.
+    std::int16_t previousDabX = 0, previousDabY = 0;
+    // The built-in brush as transformed for the current angle and scale.
+    std::optional<Plane> builtMask;
+    double builtAngle = 0, builtScale = 1;
+    int builtSource = -1;  // the tip generation the mask was built from
+    // The smooth brush type's pen, trailing the pointer (canvas-window units).
+    float smoothX = 0, smoothY = 0;
+};
+
+// Everything painting needs beside the document: the options model, the
+// brush, colours, paint-mode tables, offsets, paper and the pen.
+struct PaintState {
+    BrushOptionsModel options;
+    BrushType brushType = BrushType::Dab;
+    StrokeState stroke;
+
+    // The tip of the current built-in brush, rebuilt when its options change.
+    BrushTip tip;
+    int tipGeneration = 0;
+    EdgeProfile chalkProfile;  // the chalk's edge, loaded with the program's data
+    // True while an image brush (the document's brush planes and mask) is current.
+    bool imageBrush = false;
+
+    std::array<std::uint8_t, 3> primary{0, 0, 0};
+    std::array<std::uint8_t, 3> secondary{255, 255, 255};
+    bool eraseMode = false;  // Caps Lock
+
+    PaintModeTables tables;
+    int cloneOffsetX = 0, cloneOffsetY = 0;
+    std::int16_t patternOffsetX = 0, patternOffsetY = 0;
+
+    Plane paper;  // grain, 128 = flat; empty while none is loaded
+    int paperRowOffset = 0;
+
+    double pressure = 1.0;  // 0..1, from the last pen packet
+    bool tabletActive = false;
+
+    // Set while many segments are painted in one go: the canvas is repainted
+    // once at the end instead of after each segment.
+    bool repaintSuspended = false;
+};
+
+}  // namespace wib

@@ -1,0 +1,370 @@
+#include "paint/stroke_engine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <random>
+
+#include "core/workspace.h"
+#include "paint/dab_compositor.h"
+#include "paint/paint_state.h"
+#include "pixel/colour.h"
+
+namespace wib {
+
+namespace {
+
+// The nominal width of a built-in brush, which relative spacing is measured in.
+constexpr double kBuiltinNominalWidth = 35.0;
+constexpr std::uint32_t kTipSeed = 0xB21577E5;
+
+double Uniform(Workspace& workspace) {
+    return std::uniform_real_distribution<double>(0.0, 1.0)(workspace.random);
+}
+
+int RoundHalfEven(double v) {
+    return static_cast<int>(std::nearbyint(v));
+}
+
+struct SegmentShape {
+    double scale = 1.0;
+    double angle = 0.0;
+};
+
+bool ShapeVaries(const PaintState& paint, double brushScale) {
+    const BrushOptionsModel& o = paint.options;
+    const bool pen = paint.tabletActive && o.pressureToSize;
+    return o.sizeJitter >= 1 || o.angleJitter >= 1 || o.followStroke || o.speedToSize != 0 || pen ||
+           brushScale != 1.0 || o.baseAngle != 0;
+}
+
+SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x, float y) {
+    const BrushOptionsModel& o = paint.options;
+    const double brushScale = o.brushScaleThousandths / 1000.0;
+    SegmentShape shape;
+    if (!ShapeVaries(paint, brushScale)) {
+        return shape;
+    }
+    if (o.sizeJitter >= 1) {
+        shape.scale = 1.0 - (o.sizeJitter * Uniform(workspace)) / 35.0;
+    }
+    if (o.angleJitter >= 1) {
+        const double r1 = Uniform(workspace);
+        const double r2 = Uniform(workspace);
+        shape.angle = r1 * o.angleJitter - o.angleJitter * r2;
+    }
+    const double dx = x - paint.stroke.previousX;
+    const double dy = y - paint.stroke.previousY;
+    if (o.followStroke && (dx != 0.0 || dy != 0.0)) {
+        shape.angle += std::atan2(dy, dx) * 180.0 / std::numbers::pi - 90.0;
+    }
+    if (o.speedToSize != 0) {
+        const double d = RoundHalfEven(std::sqrt(dx * dx + dy * dy));
+        double f = 1.0 / (d / (25.1 - std::abs(o.speedToSize)) + 1.0);
+        if (o.speedToSize < 0) {
+            f = 1.0 - f;
+        }
+        shape.scale *= f;
+    }
+    shape.angle += o.baseAngle;
+    if (o.pressureToSize && paint.tabletActive) {
+        shape.scale *= paint.pressure;
+    }
+    shape.scale *= brushScale;
+    return shape;
+}
+
+// The brush mask for this segment, rebuilt only when the shape changed.
+const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentShape& shape) {
+    StrokeState& stroke = paint.stroke;
+    const BrushOptionsModel& o = paint.options;
+    if (paint.imageBrush) {
+        const Plane& mask = workspace.document.BrushMask;
+        if (!o.imageBrushTransform) {
+            return &mask;
+        }
+        const double scale = shape.scale * o.imageBrushScale / 100.0;
+        if (shape.angle == 0.0 && scale == 1.0) {
+            return &mask;
+        }
+        stroke.builtMask =
+            TransformBrush(TipFromMask(mask), shape.angle, scale, o.transformQuality);
+        stroke.builtSource = -1;
+        return &*stroke.builtMask;
+    }
+    if (paint.tip.coverage.empty()) {
+        RebuildBuiltinTip(paint);
+    }
+    if (!stroke.builtMask || stroke.builtSource != paint.tipGeneration ||
+        stroke.builtAngle != shape.angle || stroke.builtScale != shape.scale) {
+        stroke.builtMask = TransformBrush(paint.tip, shape.angle, shape.scale, o.transformQuality);
+        stroke.builtSource = paint.tipGeneration;
+        stroke.builtAngle = shape.angle;
+        stroke.builtScale = shape.scale;
+    }
+    return &*stroke.builtMask;
+}
+
+double SpacingThreshold(const Workspace& workspace, const PaintState& paint, double scale) {
+    const BrushOptionsModel& o = paint.options;
+    if (!o.relativeSpacing) {
+        return o.spacing;
+    }
+    if (!paint.imageBrush) {
+        return scale * kBuiltinNominalWidth * o.spacing / 100.0;
+    }
+    const double width = static_cast<double>(workspace.document.BrushMask.stride());
+    if (o.imageBrushTransform) {
+        return o.spacing / 100.0 * (o.imageBrushScale / 100.0) * scale * width;
+    }
+    return o.spacing / 100.0 * width * scale;
+}
+
+std::array<int, 3> JitterColour(Workspace& workspace, const BrushOptionsModel& o,
+                                const std::array<int, 3>& colour) {
+    if (o.hueJitter <= 0 && o.saturationJitter <= 0 && o.valueJitter <= 0) {
+        return colour;
+    }
+    double h, s, v;
+    RGB_To_HSV(colour[0] / 255.0, colour[1] / 255.0, colour[2] / 255.0, h, s, v);
+    const double rh = Uniform(workspace);
+    const double rs = Uniform(workspace);
+    const double rv = Uniform(workspace);
+    h += 2.0 * (rh - 0.5) * (o.hueJitter / 360.0) * 360.0;
+    h = std::fmod(std::nearbyint(h), 360.0);
+    h += h < 0 ? 360.0 : 0.0;
+    s += 2.0 * (0.5 - rs) * (o.saturationJitter / 100.0);
+    if (s == 0.0) {
+        h = -1.0;
+    }
+    v += 2.0 * (0.5 - rv) * (o.valueJitter / 100.0);
+    s = std::clamp(s, 0.0, 1.0);
+    v = std::clamp(v, 0.0, 1.0);
+    double r, g, b;
+    HSV_To_RGB(h, s, v, r, g, b);
+    return {std::clamp(RoundHalfEven(r * 255), 0, 255), std::clamp(RoundHalfEven(g * 255), 0, 255),
+            std::clamp(RoundHalfEven(b * 255), 0, 255)};
+}
+
+// The colour under the previous position, from it and the four pixels around
+// it when it lies well inside the image, counting only selected pixels.
+std::array<int, 3> PickUp(const Workspace& workspace, const PaintState& paint,
+                          const std::array<int, 3>& colour) {
+    const Document& doc = workspace.document;
+    const int k = paint.options.colourPickUp;
+    const int x =
+        std::clamp(static_cast<int>(paint.stroke.previousX), 0, std::max(0, doc.width - 2));
+    const int y =
+        std::clamp(static_cast<int>(paint.stroke.previousY), 0, std::max(0, doc.height - 2));
+    const bool ignoreAlpha = paint.options.pickUpIgnoresAlpha;
+    int sum[3] = {0, 0, 0};
+    int samples = 0;
+    auto sample = [&](int sx, int sy) {
+        if (!ignoreAlpha && doc.ABuffer.row(sy)[sx] <= 128) {
+            return;
+        }
+        sum[0] += doc.RBuffer.row(sy)[sx];
+        sum[1] += doc.GBuffer.row(sy)[sx];
+        sum[2] += doc.BBuffer.row(sy)[sx];
+        ++samples;
+    };
+    sample(x, y);
+    if (x > 1 && y > 1 && x < doc.width - 2 && y < doc.height - 2) {
+        sample(x - 1, y);
+        sample(x + 1, y);
+        sample(x, y - 1);
+        sample(x, y + 1);
+    }
+    if (samples == 0) {
+        return colour;
+    }
+    std::array<int, 3> mixed;
+    for (int c = 0; c < 3; ++c) {
+        const int picked = sum[c] / samples;
+        mixed[c] = RoundHalfEven(k * picked + (255 - k) * colour[c]) / 255;
+    }
+    return mixed;
+}
+
+void MarkDirty(Workspace& workspace, PaintState& paint, float startX, float startY, float endX,
+               float endY, const Plane& mask) {
+    // The panel's margin, widened where the dab itself is larger, so that the
+    // repaint always covers what was painted.
+    const int half = static_cast<int>(std::max(mask.stride(), mask.rows()) / 2) + 1;
+    const int margin = std::max(paint.options.brushSize, half);
+    const int far = paint.imageBrush ? 0 : 2;
+    DirtyRect& dirty = paint.stroke.dirty;
+    dirty.left = static_cast<int>(std::floor(std::min(startX, endX))) - margin;
+    dirty.top = static_cast<int>(std::floor(std::min(startY, endY))) - margin;
+    dirty.right = static_cast<int>(std::ceil(std::max(startX, endX))) + margin + far;
+    dirty.bottom = static_cast<int>(std::ceil(std::max(startY, endY))) + margin + far;
+    if (!(paint.repaintSuspended && !paint.imageBrush)) {
+        workspace.host.view.refreshArea(dirty.left, dirty.top, dirty.right, dirty.bottom);
+    }
+}
+
+std::array<int, 3> AsInts(const std::array<std::uint8_t, 3>& colour) {
+    return {colour[0], colour[1], colour[2]};
+}
+
+}  // namespace
+
+void BeginStroke(PaintState& paint) {
+    paint.stroke.spacingCounter = 0;
+}
+
+void RebuildBuiltinTip(PaintState& paint) {
+    const BrushOptionsModel& o = paint.options;
+    const int diameter = std::clamp(o.brushSize, 1, 1024);
+    switch (static_cast<BuiltinBrush>(std::clamp(o.builtinBrush, 0, kBuiltinBrushCount - 1))) {
+        case BuiltinBrush::HardRound:
+            paint.tip = MakeRoundBrush(diameter, o.hardness);
+            break;
+        case BuiltinBrush::SoftAirbrush:
+            paint.tip = MakeAirbrush(diameter);
+            break;
+        case BuiltinBrush::Bristle:
+            paint.tip = MakeBristleBrush(diameter, o.bristles, kTipSeed);
+            break;
+        case BuiltinBrush::Chalk:
+            paint.tip = MakeChalkBrush(diameter, paint.chalkProfile, kTipSeed);
+            break;
+    }
+    ++paint.tipGeneration;
+}
+
+namespace {
+
+// How far the smooth brush's pen moves toward the pointer at each event.
+constexpr float kSmoothFollow = 0.35f;
+
+void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
+                   float& y);
+
+// The stroke procedure of the smooth brush type: the pen trails the pointer
+// like a brush on a string, so hand jitter is evened out, and the main
+// procedure paints along the pen's path.
+void SmoothBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
+                     float& y) {
+    StrokeState& stroke = paint.stroke;
+    if (button == 0) {
+        stroke.smoothX = x;
+        stroke.smoothY = y;
+    } else {
+        stroke.smoothX += (x - stroke.smoothX) * kSmoothFollow;
+        stroke.smoothY += (y - stroke.smoothY) * kSmoothFollow;
+    }
+    float px = stroke.smoothX;
+    float py = stroke.smoothY;
+    MainBrushStep(workspace, paint, button, px, py);
+}
+
+}  // namespace
+
+void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, std::int16_t& shift,
+               float& x, float& y) {
+    static_cast<void>(shift);
+    if (paint.brushType == BrushType::Smooth) {
+        SmoothBrushStep(workspace, paint, button, x, y);
+    } else {
+        MainBrushStep(workspace, paint, button, x, y);
+    }
+}
+
+namespace {
+
+void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
+                   float& y) {
+    const BrushOptionsModel& o = paint.options;
+    StrokeState& stroke = paint.stroke;
+    const float zoom = workspace.document.Zoom / 100.0f;
+    x /= zoom;
+    y /= zoom;
+    if (button == 0) {
+        stroke.previousX = x;
+        stroke.previousY = y;
+        stroke.strokeOpacity = static_cast<float>(std::clamp(o.opacity, 0, 255));
+        return;
+    }
+    if (workspace.document.RBuffer.empty()) {
+        return;
+    }
+
+    const SegmentShape shape = ComputeShape(workspace, paint, x, y);
+    const Plane* mask = SegmentMask(workspace, paint, shape);
+    if (mask == nullptr || mask->empty()) {
+        return;
+    }
+    const float startX = stroke.previousX;
+    const float startY = stroke.previousY;
+    const double dx = x - startX;
+    const double dy = y - startY;
+    const int length = std::max(1, RoundHalfEven(std::sqrt(dx * dx + dy * dy)));
+    const double pressure =
+        o.pressureToOpacity && paint.tabletActive ? std::clamp(paint.pressure, 0.0, 1.0) : 1.0;
+    const double threshold = SpacingThreshold(workspace, paint, shape.scale);
+    // Masks made here are square with padded rows; the image brush's own is not.
+    const int maskWidth =
+        mask == &workspace.document.BrushMask ? 0 : static_cast<int>(mask->rows());
+
+    // Caps Lock erases: with the secondary colour, or by bringing back the
+    // swap buffer.
+    const bool erasing = paint.eraseMode;
+    const std::array<int, 3> colour =
+        AsInts(button == 2 || erasing ? paint.secondary : paint.primary);
+    const int mode = erasing && !o.eraseToSecondary
+                         ? static_cast<int>(PaintMode::FromSwap)
+                         : std::clamp(o.paintMode, 0, kPaintModeCount - 1);
+
+    for (int i = 0; i <= length; ++i) {
+        const double px = startX + dx * i / length;
+        const double py = startY + dy * i / length;
+        stroke.spacingCounter = static_cast<std::int16_t>(stroke.spacingCounter + 1);
+        if (stroke.spacingCounter > threshold) {
+            stroke.spacingCounter = 1;
+        }
+        if (stroke.spacingCounter != 1) {
+            continue;
+        }
+        std::uniform_int_distribution<int> offset(0, 1 << 15);
+        const int shiftX = offset(workspace.random);
+        const int shiftY = offset(workspace.random);
+        std::array<int, 3> dabColour = JitterColour(workspace, o, colour);
+        if (button == 1 && o.dryOut > 0) {
+            stroke.strokeOpacity =
+                std::clamp(stroke.strokeOpacity * (1.0f - o.dryOut / 384.0f), 0.0f, 255.0f);
+        }
+        if (o.colourPickUp > 0) {
+            dabColour = PickUp(workspace, paint, dabColour);
+        }
+        if (button == 2) {
+            dabColour = AsInts(paint.secondary);
+        }
+        stroke.dabColour = dabColour;
+        const Dab dab{mask,
+                      px,
+                      py,
+                      RoundHalfEven(stroke.strokeOpacity * pressure),
+                      dabColour,
+                      o.paperShiftPerDab ? shiftX : 0,
+                      o.paperShiftPerDab ? shiftY : 0,
+                      mode,
+                      maskWidth};
+        CompositeDab(workspace.document, paint, dab);
+        stroke.previousDabX = static_cast<std::int16_t>(std::lround(px));
+        stroke.previousDabY = static_cast<std::int16_t>(std::lround(py));
+    }
+
+    stroke.previousX = x;
+    stroke.previousY = y;
+    stroke.currentX = x;
+    stroke.currentY = y;
+    stroke.lastAngle = static_cast<float>(shape.angle);
+    stroke.lastScale = static_cast<float>(shape.scale);
+    workspace.document.ModifiedFlag = 255;
+    MarkDirty(workspace, paint, startX, startY, x, y, *mask);
+}
+
+}  // namespace
+
+}  // namespace wib

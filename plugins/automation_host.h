@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "core/commands.h"
+#include "core/host/controls.h"
+#include "core/workspace.h"
+
+namespace wib {
+
+// What the automation server serves: filled in by the program that runs it.
+struct AutomationHost {
+    Workspace& workspace;
+    CommandRegistry& commands;
+    Controls& controls;
+    std::string appDir;   // the program's folder, for Wib_GetAppDir
+    std::string tempDir;  // where plug-ins may put temporary files, for Wib_GetTempDir
+    int threadCount;      // worker threads the program uses, for Wib_GetThreadcount
+};
+
+}  // namespace wib

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <vector>
+
+#include "plugins/method_table.h"
+
+namespace wib {
+
+// The families of the method table, each in its own file.
+std::vector<MethodSpec> RefreshMethods();
+std::vector<MethodSpec> StatusMethods();
+std::vector<MethodSpec> BufferMethods();
+std::vector<MethodSpec> ProgramMethods();
+
+}  // namespace wib

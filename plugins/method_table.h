@@ -1,0 +1,60 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "plugins/automation_host.h"
+#include "plugins/call_args.h"
+#include "plugins/reply.h"
+
+namespace wib {
+
+inline constexpr const char* kDefaultStatusCaption = "Processing...";
+
+// What the server remembers for all plug-ins together.
+struct ServerState {
+    std::string token;
+    // The caption Wib_StatusOpen uses when it is given none.
+    std::string statusCaption = kDefaultStatusCaption;
+    // The name the last Wib_RenameBuffer gave the image.
+    std::string bufferName;
+};
+
+// What one connection holds, so that it can be given back if the plug-in dies.
+struct ConnectionState {
+    bool interfaceLocked = false;
+    bool bufferLocked = false;
+    bool statusOpen = false;
+};
+
+struct CallContext {
+    AutomationHost& host;
+    ServerState& server;
+    ConnectionState& connection;
+
+    Workspace& workspace() { return host.workspace; }
+    Document& document() { return host.workspace.document; }
+};
+
+using MethodHandler = std::function<Reply(CallContext&, CallArgs&)>;
+
+// One method of the automation object: dispatch, Wib_ListCommands' neighbours
+// and the method reference are all read from these.
+struct MethodSpec {
+    std::string name;  // spelt exactly as plug-ins call it
+    std::string family;
+    std::vector<ArgSpec> args;
+    std::string result;   // what the answer is, in words
+    std::string summary;  // one line
+    MethodHandler handler;
+};
+
+// Every method, family by family, in the order the reference lists them.
+const std::vector<MethodSpec>& MethodTable();
+
+// Nothing when no method has that name.
+const MethodSpec* FindMethod(std::string_view name);
+
+}  // namespace wib

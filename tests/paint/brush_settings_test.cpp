@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <random>
+
+#include "core/text_file.h"
+#include "paint/brush_controls.h"
+#include "paint/brush_settings_file.h"
+#include "paint/paint_session.h"
+#include "tests/support/test_host.h"
+
+namespace wib {
+namespace {
+
+// Every control set to a random value inside its range.
+BrushOptionsModel RandomOptions(std::uint32_t seed) {
+    std::mt19937 random(seed);
+    BrushOptionsModel options;
+    for (const BrushControl& control : BrushControls()) {
+        std::uniform_int_distribution<int> value(control.minimum, control.maximum);
+        SetBrushControl(options, control, value(random));
+    }
+    return options;
+}
+
+std::vector<int> Values(const BrushOptionsModel& options) {
+    std::vector<int> values;
+    for (const BrushControl& control : BrushControls()) {
+        values.push_back(control.get(options));
+    }
+    return values;
+}
+
+class BrushSettings : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        folder = std::filesystem::temp_directory_path() /
+                 ("wib-brush-" +
+                  std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        std::filesystem::create_directories(folder);
+        host.newDocument(40, 30);
+    }
+    void TearDown() override { std::filesystem::remove_all(folder); }
+    std::filesystem::path folder;
+    testing::TestHost host;
+};
+
+TEST_F(BrushSettings, RoundTripLeavesEveryControlAsItWas) {
+    PaintSession session(host.workspace, folder);
+    for (std::uint32_t seed = 1; seed <= 20; ++seed) {
+        session.state().options = RandomOptions(seed);
+        session.Wib_SetBrushType(static_cast<int>(seed % 3));
+        const auto before = Values(session.state().options);
+        const std::string path = session.Wib_GetBrushSettings();
+        ASSERT_EQ(std::filesystem::file_size(path), 176u);
+        session.state().options = BrushOptionsModel{};
+        ASSERT_TRUE(session.Wib_SetBrushSettings(path));
+        EXPECT_EQ(Values(session.state().options), before) << "seed " << seed;
+        EXPECT_EQ(session.Wib_GetBrushType(), static_cast<int>(seed % 3))
+            << "the brush type is not part of the record";
+    }
+}
+
+TEST_F(BrushSettings, RecordFieldsSitAtTheirOffsets) {
+    BrushOptionsModel options;
+    options.transformQuality = 2;
+    options.speedToSize = -7;
+    options.alphaUse = AlphaUse::IgnoreSelection;
+    options.paperScale = 150;
+    const auto record = PackBrushSettings(options);
+    EXPECT_EQ(record[0], 2);
+    EXPECT_EQ(record[3], -7);
+    EXPECT_EQ(record[13], 2);
+    EXPECT_EQ(record[37], 0);
+    EXPECT_EQ(record[38], 0);
+    EXPECT_EQ(record[43], 150);
+    const auto path = WriteBrushSettingsFile(folder, record);
+    ASSERT_TRUE(path);
+    const std::string bytes = *ReadTextFile(*path);
+    ASSERT_EQ(bytes.size(), 176u);
+    EXPECT_EQ(static_cast<unsigned char>(bytes[12]), 0xF9) << "-7, little-endian";
+    EXPECT_EQ(static_cast<unsigned char>(bytes[15]), 0xFF);
+    EXPECT_EQ(static_cast<unsigned char>(bytes[172]), 150);
+}
+
+TEST_F(BrushSettings, OutOfRangeValuesPressNoButtonOrClamp) {
+    BrushOptionsModel options;
+    options.transformQuality = 1;
+    options.alphaUse = AlphaUse::PaintOnAlpha;
+    options.livePreview = true;
+    auto record = PackBrushSettings(options);
+    record[0] = 7;
+    record[13] = -3;
+    record[4] = 100000;
+    record[3] = -99;
+    record[7] = 5;
+    record[20] = 0;
+    UnpackBrushSettings(record, options);
+    EXPECT_EQ(options.transformQuality, 1) << "no quality button pressed";
+    EXPECT_EQ(options.alphaUse, AlphaUse::PaintOnAlpha);
+    EXPECT_EQ(options.brushSize, 256);
+    EXPECT_EQ(options.speedToSize, -25);
+    EXPECT_TRUE(options.followStroke);
+    EXPECT_FALSE(options.livePreview);
+}
+
+TEST_F(BrushSettings, MissingOrShortFilesAreReportedAndChangeNothing) {
+    PaintSession session(host.workspace, folder);
+    session.state().options.brushSize = 33;
+    EXPECT_FALSE(session.Wib_SetBrushSettings((folder / "none.dat").string()));
+    WriteTextFile(folder / "short.dat", std::string(100, '\x01'));
+    EXPECT_FALSE(session.Wib_SetBrushSettings((folder / "short.dat").string()));
+    ASSERT_EQ(host.prompter.messages.size(), 2u);
+    EXPECT_NE(host.prompter.messages[1].find("too short"), std::string::npos);
+    EXPECT_EQ(session.state().options.brushSize, 33);
+    EXPECT_FALSE(session.Wib_SetBrushType(3));
+    EXPECT_FALSE(session.Wib_SetPrimaryColor(0x1000000));
+    EXPECT_FALSE(session.Wib_SetSecondaryColor(-1));
+}
+
+TEST_F(BrushSettings, BrushFromSelectionTakesTheSelectedBoxAndItsMatte) {
+    PaintSession session(host.workspace, folder);
+    Document& doc = host.workspace.document;
+    doc.ABuffer.fill(0);
+    EXPECT_FALSE(session.makeBrushFromSelection());
+    doc.ABuffer.at(5, 6) = 255;
+    doc.ABuffer.at(7, 9) = 100;
+    doc.RBuffer.at(7, 9) = 42;
+    ASSERT_TRUE(session.makeBrushFromSelection());
+    EXPECT_EQ(doc.BrushMask.stride(), 3u);
+    EXPECT_EQ(doc.BrushMask.rows(), 4u);
+    EXPECT_EQ(doc.BrushMask.at(0, 0), 0);
+    EXPECT_EQ(doc.BrushMask.at(2, 3), 155);
+    EXPECT_EQ(doc.BrushR.at(2, 3), 42);
+    EXPECT_TRUE(doc.CustomBrushActive);
+    session.chooseBuiltinBrush(BuiltinBrush::Chalk);
+    EXPECT_FALSE(doc.CustomBrushActive);
+}
+
+}  // namespace
+}  // namespace wib

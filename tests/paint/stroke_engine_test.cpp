@@ -1,0 +1,291 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <set>
+#include <utility>
+
+#include "core/buffer_access.h"
+#include "paint/paint_state.h"
+#include "paint/stroke_engine.h"
+#include "paint/symmetry.h"
+#include "tests/support/test_host.h"
+
+namespace wib {
+namespace {
+
+using Pixels = std::set<std::pair<int, int>>;
+
+class Stroke : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        host.newDocument(120, 120);
+        host.workspace.seedRandom(1);
+        // A one-pixel hard brush in black, so each dab marks exactly one pixel.
+        paint.options.brushSize = 1;
+        paint.options.hardness = 100;
+        paint.options.relativeSpacing = false;
+        paint.options.spacing = 0;
+        paint.primary = {0, 0, 0};
+        RebuildBuiltinTip(paint);
+    }
+    void step(int button, float x, float y) {
+        std::int16_t b = static_cast<std::int16_t>(button), shift = 0;
+        BrushStep(host.workspace, paint, b, shift, x, y);
+    }
+    void line(float x0, float y0, float x1, float y1) {
+        BeginStroke(paint);
+        step(0, x0, y0);
+        step(1, x1, y1);
+    }
+    Pixels painted() const {
+        Pixels marks;
+        const Document& doc = host.workspace.document;
+        for (int y = 0; y <= doc.height; ++y) {
+            for (int x = 0; x <= doc.width; ++x) {
+                if (doc.RBuffer.at(x, y) != 255) {
+                    marks.insert({x, y});
+                }
+            }
+        }
+        return marks;
+    }
+    testing::TestHost host;
+    PaintState paint;
+};
+
+TEST_F(Stroke, PlacingThePenPaintsNothing) {
+    step(0, 10, 10);
+    step(0, 40, 10);
+    EXPECT_TRUE(painted().empty());
+    EXPECT_EQ(host.view.areaRefreshes, 0);
+}
+
+TEST_F(Stroke, SpacingCountsVisitedPositions) {
+    line(0, 0, 100, 0);
+    EXPECT_EQ(painted().size(), 101u) << "spacing 0: a dab at every visited position";
+
+    host.newDocument(120, 120);
+    paint.options.spacing = 5;
+    line(0, 0, 100, 0);
+    Pixels expected;
+    for (int x = 0; x <= 100; x += 5) {
+        expected.insert({x, 0});
+    }
+    EXPECT_EQ(painted(), expected);
+
+    host.newDocument(120, 120);
+    paint.options.relativeSpacing = true;
+    paint.options.spacing = 100;
+    line(0, 0, 100, 0);
+    EXPECT_EQ(painted(), (Pixels{{0, 0}, {35, 0}, {70, 0}})) << "one per 35 at scale 1";
+
+    host.newDocument(120, 120);
+    paint.options.brushScaleThousandths = 500;
+    line(0, 0, 100, 0);
+    EXPECT_EQ(painted(), (Pixels{{0, 0}, {17, 0}, {34, 0}, {51, 0}, {68, 0}, {85, 0}}))
+        << "one per 17 at scale 0.5";
+}
+
+TEST_F(Stroke, SpacingCarriesAcrossSegments) {
+    paint.options.spacing = 10;
+    BeginStroke(paint);
+    step(0, 0, 5);
+    for (int x = 3; x <= 60; x += 3) {
+        step(1, static_cast<float>(x), 5);
+    }
+    // Segments of 3 visit 4 positions each (their start again, then 3 more);
+    // the counter runs on across them, so every tenth visit gets a dab.
+    EXPECT_EQ(painted(),
+              (Pixels{{0, 5}, {8, 5}, {15, 5}, {23, 5}, {30, 5}, {38, 5}, {45, 5}, {53, 5}}));
+}
+
+TEST_F(Stroke, DryOutEmptiesTheBrushAtItsDivisor) {
+    paint.options.dryOut = 384;
+    line(0, 10, 50, 10);
+    EXPECT_EQ(paint.stroke.strokeOpacity, 0.0f);
+    EXPECT_TRUE(painted().empty());
+
+    paint.options.dryOut = 0;
+    line(0, 10, 50, 10);
+    EXPECT_EQ(paint.stroke.strokeOpacity, 255.0f);
+    EXPECT_EQ(painted().size(), 51u);
+}
+
+TEST_F(Stroke, CoordinatesAreCanvasUnitsAtTheZoom) {
+    host.workspace.document.Zoom = 200;
+    float x = 40, y = 20;
+    std::int16_t button = 0, shift = 0;
+    BrushStep(host.workspace, paint, button, shift, x, y);
+    EXPECT_EQ(x, 20.0f);
+    EXPECT_EQ(y, 10.0f);
+    step(1, 60, 20);
+    EXPECT_EQ(painted(), (Pixels{{20, 10},
+                                 {21, 10},
+                                 {22, 10},
+                                 {23, 10},
+                                 {24, 10},
+                                 {25, 10},
+                                 {26, 10},
+                                 {27, 10},
+                                 {28, 10},
+                                 {29, 10},
+                                 {30, 10}}));
+}
+
+TEST_F(Stroke, SecondButtonPaintsTheSecondaryColour) {
+    paint.options.brushSize = 3;
+    RebuildBuiltinTip(paint);
+    paint.secondary = {10, 20, 30};
+    BeginStroke(paint);
+    step(0, 5, 5);
+    step(2, 5, 5);
+    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 5, 5), 10 + 20 * 256 + 30 * 65536);
+}
+
+TEST_F(Stroke, RadialCopiesAreJoinedOnlyToThemselves) {
+    host.newDocument(100, 100);
+    paint.options.radialSymmetry = true;
+    paint.options.radialCopies = 4;
+    paint.options.symmetryCentreX = 50;
+    paint.options.symmetryCentreY = 50;
+    BeginStroke(paint);
+    DispatchStroke(host.workspace, paint, 0, 0, 70, 20);
+    DispatchStroke(host.workspace, paint, 1, 0, 90, 20);
+    Pixels expected;
+    for (int t = 70; t <= 90; ++t) {
+        expected.insert({t, 20});        // as drawn
+        expected.insert({80, t});        // turned 90 degrees
+        expected.insert({100 - t, 80});  // 180
+        expected.insert({20, 100 - t});  // 270
+    }
+    EXPECT_EQ(painted(), expected);
+}
+
+TEST_F(Stroke, MirrorsPaintEachCopyOfTheStroke) {
+    paint.options.mirrorLeftRight = true;
+    paint.options.mirrorTopBottom = true;
+    paint.options.symmetryCentreX = 50;
+    paint.options.symmetryCentreY = 50;
+    BeginStroke(paint);
+    DispatchStroke(host.workspace, paint, 0, 0, 10, 10);
+    DispatchStroke(host.workspace, paint, 1, 0, 10, 10);
+    EXPECT_EQ(painted(), (Pixels{{10, 10}, {110, 10}, {10, 110}, {110, 110}}));
+}
+
+// An image brush of 5 x 5 whose left two columns lie outside the brush.
+class ImageBrush : public Stroke {
+  protected:
+    void SetUp() override {
+        Stroke::SetUp();
+        Document& doc = host.workspace.document;
+        doc.BrushMask = Plane(4, 4, 0);
+        doc.BrushR = Plane(4, 4, 90);
+        doc.BrushG = Plane(4, 4, 60);
+        doc.BrushB = Plane(4, 4, 30);
+        for (int y = 0; y < 5; ++y) {
+            doc.BrushMask.at(0, y) = 255;
+            doc.BrushMask.at(1, y) = 255;
+        }
+        paint.imageBrush = true;
+        paint.primary = {200, 100, 50};
+        paint.cloneOffsetX = 3;
+        paint.cloneOffsetY = 0;
+        // One dab per call, however short the segment.
+        paint.options.spacing = 1000;
+        // Something other than one flat colour under the brush, for the modes
+        // that read the image.
+        Wib_ClearBuffer(host.workspace.document, 120, 130, 140);
+        for (int x = 0; x < 40; ++x) {
+            for (int y = 15; y < 26; ++y) {
+                Wib_SetRGB(doc, x, y, static_cast<std::uint8_t>(x * 6), 77, 33);
+            }
+        }
+        for (Plane* p : {&doc.SwapR, &doc.SwapG, &doc.SwapB}) {
+            p->fill(9);
+        }
+    }
+};
+
+TEST_F(ImageBrush, MaskOf255NeverChangesAPixelInAnyMode) {
+    for (int mode = 0; mode < kPaintModeCount; ++mode) {
+        for (int x = 15; x < 30; ++x) {
+            host.workspace.document.RBuffer.at(x, 18) = 120;
+            host.workspace.document.RBuffer.at(x, 20) = static_cast<std::uint8_t>(x * 6);
+        }
+        host.workspace.document.RBuffer.at(17, 20) = 120;
+        host.workspace.document.RBuffer.at(18, 20) = 120;
+        paint.options.paintMode = mode;
+        line(20, 20, 20, 20);
+        // The dab centred on 20 covers 18..22; its two left columns are outside.
+        EXPECT_EQ(host.workspace.document.RBuffer.at(18, 18), 120) << "mode " << mode;
+        EXPECT_EQ(host.workspace.document.RBuffer.at(17, 20), 120) << "mode " << mode;
+        EXPECT_EQ(host.workspace.document.RBuffer.at(18, 20), 120) << "mode " << mode;
+        const bool changes = host.workspace.document.RBuffer.at(21, 20) != 21 * 6;
+        EXPECT_TRUE(changes || mode == 6) << "mode " << mode << " paints inside the brush";
+    }
+}
+
+TEST_F(ImageBrush, ZeroAlphaStopsAllPaintUnlessIgnored) {
+    Document& doc = host.workspace.document;
+    doc.ABuffer.fill(0);
+    const Plane before = doc.RBuffer;
+    for (int mode = 0; mode < kPaintModeCount; ++mode) {
+        paint.options.paintMode = mode;
+        line(10, 10, 30, 30);
+    }
+    EXPECT_EQ(std::memcmp(before.data(), doc.RBuffer.data(), before.count()), 0);
+    paint.options.paintMode = 0;
+    paint.options.alphaUse = AlphaUse::IgnoreSelection;
+    line(20, 20, 20, 20);
+    EXPECT_EQ(Wib_GetRGB(doc, 20, 20), 200 + 100 * 256 + 50 * 65536);
+}
+
+TEST_F(ImageBrush, PaintingOnAlphaRaisesTheMatte) {
+    Document& doc = host.workspace.document;
+    doc.ABuffer.fill(0);
+    paint.options.alphaUse = AlphaUse::PaintOnAlpha;
+    paint.options.opacity = 255;
+    line(20, 20, 20, 20);
+    EXPECT_EQ(doc.ABuffer.at(20, 20), 0) << "paint lands only where alpha was";
+    doc.ABuffer.fill(100);
+    line(20, 20, 20, 20);
+    // s = 100 * 255 / 255 = 100; alpha = round(100 + 155 * 100 / 255) = 161
+    EXPECT_EQ(doc.ABuffer.at(20, 20), 161);
+}
+
+TEST_F(ImageBrush, SourceModesTakeTheirColourFromWhereTheySay) {
+    Document& doc = host.workspace.document;
+    paint.options.paintMode = static_cast<int>(PaintMode::FromSwap);
+    line(20, 20, 20, 20);
+    EXPECT_EQ(doc.GBuffer.at(20, 20), 9);
+
+    paint.options.paintMode = static_cast<int>(PaintMode::Pattern);
+    line(30, 30, 30, 30);
+    EXPECT_EQ(Wib_GetRGB(doc, 30, 30), 90 + 60 * 256 + 30 * 65536);
+
+    Wib_SetRGB(doc, 47, 40, 1, 2, 3);
+    paint.options.paintMode = static_cast<int>(PaintMode::Clone);
+    line(50, 40, 50, 40);
+    EXPECT_EQ(Wib_GetRGB(doc, 50, 40), 1 + 2 * 256 + 3 * 65536) << "clone offset 3 to the left";
+
+    paint.options.paintMode = static_cast<int>(PaintMode::Multiply);
+    doc.RBuffer.at(60, 60) = 100;
+    line(60, 60, 60, 60);
+    EXPECT_EQ(doc.RBuffer.at(60, 60), 100 * 200 / 255);
+}
+
+TEST_F(Stroke, OddInputNeverCrashes) {
+    paint.options.brushSize = 300;
+    RebuildBuiltinTip(paint);
+    line(-5000, -5000, 5000, 5000);
+    line(1e6f, 1e6f, 1e6f + 3, 1e6f);
+    paint.options.brushSize = 0;
+    RebuildBuiltinTip(paint);
+    line(10, 10, 10, 10);
+    paint.options.brushScaleThousandths = 0;
+    line(10, 10, 20, 10);
+    SUCCEED();
+}
+
+}  // namespace
+}  // namespace wib

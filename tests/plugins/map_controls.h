@@ -1,0 +1,24 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+
+#include "core/host/controls.h"
+
+namespace wib::testing {
+
+// Panel controls held in a map. A value is taken only when it is of the same
+// kind as the control's current one (a whole number may go to a number
+// control); each accepted change counts as one run of the change handler.
+class MapControls : public Controls {
+  public:
+    std::optional<ControlValue> get(const std::string& panel, const std::string& control) override;
+    bool set(const std::string& panel, const std::string& control,
+             const ControlValue& value) override;
+
+    std::map<std::pair<std::string, std::string>, ControlValue> values;
+    int changeHandlerRuns = 0;
+};
+
+}  // namespace wib::testing

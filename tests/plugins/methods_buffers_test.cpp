@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include "core/buffer_access.h"
+#include "plugins/rpc_error.h"
+#include "tests/plugins/method_fixture.h"
+
+namespace wib::testing {
+namespace {
+
+using Buffers = MethodFixture;
+
+std::string Bytes(std::size_t count, char value) {
+    return std::string(count, value);
+}
+
+TEST_F(Buffers, PixelsRoundTripAndPackColour) {
+    EXPECT_EQ(errorOf("Wib_SetRGB", Params(2, 3, 1, 2, 3)), 0);
+    EXPECT_EQ(answer("Wib_GetRGB", Params(2, 3)).get().as<int>(), 197121);
+    EXPECT_EQ(answer("Wib_GetR", Params(2, 3)).get().as<int>(), 1);
+    EXPECT_EQ(answer("Wib_GetG", Params(2, 3)).get().as<int>(), 2);
+    EXPECT_EQ(answer("Wib_GetB", Params(2, 3)).get().as<int>(), 3);
+    // The spare column and row belong to the planes.
+    EXPECT_EQ(answer("Wib_GetRGB", Params(8, 6)).get().as<int>(), 0xFFFFFF);
+    EXPECT_EQ(answer("Wib_BufferWidth").get().as<int>(), 8);
+    EXPECT_EQ(answer("Wib_BufferHeight").get().as<int>(), 6);
+}
+
+TEST_F(Buffers, CoordinatesOutsideThePlaneAreError9AndOutsideShortRangeError5) {
+    const Plane red = doc.RBuffer;
+    EXPECT_EQ(errorOf("Wib_GetRGB", Params(9, 0)), kErrorSubscript);
+    EXPECT_EQ(errorOf("Wib_GetB", Params(0, -1)), kErrorSubscript);
+    EXPECT_EQ(errorOf("Wib_SetRGB", Params(0, 7, 0, 0, 0)), kErrorSubscript);
+    EXPECT_EQ(errorOf("Wib_GetR", Params(40000, 0)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_GetR", Params(0, -32769)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_SetRGB", Params(0, 0, 256, 0, 0)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_SetRGB", Params(0, 0, 0, -1, 0)), kErrorBadCall);
+    EXPECT_TRUE(red.sameShape(doc.RBuffer));
+    EXPECT_EQ(std::memcmp(red.data(), doc.RBuffer.data(), red.byteCount()), 0);
+}
+
+TEST_F(Buffers, WrongArgumentCountsAndTypesAreError5) {
+    EXPECT_EQ(errorOf("Wib_GetRGB", Params(1)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_GetRGB", Params(1, 2, 3)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_GetRGB", Params(std::string("1"), 2)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_GetRGB", Params(1.5, 2)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_BufferWidth", Params(0)), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_RenameBuffer", Params(std::string("\xff\xfe"))), kErrorBadCall);
+    const CallResult result = call("Wib_GetRGB", Params(1));
+    ASSERT_TRUE(result.error);
+    EXPECT_EQ(result.error->message,
+              "Invalid procedure call or argument: Wib_GetRGB takes 2 arguments, not 1");
+}
+
+TEST_F(Buffers, UnknownMethodIsError438) {
+    const CallResult result = call("Wib_NoSuchThing");
+    ASSERT_TRUE(result.error);
+    EXPECT_EQ(result.error->code, kErrorUnknownMethod);
+    EXPECT_EQ(result.error->message, "Object doesn't support this property or method");
+}
+
+TEST_F(Buffers, PlaneGettersAnswerCopiesOfEveryPlane) {
+    doc.SwapG.at(4, 5) = 17;
+    doc.ABuffer.at(1, 1) = 3;
+    EXPECT_TRUE(planeEquals(answer("Wib_GetRBuffer").get(), doc.RBuffer));
+    EXPECT_TRUE(planeEquals(answer("Wib_GetABuffer").get(), doc.ABuffer));
+    EXPECT_TRUE(planeEquals(answer("Wib_GetSwapGBuffer").get(), doc.SwapG));
+}
+
+TEST_F(Buffers, PlaneSettersTakeMatchingPlanesAndOnlyTheRedOneComplainsOfAMismatch) {
+    const std::string dark = Bytes(9 * 7, 10);
+    EXPECT_EQ(errorOf("Wib_SetRbuffer", PlaneParams(8, 6, dark)), 0);
+    EXPECT_EQ(errorOf("Wib_SetSwapBBuffer", PlaneParams(8, 6, dark)), 0);
+    EXPECT_EQ(doc.RBuffer.at(8, 6), 10);
+    EXPECT_EQ(doc.SwapB.at(0, 0), 10);
+    EXPECT_TRUE(host.prompter.messages.empty());
+
+    const std::string small = Bytes(4 * 4, 99);
+    EXPECT_EQ(errorOf("Wib_SetGBuffer", PlaneParams(3, 3, small)), 0);
+    EXPECT_EQ(errorOf("Wib_SetABuffer", PlaneParams(3, 3, small)), 0);
+    EXPECT_EQ(errorOf("Wib_SetSwapRBuffer", PlaneParams(3, 3, small)), 0);
+    EXPECT_TRUE(host.prompter.messages.empty());
+    EXPECT_EQ(doc.GBuffer.ubX(), 8);
+
+    EXPECT_EQ(errorOf("Wib_SetRbuffer", PlaneParams(3, 3, small)), 0);
+    ASSERT_EQ(host.prompter.messages.size(), 1u);
+    EXPECT_EQ(host.prompter.messages[0],
+              "Plugin fault.  Cannot set buffer because buffer size has changed.");
+    EXPECT_EQ(doc.RBuffer.ubX(), 8);
+    EXPECT_EQ(doc.RBuffer.at(0, 0), 10);
+}
+
+TEST_F(Buffers, APlaneWhoseBytesDoNotMatchItsBoundsIsError5) {
+    EXPECT_EQ(errorOf("Wib_SetRbuffer", PlaneParams(8, 6, Bytes(9 * 7 - 1, 0))), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_SetRbuffer", PlaneParams(8, 6, Bytes(9 * 7 + 1, 0))), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_SetGBuffer", PlaneParams(-2, 6, "")), kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_SetGBuffer", Params(8, 6, std::string(63, 0))), kErrorBadCall);
+    EXPECT_EQ(doc.RBuffer.at(0, 0), 255);
+    EXPECT_TRUE(host.prompter.messages.empty());
+}
+
+TEST_F(Buffers, AlphaSwitchesBoundsAndBrushPlanes) {
+    EXPECT_EQ(errorOf("Wib_AlphaOn", Params()), 0);
+    EXPECT_EQ(answer("Wib_GetAlphabits").get().as<int>(), 255);
+    EXPECT_EQ(host.view.refreshes, 2);  // the new document's, then the switch's
+    EXPECT_EQ(errorOf("Wib_AlphaOff", Params()), 0);
+    EXPECT_EQ(answer("Wib_GetAlphabits").get().as<int>(), 0);
+
+    std::string alpha(9 * 7, 0);
+    alpha[2 * 9 + 3] = 1;  // (3, 2)
+    alpha[4 * 9 + 5] = 1;  // (5, 4)
+    ASSERT_EQ(errorOf("Wib_SetABuffer", PlaneParams(8, 6, alpha)), 0);
+    EXPECT_EQ(answer("Wib_GetAlphaBounds").get().as<std::vector<int>>(),
+              (std::vector<int>{3, 2, 5, 4}));
+
+    EXPECT_EQ(answer("Wib_GetBrushRBuffer").get().as<int>(), -1);
+    doc.BrushA = Plane(2, 1, 7);
+    doc.CustomBrushActive = true;
+    EXPECT_TRUE(planeEquals(answer("Wib_GetBrushABuffer").get(), doc.BrushA));
+}
+
+TEST_F(Buffers, NewClearAndResizeChangeTheDocument) {
+    EXPECT_EQ(errorOf("Wib_NewBuffer", Params(20, 10)), 0);
+    EXPECT_EQ(doc.width, 20);
+    EXPECT_EQ(doc.RBuffer.ubY(), 10);
+
+    EXPECT_EQ(errorOf("Wib_ClearBuffer", Params(1, 2, 3)), 0);
+    EXPECT_EQ(Wib_GetRGB(doc, 19, 9), 197121);
+
+    EXPECT_EQ(errorOf("Wib_ChangeBufferSize", Params(23, 10, 9, 9, 9, 4)), 0);
+    EXPECT_EQ(doc.width, 23);
+    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 9 + 256 * 9 + 65536 * 9);  // new area on the left
+    EXPECT_EQ(Wib_GetRGB(doc, 2, 0), 197121);                   // 1.5 rounds to even 2
+
+    // A size the program refuses gets its message and changes nothing; one that
+    // does not fit 16 bits never reaches it.
+    host.prompter.messages.clear();
+    EXPECT_EQ(errorOf("Wib_NewBuffer", Params(0, 10)), 0);
+    EXPECT_EQ(host.prompter.messages.size(), 1u);
+    EXPECT_EQ(errorOf("Wib_NewBuffer", Params(70000, 10)), kErrorBadCall);
+    EXPECT_EQ(doc.width, 23);
+}
+
+TEST_F(Buffers, RenameIsKeptAndLogged) {
+    EXPECT_EQ(errorOf("Wib_RenameBuffer", Params(std::string("Sunset"))), 0);
+    EXPECT_EQ(server.bufferName, "Sunset");
+    ASSERT_FALSE(host.log.lines.empty());
+    EXPECT_NE(host.log.lines.back().find("Sunset"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace wib::testing

@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include "core/buffer_access.h"
+#include "tests/plugins/method_fixture.h"
+
+namespace wib::testing {
+namespace {
+
+using Refresh = MethodFixture;
+
+TEST_F(Refresh, LockCounterHasNoFloorAndHardUnlockResetsIt) {
+    call("Wib_Lock");
+    call("Wib_Lock");
+    EXPECT_EQ(doc.InterfaceLockCount, 2);
+    for (int i = 0; i < 5; ++i) {
+        call("Wib_Unlock");
+    }
+    EXPECT_EQ(doc.InterfaceLockCount, -3);
+    call("Wib_HardUnlock");
+    EXPECT_EQ(doc.InterfaceLockCount, 0);
+}
+
+TEST_F(Refresh, WindowLocksAreRecordedForTheConnection) {
+    call("Wib_LockInterface");
+    call("Wib_LockBuffer");
+    EXPECT_FALSE(host.view.mainFrameEnabled);
+    EXPECT_FALSE(host.view.canvasEnabled);
+    EXPECT_TRUE(connection.interfaceLocked);
+    EXPECT_TRUE(connection.bufferLocked);
+    call("Wib_UnlockInterface");
+    call("Wib_UnlockBuffer");
+    EXPECT_TRUE(host.view.mainFrameEnabled);
+    EXPECT_TRUE(host.view.canvasEnabled);
+    EXPECT_FALSE(connection.interfaceLocked);
+    EXPECT_FALSE(connection.bufferLocked);
+}
+
+TEST_F(Refresh, FlagsTakeOnlyMinusOneOrTrueAsTrue) {
+    call("Wib_SimpleRefresh", Params(-1));
+    call("Wib_NoRefresh", Params(true));
+    call("Wib_RefreshTitleOnly", Params(-1));
+    EXPECT_EQ(doc.SimpleRefreshFlag, 255);
+    EXPECT_EQ(doc.NoRefreshFlag, -1);
+    EXPECT_EQ(doc.TitleOnlyRefreshFlag, 255);
+
+    call("Wib_SimpleRefresh", Params(1));
+    call("Wib_NoRefresh", Params(false));
+    call("Wib_RefreshTitleOnly", Params(0));
+    EXPECT_EQ(doc.SimpleRefreshFlag, 0);
+    EXPECT_EQ(doc.NoRefreshFlag, 0);
+    EXPECT_EQ(doc.TitleOnlyRefreshFlag, 0);
+
+    EXPECT_EQ(errorOf("Wib_NoRefresh", Params(std::string("yes"))), 5);
+    EXPECT_EQ(errorOf("Wib_NoRefresh", Params()), 5);
+}
+
+TEST_F(Refresh, RedrawsReachTheView) {
+    const int refreshes = host.view.refreshes;
+    call("Wib_Refresh");
+    EXPECT_EQ(host.view.refreshes, refreshes + 1);
+    call("Wib_CompleteRefresh");
+    EXPECT_EQ(host.view.eventPumps, 1);
+    EXPECT_EQ(host.view.completeRefreshes, 1);
+    call("Wib_RefreshLayers");
+    call("Wib_Refresh_BrushDisplays");
+    EXPECT_EQ(host.view.completeRefreshes, 3);
+}
+
+TEST_F(Refresh, SaveUndoThenRestoreTakesTheChangeBack) {
+    call("Wib_SaveUndo");
+    call("Wib_SetRGB", Params(1, 1, 0, 0, 0));
+    EXPECT_EQ(Wib_GetRGB(doc, 1, 1), 0);
+    call("Wib_RestoreUndo");
+    EXPECT_EQ(Wib_GetRGB(doc, 1, 1), 0xFFFFFF);
+}
+
+}  // namespace
+}  // namespace wib::testing

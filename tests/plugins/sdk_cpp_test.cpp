@@ -1,0 +1,210 @@
+// The C++ client against a running server program, end to end.
+
+#include <gtest/gtest.h>
+
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <thread>
+
+#include "plugins/sdk/cpp/wibbleton_client.h"
+#include "tests/plugins/server_process.h"
+
+namespace wib::testing {
+namespace {
+
+using wibbleton::Plane;
+using wibbleton::Wibbleton_Class;
+using wibbleton::WibbletonError;
+
+class CppClient : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() { server_ = new ServerProcess(WIB_AUTOMATION_SERVER); }
+    static void TearDownTestSuite() {
+        delete server_;
+        server_ = nullptr;
+    }
+
+    void SetUp() override {
+        wib = std::make_unique<Wibbleton_Class>(server_->socketPath(), server_->token());
+        wib->Wib_HardUnlock();
+        wib->Wib_NewBuffer(64, 48);
+    }
+
+    static int ErrorCode(const std::function<void()>& call) {
+        try {
+            call();
+        } catch (const WibbletonError& error) {
+            return error.code;
+        }
+        return 0;
+    }
+
+    static ServerProcess* server_;
+    std::unique_ptr<Wibbleton_Class> wib;
+};
+
+ServerProcess* CppClient::server_ = nullptr;
+
+TEST_F(CppClient, PlanesRoundTripAndGettersGiveCopies) {
+    Plane red = wib->Wib_GetRBuffer();
+    ASSERT_EQ(red.ubX, 64);
+    ASSERT_EQ(red.ubY, 48);
+    EXPECT_TRUE(std::all_of(red.data.begin(), red.data.end(), [](auto v) { return v == 255; }));
+    for (std::size_t i = 0; i < red.data.size(); ++i) {
+        red.data[i] = static_cast<std::uint8_t>(i * 7);
+    }
+    EXPECT_EQ(wib->Wib_GetR(3, 0), 255);  // the copy is the plug-in's own
+    wib->Wib_SetRbuffer(red);
+    EXPECT_EQ(wib->Wib_GetRBuffer().data, red.data);
+    EXPECT_EQ(wib->Wib_GetR(3, 0), 21);
+
+    Plane alpha(64, 48, 0);
+    alpha.at(10, 5) = 200;
+    alpha.at(20, 9) = 1;
+    wib->Wib_SetABuffer(alpha);
+    EXPECT_EQ(wib->Wib_GetABuffer().data, alpha.data);
+    EXPECT_EQ(wib->Wib_GetAlphaBounds(), (std::array<int, 4>{10, 5, 20, 9}));
+
+    wib->Wib_SetSwapBBuffer(alpha);
+    EXPECT_EQ(wib->Wib_GetSwapBBuffer().data, alpha.data);
+    EXPECT_FALSE(wib->Wib_GetBrushRBuffer().has_value());
+}
+
+TEST_F(CppClient, OnlyTheRedSetterComplainsOfAWrongSize) {
+    const Plane small(3, 3, 0);
+    wib->Wib_SetGBuffer(small);
+    wib->Wib_SetSwapRBuffer(small);
+    EXPECT_EQ(wib->Wib_GetG(0, 0), 255);
+    const std::string before = server_->standardError();
+    EXPECT_EQ(before.find("MessageBox: Plugin fault."), std::string::npos);
+    wib->Wib_SetRbuffer(small);
+    EXPECT_TRUE(server_->waitForOutput(
+        "MessageBox: Plugin fault.  Cannot set buffer because buffer size has changed."));
+    EXPECT_EQ(wib->Wib_GetR(0, 0), 255);
+}
+
+TEST_F(CppClient, RefusedCallsCarryTheProgramsCodes) {
+    EXPECT_EQ(ErrorCode([&] { wib->Wib_GetRGB(65, 0); }), 9);
+    EXPECT_EQ(ErrorCode([&] { wib->Wib_SetRGB(0, 0, 300, 0, 0); }), 5);
+    EXPECT_EQ(ErrorCode([&] { wib->call("Wib_GetRGB", 1); }), 5);
+    EXPECT_EQ(ErrorCode([&] { wib->call("Wib_Teleport"); }), 438);
+    EXPECT_EQ(ErrorCode([&] { Wibbleton_Class(server_->socketPath(), "wrong"); }), 70);
+    // The connection goes on after a refused call.
+    wib->Wib_SetRGB(64, 48, 1, 2, 3);
+    EXPECT_EQ(wib->Wib_GetRGB(64, 48), 197121);
+}
+
+TEST_F(CppClient, UndoRingAndCommandsWorkEndToEnd) {
+    wib->Wib_SaveUndo();
+    wib->Wib_ClearBuffer(0, 0, 0);
+    EXPECT_EQ(wib->Wib_GetRGB(5, 5), 0);
+    wib->Wib_RestoreUndo();
+    EXPECT_EQ(wib->Wib_GetRGB(5, 5), 0xFFFFFF);
+
+    const auto commands = wib->Wib_ListCommands();
+    const auto found = std::find_if(commands.begin(), commands.end(),
+                                    [](const auto& c) { return c.id == "image.canvas_size"; });
+    ASSERT_NE(found, commands.end());
+    EXPECT_EQ(std::get<long long>(found->params[0].initial), 64);
+    EXPECT_TRUE(wib->Wib_RunCommand("image.canvas_size", {{"width", 100LL}, {"anchor", 0LL}}));
+    EXPECT_EQ(wib->Wib_BufferWidth(), 100);
+    EXPECT_EQ(ErrorCode([&] { wib->Wib_RunCommand("image.canvas_size", {{"width", -3LL}}); }), 5);
+    EXPECT_EQ(ErrorCode([&] { wib->Wib_GetControl("NoPanel", "NoControl"); }), 5);
+}
+
+TEST_F(CppClient, LocksAndRefreshFlagsAreGivenBackWhenAPluginDies) {
+    wib->Wib_SimpleRefresh(true);
+    wib->Wib_NoRefresh(false);
+    wib->Wib_RefreshTitleOnly(true);
+    wib->Wib_Refresh();
+    wib->Wib_CompleteRefresh();
+    wib->Wib_Lock();
+    wib->Wib_Unlock();
+
+    const pid_t child = fork();
+    if (child == 0) {
+        // The child must never return into the test runner.
+        try {
+            Wibbleton_Class dying(server_->socketPath(), server_->token());
+            dying.Wib_LockInterface();
+            dying.Wib_LockBuffer();
+            dying.Wib_StatusOpen("Working");
+        } catch (...) {
+            _exit(1);
+        }
+        _exit(0);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(server_->waitForOutput(
+        "Plug-in disconnected while holding the interface lock; windows enabled again."));
+    EXPECT_TRUE(server_->waitForOutput("status window closed"));
+    EXPECT_EQ(wib->Wib_BufferWidth(), 64);
+}
+
+}  // namespace
+}  // namespace wib::testing
+
+namespace wib::testing {
+namespace {
+
+// A peer that answers two requests, each preceded by a notification.
+TEST(CppClientAlone, NotificationsWaitInEventsUntilTaken) {
+    char folder[] = "/tmp/wib-peer-XXXXXX";
+    ASSERT_NE(mkdtemp(folder), nullptr);
+    const std::string path = std::string(folder) + "/peer.sock";
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    std::strncpy(address.sun_path, path.c_str(), sizeof address.sun_path - 1);
+    ASSERT_EQ(bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    ASSERT_EQ(listen(listener, 1), 0);
+
+    std::thread peer([listener] {
+        const int connection = accept(listener, nullptr, nullptr);
+        msgpack::unpacker requests;
+        for (std::uint32_t msgid = 1; msgid <= 2; ++msgid) {
+            msgpack::object_handle request;
+            while (!requests.next(request)) {
+                requests.reserve_buffer(4096);
+                const ssize_t got = read(connection, requests.buffer(), 4096);
+                if (got <= 0) {
+                    close(connection);
+                    return;
+                }
+                requests.buffer_consumed(static_cast<std::size_t>(got));
+            }
+            msgpack::sbuffer out;
+            msgpack::packer<msgpack::sbuffer> packer(out);
+            packer.pack(
+                std::make_tuple(2, std::string("WibMouseDown"), std::vector<int>{1, 0, 10, 20}));
+            packer.pack(std::make_tuple(1, msgid, msgpack::type::nil_t(), -1));
+            [[maybe_unused]] const ssize_t sent = write(connection, out.data(), out.size());
+        }
+        close(connection);
+    });
+
+    {
+        Wibbleton_Class wib(path, "any");
+        EXPECT_EQ(wib.call("Wib_Anything")->as<int>(), -1);
+        std::deque<wibbleton::Event> events = wib.events();
+        ASSERT_EQ(events.size(), 2u);
+        EXPECT_EQ(events[0].method, "WibMouseDown");
+        EXPECT_EQ(events[1].params->as<std::vector<int>>(), (std::vector<int>{1, 0, 10, 20}));
+        EXPECT_TRUE(wib.events().empty());
+    }
+    peer.join();
+    close(listener);
+    unlink(path.c_str());
+    rmdir(folder);
+}
+
+}  // namespace
+}  // namespace wib::testing

@@ -1,0 +1,291 @@
+"""The Python client against a running server program, end to end.
+
+WIB_AUTOMATION_SERVER names the program; it is run the way a plug-in host is:
+PROGRAM --headless --listen PATH --token T. WIB_EXAMPLES is the folder of the
+example plug-ins.
+"""
+
+import os
+import secrets
+import shutil
+import signal
+import socket
+import subprocess
+import sys
+import tempfile
+import threading
+import time
+import unittest
+
+import msgpack
+
+from wibbleton import Plane, Wibbleton_Class, WibbletonError, resolve_server_path
+
+PATIENCE = 10.0
+
+
+class ServerProcess:
+    """The server program as a child process, its standard error in a file."""
+
+    def __init__(self, program):
+        self.folder = tempfile.mkdtemp(prefix="wib-py-")
+        self.path = os.path.join(self.folder, "automation.sock")
+        self.token = secrets.token_hex(16)
+        self.error_path = os.path.join(self.folder, "stderr.txt")
+        self._error = open(self.error_path, "wb")
+        self.process = subprocess.Popen(
+            [program, "--headless", "--listen", self.path, "--token", self.token],
+            stdin=subprocess.PIPE, stdout=subprocess.DEVNULL, stderr=self._error)
+        deadline = time.monotonic() + PATIENCE
+        while not self._can_connect():
+            if time.monotonic() > deadline or self.process.poll() is not None:
+                self.stop()
+                raise RuntimeError("the server did not start: " + self.standard_error())
+            time.sleep(0.02)
+
+    def _can_connect(self):
+        with socket.socket(socket.AF_UNIX, socket.SOCK_STREAM) as probe:
+            try:
+                probe.connect(self.path)
+                return True
+            except OSError:
+                return False
+
+    def plugin_environment(self):
+        env = dict(os.environ)
+        env["WIBBLETON_SERVER"] = self.path
+        env["WIBBLETON_TOKEN"] = self.token
+        return env
+
+    def standard_error(self):
+        with open(self.error_path, encoding="utf-8", errors="replace") as text:
+            return text.read()
+
+    def wait_for_output(self, text):
+        deadline = time.monotonic() + PATIENCE
+        while text not in self.standard_error():
+            if time.monotonic() > deadline:
+                return False
+            time.sleep(0.02)
+        return True
+
+    def stop(self):
+        if self.process.poll() is None:
+            self.process.send_signal(signal.SIGTERM)
+            try:
+                self.process.wait(PATIENCE)
+            except subprocess.TimeoutExpired:
+                self.process.kill()
+                self.process.wait()
+        self.process.stdin.close()
+        self._error.close()
+        shutil.rmtree(self.folder, ignore_errors=True)
+
+
+class EndToEnd(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.server = ServerProcess(os.environ["WIB_AUTOMATION_SERVER"])
+        os.environ.update({k: v for k, v in cls.server.plugin_environment().items()
+                           if k.startswith("WIBBLETON_")})
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.server.stop()
+
+    def setUp(self):
+        self.wib = Wibbleton_Class()
+        self.wib.Wib_HardUnlock()
+        self.wib.Wib_NewBuffer(64, 48)
+
+    def tearDown(self):
+        self.wib.close()
+
+    def assertRefused(self, code, method, *args):
+        with self.assertRaises(WibbletonError) as refused:
+            self.wib.call(method, *args)
+        self.assertEqual(refused.exception.code, code)
+
+    def test_planes_round_trip_as_copies(self):
+        red = self.wib.Wib_GetRBuffer()
+        self.assertEqual((red.ubound_x, red.ubound_y), (64, 48))
+        self.assertEqual(set(red.data), {255})
+        for x in range(65):
+            red[x, 7] = x
+        self.assertEqual(self.wib.Wib_GetR(5, 7), 255)
+        self.wib.Wib_SetRbuffer(red)
+        self.assertEqual(self.wib.Wib_GetRBuffer(), red)
+        self.assertEqual(self.wib.Wib_GetR(5, 7), 5)
+
+        swap = Plane(64, 48, bytes(range(256)) * 12 + bytes(65 * 49 - 256 * 12))
+        self.wib.Wib_SetSwapGBuffer(swap)
+        self.assertEqual(self.wib.Wib_GetSwapGBuffer(), swap)
+        self.assertIsNone(self.wib.Wib_GetBrushABuffer())
+
+    def test_pixels_and_selection(self):
+        self.wib.Wib_SetRGB(2, 3, 1, 2, 3)
+        self.assertEqual(self.wib.Wib_GetRGB(2, 3), 197121)
+        self.assertEqual((self.wib.Wib_GetR(2, 3), self.wib.Wib_GetG(2, 3),
+                          self.wib.Wib_GetB(2, 3)), (1, 2, 3))
+        alpha = Plane(64, 48)
+        alpha[4, 6] = 9
+        self.wib.Wib_SetABuffer(alpha)
+        self.assertEqual(self.wib.Wib_GetAlphaBounds(), (4, 6, 4, 6))
+        self.wib.Wib_AlphaOn()
+        self.assertEqual(self.wib.Wib_GetAlphabits(), 255)
+        self.wib.Wib_AlphaOff()
+        self.assertEqual(self.wib.Wib_GetAlphabits(), 0)
+
+    def test_refused_calls_raise_with_the_programs_codes(self):
+        self.assertRefused(9, "Wib_GetRGB", 65, 0)
+        self.assertRefused(9, "Wib_SetRGB", -1, 0, 0, 0, 0)
+        self.assertRefused(5, "Wib_GetRGB", 1)
+        self.assertRefused(5, "Wib_GetRGB", 40000, 0)
+        self.assertRefused(5, "Wib_SetRGB", 0, 0, 256, 0, 0)
+        self.assertRefused(5, "Wib_SetRbuffer", [64, 48, b"short"])
+        self.assertRefused(438, "Wib_Levitate")
+        with self.assertRaises(WibbletonError) as refused:
+            Wibbleton_Class(token="not-the-token")
+        self.assertEqual((refused.exception.code, refused.exception.message),
+                         (70, "Permission denied"))
+        self.assertEqual(self.wib.Wib_GetRGB(0, 0), 0xFFFFFF)
+
+    def test_only_the_red_setter_complains_of_a_wrong_size(self):
+        small = Plane(3, 3)
+        self.wib.Wib_SetGBuffer(small)
+        self.wib.Wib_SetBBuffer(small)
+        self.wib.Wib_SetSwapRBuffer(small)
+        self.assertNotIn("MessageBox: Plugin fault.", self.server.standard_error())
+        self.wib.Wib_SetRbuffer(small)
+        self.assertTrue(self.server.wait_for_output(
+            "MessageBox: Plugin fault.  Cannot set buffer because buffer size has changed."))
+        self.assertEqual(self.wib.Wib_GetRBuffer().ubound_x, 64)
+
+    def test_undo_ring_takes_a_change_back_and_redoes_it(self):
+        cleared = 10 + 20 * 256 + 30 * 65536
+        self.wib.Wib_SaveUndo()
+        self.wib.Wib_ClearBuffer(10, 20, 30)
+        self.assertEqual(self.wib.Wib_GetRGB(0, 0), cleared)
+        self.assertTrue(self.wib.Wib_RunCommand("edit.undo"))
+        self.assertEqual(self.wib.Wib_GetRGB(0, 0), 0xFFFFFF)
+        self.assertTrue(self.wib.Wib_RunCommand("edit.redo"))
+        self.assertEqual(self.wib.Wib_GetRGB(0, 0), cleared)
+        self.assertFalse(self.wib.Wib_RunCommand("edit.redo"))
+
+    def test_commands_run_as_the_menu_runs_them(self):
+        commands = {c["id"]: c for c in self.wib.Wib_ListCommands()}
+        self.assertIn("file.new", commands)
+        width = commands["file.new"]["params"][0]
+        self.assertEqual((width["name"], width["type"], width["max"]), ("width", "integer", 16384))
+        self.assertTrue(self.wib.Wib_RunCommand("file.new", {"width": 32, "height": 16}))
+        self.assertEqual((self.wib.Wib_BufferWidth(), self.wib.Wib_BufferHeight()), (32, 16))
+        self.assertRefused(5, "Wib_RunCommand", "file.new", {"width": "wide"})
+        self.assertRefused(5, "Wib_RunCommand", "no.such.command", {})
+        self.assertRefused(5, "Wib_GetControl", "NoPanel", "NoControl")
+
+    def test_locks_refresh_flags_and_status_are_taken_and_given(self):
+        for call in (("Wib_Lock",), ("Wib_Unlock",), ("Wib_Unlock",), ("Wib_HardUnlock",),
+                     ("Wib_SimpleRefresh", True), ("Wib_NoRefresh", -1),
+                     ("Wib_RefreshTitleOnly", 0), ("Wib_Refresh",), ("Wib_CompleteRefresh",),
+                     ("Wib_RefreshLayers",), ("Wib_LockBuffer",), ("Wib_UnlockBuffer",),
+                     ("Wib_StatusOpen", "Busy"), ("Wib_Status", "half"),
+                     ("Wib_SetProgress", 49.5), ("Wib_StatusClose",)):
+            self.assertIsNone(self.wib.call(*call), call[0])
+        self.assertEqual(self.wib.Wib_QuestionBox("Carry on?"), 2)
+        self.assertTrue(self.server.wait_for_output("Question: Carry on? -> "))
+
+    def test_a_plugin_that_dies_holding_the_interface_gives_it_back(self):
+        dying = ("from wibbleton import Wibbleton_Class\n"
+                 "import os\n"
+                 "w = Wibbleton_Class()\n"
+                 "w.Wib_LockInterface()\n"
+                 "w.Wib_LockBuffer()\n"
+                 "w.Wib_StatusOpen('Working')\n"
+                 "os._exit(3)\n")
+        child = subprocess.run([sys.executable, "-c", dying], env=self.server.plugin_environment(),
+                               timeout=PATIENCE)
+        self.assertEqual(child.returncode, 3)
+        self.assertTrue(self.server.wait_for_output(
+            "Plug-in disconnected while holding the interface lock; windows enabled again."))
+        self.assertTrue(self.server.wait_for_output("status window closed"))
+        self.assertEqual(self.wib.Wib_BufferWidth(), 64)
+
+    def test_the_example_plugin_inverts_the_red_plane(self):
+        for x in range(65):
+            self.wib.Wib_SetRGB(x, 0, x, 100, 200)
+        example = os.path.join(os.environ["WIB_EXAMPLES"], "invert_pf.py")
+        env = self.server.plugin_environment()
+        env.pop("PYTHONPATH", None)  # the example finds the client itself
+        done = subprocess.run(["/usr/bin/python3", example], env=env, timeout=PATIENCE)
+        self.assertEqual(done.returncode, 0)
+        self.assertEqual([self.wib.Wib_GetR(x, 0) for x in range(65)],
+                         [255 - x for x in range(65)])
+        self.assertEqual(self.wib.Wib_GetG(10, 0), 100)
+        self.assertEqual(self.wib.Wib_GetR(3, 40), 0)
+        # Undo takes the plug-in's change back.
+        self.wib.Wib_RestoreUndo()
+        self.assertEqual(self.wib.Wib_GetR(3, 0), 3)
+
+
+class ClientAlone(unittest.TestCase):
+    """The client against a scripted peer, for what the program cannot be made to do."""
+
+    def test_notifications_wait_in_events_until_taken(self):
+        folder = tempfile.mkdtemp(prefix="wib-py-")
+        path = os.path.join(folder, "peer.sock")
+        listener = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+        listener.bind(path)
+        listener.listen(1)
+
+        def peer():
+            connection, _ = listener.accept()
+            unpacker = msgpack.Unpacker(raw=False)
+            for expected_id in (1, 2):
+                while True:
+                    request = next(unpacker, None)
+                    if request is not None:
+                        break
+                    unpacker.feed(connection.recv(4096))
+                self.assertEqual(request[1], expected_id)
+                connection.sendall(msgpack.packb([2, "WibMouseDown", [1, 0, 10, 20]]))
+                connection.sendall(msgpack.packb([1, expected_id, None, -1]))
+            connection.close()
+
+        thread = threading.Thread(target=peer)
+        thread.start()
+        try:
+            wib = Wibbleton_Class(server=path, token="t")
+            self.assertEqual(wib.call("Wib_Anything"), -1)
+            self.assertEqual(wib.events(), [("WibMouseDown", [1, 0, 10, 20])] * 2)
+            self.assertEqual(wib.events(), [])
+            wib.close()
+        finally:
+            thread.join(PATIENCE)
+            listener.close()
+            shutil.rmtree(folder, ignore_errors=True)
+
+    def test_bare_names_resolve_where_qt_puts_them(self):
+        saved = os.environ.get("TMPDIR")
+        try:
+            os.environ["TMPDIR"] = "/var/tmp/"
+            self.assertEqual(resolve_server_path("wibbleton-12"), "/var/tmp/wibbleton-12")
+            del os.environ["TMPDIR"]
+            self.assertEqual(resolve_server_path("wibbleton-12"), "/tmp/wibbleton-12")
+            self.assertEqual(resolve_server_path("/run/user/1/w.sock"), "/run/user/1/w.sock")
+        finally:
+            if saved is not None:
+                os.environ["TMPDIR"] = saved
+
+    def test_planes_index_within_their_bounds(self):
+        plane = Plane(2, 1, b"abcdef")
+        self.assertEqual(plane[2, 1], ord("f"))
+        plane[0, 1] = 0
+        self.assertEqual(bytes(plane.data), b"abc\x00ef")
+        with self.assertRaises(IndexError):
+            plane[3, 0]
+        with self.assertRaises(ValueError):
+            Plane(2, 1, b"abc")
+
+
+if __name__ == "__main__":
+    unittest.main()
