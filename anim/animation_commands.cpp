@@ -78,7 +78,8 @@ bool CreateFromPanel(FrameStore& store, const ParamValues& values) {
     return true;
 }
 
-void RegisterCreate(CommandRegistry& registry, FrameStore& store) {
+void RegisterCreate(CommandRegistry& registry, FrameStore& store,
+                    std::function<std::int32_t()> secondaryColour) {
     ParamSpec contents;
     contents.name = "contents";
     contents.caption = "Starting contents";
@@ -89,7 +90,9 @@ void RegisterCreate(CommandRegistry& registry, FrameStore& store) {
     colour.name = "colour";
     colour.caption = "Secondary color";
     colour.type = ParamType::Colour;
-    colour.fallback = 0xFFFFFFLL;
+    colour.current = [secondaryColour](const Workspace&) {
+        return ParamValue{static_cast<long long>(secondaryColour())};
+    };
     registry.add({"anim.create",
                   "&Create animation...",
                   "Animation",
@@ -108,8 +111,9 @@ void RegisterCreate(CommandRegistry& registry, FrameStore& store) {
 
 }  // namespace
 
-void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store) {
-    RegisterCreate(registry, store);
+void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
+                               std::function<std::int32_t()> secondaryColour) {
+    RegisterCreate(registry, store, std::move(secondaryColour));
 
     auto add = [&registry, &store](const char* id, const char* caption, const char* shortcut,
                                    std::function<void(FrameStore&)> action) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+
 namespace wib {
 
 class CommandRegistry;
@@ -9,7 +12,11 @@ class FrameStore;
 // anim.delete_frame, anim.goto_frame, anim.first_frame, anim.previous_frame,
 // anim.next_frame, anim.last_frame, anim.play, anim.stop, anim.frame_rate and
 // anim.show_controls. `store` must outlive the registry's use.
-void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store);
+// `secondaryColour` answers the program's secondary colour, packed
+// R + 256 G + 65536 B: what "Clear to secondary color" clears to unless the
+// command is given another.
+void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
+                               std::function<std::int32_t()> secondaryColour);
 
 // What the starting-contents list of the creation panel offers, in order.
 enum class StartingContents : long long {

@@ -63,7 +63,8 @@ int main(int argc, char* argv[]) {
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
-    wib::RegisterAnimationCommands(commands, frameStore);
+    wib::RegisterAnimationCommands(commands, frameStore,
+                                   [&paint] { return paint.Wib_GetSecondaryColor(); });
 
     wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);

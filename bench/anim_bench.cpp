@@ -117,7 +117,7 @@ void Playback(benchmark::State& state) {
     wib::CommandRegistry commands;
     wib::RegisterDocumentCommands(commands);
     wib::FrameStore store(workspace, CropFile());
-    wib::RegisterAnimationCommands(commands, store);
+    wib::RegisterAnimationCommands(commands, store, [] { return 0xFFFFFF; });
     wib::Wib_NewBuffer(workspace, 1920, 1080);
 
     wib::ProgramPaths paths;

@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <QColorDialog>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleValidator>
@@ -12,9 +11,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QToolButton>
 
-#include "anim/animation_commands.h"
 #include "anim/animation_plan.h"
 #include "anim/frame_rate.h"
 #include "core/workspace.h"
@@ -99,31 +96,22 @@ Create_Anim::Create_Anim(Workspace& workspace, QWidget* parent)
     contents_->addItems({tr("Copy the image to every frame"), tr("Image on the first frame only"),
                          tr("Clear to secondary color")});
     form->addRow(tr("&Starting contents:"), contents_);
-    secondary_ = new QToolButton(this);
-    secondary_->setObjectName("cmdSecondary");
-    secondary_->setFixedSize(48, 22);
-    form->addRow(tr("Secondary &color:"), secondary_);
-    setSecondary(secondaryColour_);
+    secondary_ = new QLabel(this);
+    secondary_->setObjectName("picSecondary");
+    secondary_->setFixedSize(48, 20);
+    secondary_->setFrameShape(QFrame::Box);
+    secondary_->setAutoFillBackground(true);
+    form->addRow(tr("Secondary color:"), secondary_);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     form->addRow(buttons);
 
     connect(frames_, &QSpinBox::valueChanged, this, &Create_Anim::updateFigures);
     connect(rate_, &QLineEdit::textChanged, this, &Create_Anim::updateFigures);
-    connect(contents_, &QComboBox::currentIndexChanged, this, [this](int index) {
-        secondary_->setEnabled(index == static_cast<int>(StartingContents::ClearToSecondary));
-    });
     connect(makeDefault, &QPushButton::clicked, this,
             [this] { MakeDefaultFrameRate(workspace_, rate_->text().toStdString()); });
-    connect(secondary_, &QToolButton::clicked, this, [this] {
-        const QColor picked = QColorDialog::getColor(secondaryColour_, this);
-        if (picked.isValid()) {
-            setSecondary(picked);
-        }
-    });
     connect(buttons, &QDialogButtonBox::accepted, this, &Create_Anim::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
-    secondary_->setEnabled(false);
     updateFigures();
 }
 
@@ -137,17 +125,20 @@ void Create_Anim::setValues(const std::map<std::string, ParamValue>& values) {
     }
     contents_->setCurrentIndex(static_cast<int>(Integer(values, "contents")));
     const long long colour = Integer(values, "colour");
-    setSecondary(QColor(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
-                        static_cast<int>((colour >> 16) & 0xFF)));
+    secondaryColour_ = colour;
+    const QColor shown(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
+                       static_cast<int>((colour >> 16) & 0xFF));
+    QPalette palette = secondary_->palette();
+    palette.setColor(QPalette::Window, shown);
+    secondary_->setPalette(palette);
+    secondary_->setToolTip(shown.name());
 }
 
 std::map<std::string, ParamValue> Create_Anim::values() const {
-    return {
-        {"frames", static_cast<long long>(frames_->value())},
-        {"rate", FrameRateFromText(rate_->text().toStdString())},
-        {"contents", static_cast<long long>(contents_->currentIndex())},
-        {"colour", static_cast<long long>(secondaryColour_.red() + 256 * secondaryColour_.green() +
-                                          65536 * secondaryColour_.blue())}};
+    return {{"frames", static_cast<long long>(frames_->value())},
+            {"rate", FrameRateFromText(rate_->text().toStdString())},
+            {"contents", static_cast<long long>(contents_->currentIndex())},
+            {"colour", secondaryColour_}};
 }
 
 void Create_Anim::accept() {
@@ -168,12 +159,6 @@ void Create_Anim::updateFigures() {
         QString::fromStdString(ProjectLengthText(frames_->value(), rate_->text().toStdString())));
     required_->setText(
         QString::fromStdString(RequiredMemoryText(frames_->value(), doc.width, doc.height)));
-}
-
-void Create_Anim::setSecondary(const QColor& colour) {
-    secondaryColour_ = colour;
-    secondary_->setStyleSheet(QStringLiteral("background-color: %1").arg(colour.name()));
-    secondary_->setToolTip(colour.name());
 }
 
 }  // namespace wib

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QColor>
 #include <QDialog>
 #include <map>
 #include <string>
@@ -11,7 +10,6 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QSpinBox;
-class QToolButton;
 
 namespace wib {
 
@@ -19,7 +17,8 @@ class Workspace;
 
 // The creation panel of Animation > Create animation: frame count and rate,
 // the length and memory they come to, the memory free, and what the frames
-// start as. It refuses fewer than 2 frames and stays open.
+// start as, with the secondary colour that "Clear to secondary color" uses.
+// It refuses fewer than 2 frames and stays open.
 class Create_Anim : public QDialog {
     Q_OBJECT
   public:
@@ -34,7 +33,6 @@ class Create_Anim : public QDialog {
 
   private:
     void updateFigures();
-    void setSecondary(const QColor& colour);
 
     Workspace& workspace_;
     QSpinBox* frames_;
@@ -43,8 +41,8 @@ class Create_Anim : public QDialog {
     QLabel* memory_;
     QLabel* required_;
     QComboBox* contents_;
-    QToolButton* secondary_;
-    QColor secondaryColour_ = Qt::white;
+    QLabel* secondary_;
+    long long secondaryColour_ = 0xFFFFFF;
 };
 
 }  // namespace wib

@@ -16,6 +16,9 @@ namespace wib {
 Form1::Form1(const Document& document, QWidget* parent) : QWidget(parent), document_(document) {
     setObjectName("Form1");
     setAttribute(Qt::WA_OpaquePaintEvent);
+    // A click on the image takes the keyboard from any text field, so that
+    // single-key shortcuts (frame steps, brush keys) work again while painting.
+    setFocusPolicy(Qt::ClickFocus);
     updateGeometryFromDocument();
 }
 

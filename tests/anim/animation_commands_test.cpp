@@ -11,13 +11,16 @@ namespace {
 
 class AnimationCommands : public FrameStoreTest {
   protected:
-    AnimationCommands() { RegisterAnimationCommands(commands, store); }
+    AnimationCommands() {
+        RegisterAnimationCommands(commands, store, [this] { return secondary; });
+    }
 
     CommandOutcome::Status run(const std::string& id,
                                const std::map<std::string, ParamValue>& values = {}) {
         return commands.run(host.workspace, id, values).status;
     }
 
+    std::int32_t secondary = 0x121110;
     CommandRegistry commands;
 };
 
@@ -53,13 +56,16 @@ TEST_F(AnimationCommands, StartingContentsChooseWhatTheFramesHold) {
     EXPECT_TRUE(frameIs(2, 0));
 
     host.prompter.defaultAnswer = 1;
-    run("anim.create", {{"frames", 3LL}, {"contents", 2LL}, {"colour", 0x121110LL}});
+    run("anim.create", {{"frames", 3LL}, {"contents", 2LL}});
     for (int f = 0; f < 3; ++f) {
-        EXPECT_TRUE(frameIs(f, 0x10)) << f;
+        EXPECT_TRUE(frameIs(f, 0x10)) << f << ": the program's secondary colour";
     }
     EXPECT_TRUE(imageIs(0x10));
     EXPECT_TRUE(EditUndo(host.workspace)) << "the clearing can be undone";
     EXPECT_TRUE(imageIs(60));
+
+    run("anim.create", {{"frames", 2LL}, {"contents", 2LL}, {"colour", 0x474645LL}});
+    EXPECT_TRUE(frameIs(1, 0x45)) << "a colour given to the command";
 }
 
 TEST_F(AnimationCommands, SteppingWrapsAroundAndStopsPlayback) {

@@ -29,7 +29,7 @@ class AnimationPanels : public ::testing::Test {
   protected:
     AnimationPanels() {
         RegisterDocumentCommands(commands);
-        RegisterAnimationCommands(commands, store);
+        RegisterAnimationCommands(commands, store, [] { return 0xFFFFFF; });
         paths.dataDir = WIB_DATA_DIR;
         paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-anim-user";
         paths.tempDir = std::filesystem::temp_directory_path();
@@ -126,7 +126,7 @@ TEST_F(AnimationPanels, ClosingTheMainWindowStopsPlayback) {
 TEST_F(AnimationPanels, TheCreationPanelShowsLengthAndMemoryAndRefusesOneFrame) {
     host.system.memory = std::uint64_t{3000} << 20;
     Create_Anim dialog(host.workspace);
-    dialog.setValues({{"frames", 48LL}, {"rate", 24.0}, {"contents", 0LL}, {"colour", 0LL}});
+    dialog.setValues({{"frames", 48LL}, {"rate", 24.0}, {"contents", 0LL}, {"colour", 0x332211LL}});
     EXPECT_EQ(control("Create_Anim", "lblLength"), "48 frames at 24 fps = 2.0 seconds");
     EXPECT_EQ(control("Create_Anim", "lblRequired"), "0 MB. required");
     EXPECT_EQ(control("Create_Anim", "lblMemory").rfind("3000 MB physical memory free of ", 0), 0u);
@@ -149,6 +149,7 @@ TEST_F(AnimationPanels, TheCreationPanelShowsLengthAndMemoryAndRefusesOneFrame) 
     EXPECT_EQ(std::get<long long>(values.at("frames")), 12);
     EXPECT_EQ(std::get<double>(values.at("rate")), 12.5);
     EXPECT_EQ(std::get<long long>(values.at("contents")), 2);
+    EXPECT_EQ(std::get<long long>(values.at("colour")), 0x332211) << "the secondary colour";
     auto* contents = dialog.findChild<QComboBox*>("cboContents");
     EXPECT_EQ(contents->itemText(2), "Clear to secondary color");
 }
