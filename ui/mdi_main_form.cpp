@@ -379,7 +379,9 @@ void MDI_MainForm::refresh() {
             return;
         case RefreshScope::CanvasOnly:
         case RefreshScope::Complete:
-            canvas_->update();
+            // At once, not at the next pass of events: playback shows each
+            // frame the moment it is loaded, inside its frame time.
+            canvas_->repaint();
     }
 }
 
