@@ -24,17 +24,6 @@ class AnimationCommands : public FrameStoreTest {
     CommandRegistry commands;
 };
 
-TEST_F(AnimationCommands, EveryCommandIsInTheAnimationMenu) {
-    for (const char* id :
-         {"anim.create", "anim.free", "anim.insert_frame", "anim.delete_frame", "anim.goto_frame",
-          "anim.first_frame", "anim.previous_frame", "anim.next_frame", "anim.last_frame",
-          "anim.play", "anim.stop", "anim.frame_rate", "anim.show_controls"}) {
-        const CommandSpec* command = commands.find(id);
-        ASSERT_NE(command, nullptr) << id;
-        EXPECT_EQ(command->menu, "Animation") << id;
-    }
-}
-
 TEST_F(AnimationCommands, CreatingFromThePanelRefusesFewerThanTwoFrames) {
     EXPECT_EQ(run("anim.create", {{"frames", 1LL}}), CommandOutcome::Status::Refused);
     EXPECT_EQ(host.prompter.messages,

@@ -263,14 +263,5 @@ TEST_F(FrameStoreTest, FreeingKeepsTheImageOnScreen) {
     EXPECT_EQ(display.counters.back(), "0 of 0");
 }
 
-TEST_F(FrameStoreTest, TheStoreDetachesFromTheWorkspaceWhenItGoes) {
-    EXPECT_EQ(host.workspace.frameStore, &store);
-    {
-        FrameStore other(host.workspace, CropFile());
-        EXPECT_EQ(host.workspace.frameStore, &other);
-    }
-    EXPECT_EQ(host.workspace.frameStore, nullptr);
-}
-
 }  // namespace
 }  // namespace wib::testing

@@ -46,15 +46,6 @@ TEST_F(Playback, LoopsForwardOverEveryFrameUntilStopped) {
     EXPECT_TRUE(imageIs(20));
 }
 
-TEST_F(Playback, TheCounterSaysPlayingWhilePlaybackRuns) {
-    makeNumberedFrames(3);
-    play(2);
-    ASSERT_GE(display.counters.size(), 3u);
-    EXPECT_NE(std::find(display.counters.begin(), display.counters.end(), "1 of 3 playing"),
-              display.counters.end());
-    EXPECT_EQ(display.counters.back(), "2 of 3");
-}
-
 TEST_F(Playback, FramesAreShownOneDelayApart) {
     makeNumberedFrames(3);
     Wib_SetFrameRate(store, 24);
