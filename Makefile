@@ -1,10 +1,12 @@
 # The two set-up commands: `make run` and `make test`. Both install what is missing first.
 BUILD      ?= build
 SAN_BUILD  ?= build-san
+FUZZ_BUILD ?= build-fuzz
+FUZZ_SECONDS ?= 20
 GENERATOR  ?= Ninja
 CMAKE_ARGS ?=
 
-.PHONY: all deps configure build run test test-san bench format clean
+.PHONY: all deps configure build run test test-san fuzz-smoke bench format clean
 
 all: build
 
@@ -23,10 +25,12 @@ run: build
 	$(BUILD)/bin/wibbleton
 
 # Every suite of the normal build, then the Qt-free libraries again under
-# AddressSanitizer and UndefinedBehaviorSanitizer.
+# AddressSanitizer and UndefinedBehaviorSanitizer, then a short run of each
+# file reader's fuzzer.
 test: build
 	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure
 	$(MAKE) test-san
+	$(MAKE) fuzz-smoke
 
 test-san: deps
 	cmake -S . -B $(SAN_BUILD) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug \
@@ -34,11 +38,26 @@ test-san: deps
 	cmake --build $(SAN_BUILD)
 	ctest --test-dir $(SAN_BUILD) --output-on-failure
 
+# The file readers' libFuzzer programs, built with clang and run for
+# FUZZ_SECONDS each from the kept corpus; a crash fails the target and leaves
+# its input in $(FUZZ_BUILD)/crashes/.
+fuzz-smoke: deps
+	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -G $(GENERATOR) \
+	    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DWIB_WITH_QT=OFF -DWIB_BENCH=OFF \
+	    -DWIB_SANITIZE=ON -DWIB_FUZZ=ON
+	cmake --build $(FUZZ_BUILD) --target targa_fuzz bitmap_fuzz
+	for reader in targa bitmap; do \
+	    mkdir -p $(FUZZ_BUILD)/corpus/$$reader $(FUZZ_BUILD)/crashes && \
+	    $(FUZZ_BUILD)/bin/$${reader}_fuzz -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 \
+	        -print_final_stats=1 -artifact_prefix=$(FUZZ_BUILD)/crashes/ \
+	        $(FUZZ_BUILD)/corpus/$$reader tests/fuzz/corpus/$$reader || exit 1; \
+	done
+
 bench: build
 	@scripts/run-bench $(BUILD)/bin
 
 format:
-	find pixel core paint anim plugins ui app tests bench -name '*.h' -o -name '*.cpp' | xargs clang-format -i
+	find pixel core paint anim fileio plugins ui app tests bench -name '*.h' -o -name '*.cpp' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(SAN_BUILD)
+	rm -rf $(BUILD) $(SAN_BUILD) $(FUZZ_BUILD)

@@ -15,14 +15,19 @@
 #include "core/commands.h"
 #include "core/document_commands.h"
 #include "core/workspace.h"
+#include "fileio/converter_bridge.h"
+#include "fileio/file_commands.h"
+#include "fileio/image_files.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "plugins/automation_server.h"
 #include "plugins/token.h"
 #include "ui/animation_panels.h"
+#include "ui/clipboard_commands.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
+#include "ui/host/qt_process_runner.h"
 #include "ui/mdi_main_form.h"
 #include "ui/qt_controls.h"
 
@@ -61,6 +66,14 @@ int main(int argc, char* argv[]) {
     wib::RegisterDocumentCommands(commands);
     wib::RegisterPaintCommands(commands, paint);
 
+    // Image files: the converter runs as a Qt process; files opened and saved
+    // go on the recent-files list once the main frame is there.
+    wib::QtProcessRunner processes;
+    wib::ConverterBridge converter(processes, paths.tempDir);
+    wib::ImageFiles files(converter);
+    wib::RegisterFileCommands(commands, files);
+    wib::RegisterClipboardCommands(commands);
+
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
     wib::RegisterAnimationCommands(commands, frameStore,
@@ -69,6 +82,7 @@ int main(int argc, char* argv[]) {
     wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
+    files.fileUsed = [&mainForm](const std::string& path) { mainForm->addRecentFile(path); };
     wib::AttachAnimationPanels(*mainForm, frameStore, commands);
 
     // Plug-ins reach the program through the automation server; the programs
@@ -79,7 +93,8 @@ int main(int argc, char* argv[]) {
                                    controls,
                                    paths.appDir.string(),
                                    paths.tempDir.string(),
-                                   workspace.threadCount};
+                                   workspace.threadCount,
+                                   &paint};
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);

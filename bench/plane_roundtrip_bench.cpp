@@ -72,7 +72,7 @@ class ServerThread {
     wib::testing::TestHost host_;
     wib::CommandRegistry commands_;
     NoControls controls_;
-    wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1};
+    wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1, nullptr};
     std::unique_ptr<QThread> thread_;
     std::string path_;
 };

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "core/plane.h"
 
@@ -47,6 +48,8 @@ struct Document {
     std::uint8_t AlphaBitsFlag = 0;  // 255 while the alpha buffer is in force
     // 255 while the image holds changes not yet written to a file.
     std::uint8_t ModifiedFlag = 0;
+    // The file the image was opened from or last saved to; empty for a new image.
+    std::string FileName;
     AlphaBounds SelectionBounds;
 
     int InterfaceLockCount = 0;

@@ -57,6 +57,7 @@ bool Wib_NewBuffer(Workspace& workspace, int width, int height) {
     doc.ViewAnchorX = -1.0f;
     doc.ViewAnchorY = -1.0f;
     doc.ModifiedFlag = 0;
+    doc.FileName.clear();
     Wib_SaveUndo(workspace);
     workspace.host.view.refresh();
     return true;

@@ -28,6 +28,18 @@ BasicPlane<T>::BasicPlane(int ubX, int ubY, T fill)
 }
 
 template <typename T>
+BasicPlane<T> BasicPlane<T>::Uninitialized(int ubX, int ubY) {
+    BasicPlane plane;
+    if (ubX < 0 || ubY < 0) {
+        return plane;
+    }
+    plane.ubX_ = ubX;
+    plane.ubY_ = ubY;
+    plane.data_ = std::make_unique_for_overwrite<T[]>(plane.count());
+    return plane;
+}
+
+template <typename T>
 BasicPlane<T>::BasicPlane(const BasicPlane& other) : ubX_(other.ubX_), ubY_(other.ubY_) {
     if (other.data_) {
         data_ = std::make_unique_for_overwrite<T[]>(count());

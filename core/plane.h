@@ -26,6 +26,10 @@ class BasicPlane {
     // treated as -1.
     BasicPlane(int ubX, int ubY, T fill = T{});
 
+    // A plane whose elements are left for the caller to write, every one of
+    // them, before anything reads the plane (a copy arriving from elsewhere).
+    static BasicPlane Uninitialized(int ubX, int ubY);
+
     BasicPlane(const BasicPlane& other);
     BasicPlane& operator=(const BasicPlane& other);
     BasicPlane(BasicPlane&& other) noexcept;

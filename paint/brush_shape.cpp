@@ -198,6 +198,23 @@ BrushTip TipFromMask(const Plane& mask) {
     return tip;
 }
 
+BrushTip ScaleTip(const BrushTip& tip, int size) {
+    BrushTip scaled;
+    const double factor =
+        static_cast<double>(std::clamp(size, 1, kMaxTip)) / std::max({tip.width, tip.height, 1});
+    scaled.width = std::max(1, static_cast<int>(std::lround(tip.width * factor)));
+    scaled.height = std::max(1, static_cast<int>(std::lround(tip.height * factor)));
+    scaled.coverage.resize(static_cast<std::size_t>(scaled.width) * scaled.height);
+    for (int y = 0; y < scaled.height; ++y) {
+        for (int x = 0; x < scaled.width; ++x) {
+            const double value = Bilinear(tip, (x + 0.5) / factor - 0.5, (y + 0.5) / factor - 0.5);
+            scaled.coverage[static_cast<std::size_t>(y) * scaled.width + x] =
+                static_cast<std::uint8_t>(std::clamp(std::lround(value), 0L, 255L));
+        }
+    }
+    return scaled;
+}
+
 int PaddedMaskWidth(int width) {
     return (width + 31) / 32 * 32;
 }

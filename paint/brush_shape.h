@@ -46,6 +46,9 @@ EdgeProfile LoadEdgeprofile(const std::filesystem::path& file);
 // A chalk tip: the profile across the radius, broken by a grain of `seed`.
 BrushTip MakeChalkBrush(int diameter, const EdgeProfile& profile, std::uint32_t seed);
 
+// The tip resampled (bilinear) so that its longer side is `size` pixels.
+BrushTip ScaleTip(const BrushTip& tip, int size);
+
 // The row length of a transformed mask of `width` pixels: whole vectors of 16,
 // the columns past `width` holding 255 (outside the brush).
 int PaddedMaskWidth(int width);

@@ -86,6 +86,16 @@ void PaintSession::chooseBuiltinBrush(BuiltinBrush brush) {
     optionsChanged();
 }
 
+bool PaintSession::replaceBuiltinBrush(int slot) {
+    const Plane& mask = workspace_.document.BrushMask;
+    if (slot < 0 || slot >= kBuiltinBrushCount || mask.empty()) {
+        return false;
+    }
+    state_.replacedTips[static_cast<std::size_t>(slot)] = TipFromMask(mask);
+    optionsChanged();
+    return true;
+}
+
 void PaintSession::choosePaper(PaperKind kind) {
     paperKind_ = kind;
     paperSource_ = MakePaper(kind, kPaperSize, kPaperSeed);

@@ -43,6 +43,9 @@ class PaintSession {
     bool Wib_SetBrushType(int type);
 
     void chooseBuiltinBrush(BuiltinBrush brush);
+    // The image brush's shape takes the place of built-in brush `slot` (0..3)
+    // for the rest of the session; false when there is no image brush.
+    bool replaceBuiltinBrush(int slot);
     void choosePaper(PaperKind kind);
     PaperKind paper() const { return paperKind_; }
     // The selected part of the image (its bounding box, alpha as the shape)

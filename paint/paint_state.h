@@ -51,6 +51,8 @@ struct PaintState {
     BrushTip tip;
     int tipGeneration = 0;
     EdgeProfile chalkProfile;  // the chalk's edge, loaded with the program's data
+    // Built-in brushes a plug-in replaced with an image brush's shape.
+    std::array<std::optional<BrushTip>, kBuiltinBrushCount> replacedTips;
     // True while an image brush (the document's brush planes and mask) is current.
     bool imageBrush = false;
 

@@ -216,7 +216,13 @@ void BeginStroke(PaintState& paint) {
 void RebuildBuiltinTip(PaintState& paint) {
     const BrushOptionsModel& o = paint.options;
     const int diameter = std::clamp(o.brushSize, 1, 1024);
-    switch (static_cast<BuiltinBrush>(std::clamp(o.builtinBrush, 0, kBuiltinBrushCount - 1))) {
+    const int slot = std::clamp(o.builtinBrush, 0, kBuiltinBrushCount - 1);
+    if (const auto& replaced = paint.replacedTips[static_cast<std::size_t>(slot)]) {
+        paint.tip = ScaleTip(*replaced, diameter);
+        ++paint.tipGeneration;
+        return;
+    }
+    switch (static_cast<BuiltinBrush>(slot)) {
         case BuiltinBrush::HardRound:
             paint.tip = MakeRoundBrush(diameter, o.hardness);
             break;

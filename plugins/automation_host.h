@@ -8,6 +8,8 @@
 
 namespace wib {
 
+class PaintSession;
+
 // What the automation server serves: filled in by the program that runs it.
 struct AutomationHost {
     Workspace& workspace;
@@ -16,6 +18,7 @@ struct AutomationHost {
     std::string appDir;   // the program's folder, for Wib_GetAppDir
     std::string tempDir;  // where plug-ins may put temporary files, for Wib_GetTempDir
     int threadCount;      // worker threads the program uses, for Wib_GetThreadcount
+    PaintSession* paint;  // strokes, brushes and colours; null where nothing paints
 };
 
 }  // namespace wib

@@ -139,7 +139,7 @@ class Decoder {
             static_cast<std::uint64_t>(*ubX + 1) * static_cast<std::uint64_t>(*ubY + 1)) {
             throw wrong("a plane of (ubX + 1) * (ubY + 1) bytes");
         }
-        Plane result(static_cast<int>(*ubX), static_cast<int>(*ubY));
+        Plane result = Plane::Uninitialized(static_cast<int>(*ubX), static_cast<int>(*ubY));
         if (bytes.size > 0) {
             std::memcpy(result.data(), bytes.ptr, bytes.size);
         }

@@ -11,5 +11,6 @@ std::vector<MethodSpec> RefreshMethods();
 std::vector<MethodSpec> StatusMethods();
 std::vector<MethodSpec> BufferMethods();
 std::vector<MethodSpec> ProgramMethods();
+std::vector<MethodSpec> PaintMethods();
 
 }  // namespace wib

@@ -21,6 +21,7 @@
 #include "ui/caps_lock.h"
 #include "ui/colour_wells.h"
 #include "ui/error_console_form.h"
+#include "ui/file_dialogs.h"
 #include "ui/form1.h"
 #include "ui/param_dialog.h"
 #include "ui/tool_panel.h"
@@ -203,6 +204,12 @@ bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamV
         values = dialog.values();
         return true;
     }
+    if (id == "file.open") {
+        return AskOpenValues(this, workspace_.document.FileName, values);
+    }
+    if (id == "file.save") {
+        return AskSaveValues(this, workspace_.host.prompter, workspace_.document.FileName, values);
+    }
     ParamDialog dialog(*command, values, this);
     if (dialog.exec() != QDialog::Accepted) {
         return false;
@@ -214,6 +221,11 @@ bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamV
 void MDI_MainForm::runFromMenu(const std::string& id) {
     const CommandSpec* command = commands_.find(id);
     if (command == nullptr || !isEnabled()) {
+        return;
+    }
+    // An image that has never been saved is saved as a new file.
+    if (id == "file.save_current" && workspace_.document.FileName.empty()) {
+        runFromMenu("file.save");
         return;
     }
     auto values = commands_.defaults(workspace_, *command);
@@ -362,7 +374,12 @@ void MDI_MainForm::zoomActual() {
 
 void MDI_MainForm::updateTitle() {
     const Document& doc = workspace_.document;
-    setWindowTitle(QStringLiteral("Wibbleton - Untitled%1 (%2 x %3, %4%)%5")
+    const QString name =
+        doc.FileName.empty()
+            ? tr("Untitled")
+            : QString::fromStdString(std::filesystem::path(doc.FileName).filename().string());
+    setWindowTitle(QStringLiteral("Wibbleton - %1%2 (%3 x %4, %5%)%6")
+                       .arg(name)
                        .arg(doc.ModifiedFlag == 255 ? QStringLiteral("*") : QString())
                        .arg(doc.width)
                        .arg(doc.height)
@@ -370,7 +387,18 @@ void MDI_MainForm::updateTitle() {
                        .arg(workspace_.eraseMode ? tr(" - erase mode (Caps Lock)") : QString()));
 }
 
-void MDI_MainForm::refresh() {
+// Under the refresh flags: nothing, the title only, the canvas only, or (a
+// complete refresh) title, canvas size and every panel. The plain refresh
+// paints the canvas at once, not at the next pass of events: playback shows
+// each frame the moment it is loaded, inside its frame time.
+void MDI_MainForm::redraw(bool complete) {
+    const auto redrawCanvas = [this, complete] {
+        if (complete) {
+            canvas_->update();
+        } else {
+            canvas_->repaint();
+        }
+    };
     switch (CurrentRefreshScope(workspace_.document)) {
         case RefreshScope::None:
             return;
@@ -378,33 +406,30 @@ void MDI_MainForm::refresh() {
             updateTitle();
             return;
         case RefreshScope::CanvasOnly:
+            redrawCanvas();
+            return;
         case RefreshScope::Complete:
-            // At once, not at the next pass of events: playback shows each
-            // frame the moment it is loaded, inside its frame time.
-            canvas_->repaint();
+            if (complete) {
+                updateTitle();
+                canvas_->updateGeometryFromDocument();
+                update();
+            } else {
+                redrawCanvas();
+            }
     }
+}
+
+void MDI_MainForm::refresh() {
+    redraw(false);
+}
+
+void MDI_MainForm::completeRefresh() {
+    redraw(true);
 }
 
 void MDI_MainForm::refreshArea(int left, int top, int right, int bottom) {
     if (CurrentRefreshScope(workspace_.document) != RefreshScope::None) {
         canvas_->refreshArea(left, top, right, bottom);
-    }
-}
-
-void MDI_MainForm::completeRefresh() {
-    switch (CurrentRefreshScope(workspace_.document)) {
-        case RefreshScope::None:
-            return;
-        case RefreshScope::TitleOnly:
-            updateTitle();
-            return;
-        case RefreshScope::CanvasOnly:
-            canvas_->update();
-            return;
-        case RefreshScope::Complete:
-            updateTitle();
-            canvas_->updateGeometryFromDocument();
-            update();
     }
 }
 

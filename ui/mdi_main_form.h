@@ -92,6 +92,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void buildMenus();
     void rebuildRecentMenu();
     void setZoom(int percent);
+    void redraw(bool complete);
     bool runDialog(const std::string& id, std::map<std::string, ParamValue>& values);
 
     Workspace& workspace_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <thread>
 
 namespace wib {
 
@@ -10,6 +11,11 @@ class Clock {
   public:
     virtual ~Clock() = default;
     virtual std::chrono::nanoseconds now() const = 0;
+    // Waits `duration`; a hand-driven clock moves on by it instead, so that
+    // polling loops run in no time under test.
+    virtual void sleepFor(std::chrono::nanoseconds duration) {
+        std::this_thread::sleep_for(duration);
+    }
 };
 
 }  // namespace wib

@@ -15,6 +15,13 @@ class Prompter {
     virtual void messageBox(const std::string& text, const std::string& title) = 0;
     // Returns 1 for the first button (Yes), 2 for the second (No).
     virtual int questionBox(const std::string& text, const std::string& title) = 0;
+    // A two-button box with the buttons' own captions ("Retry", "Cancel");
+    // 1 for the first, 2 for the second. Where no such box can be shown the
+    // question box stands in for it.
+    virtual int choiceBox(const std::string& text, const std::string& title, const std::string&,
+                          const std::string&) {
+        return questionBox(text, title);
+    }
     // A number between `minimum` and `maximum`; `initial` when cancelled.
     virtual double valueBox(const std::string& prompt, double initial, double minimum,
                             double maximum) = 0;

@@ -54,7 +54,8 @@ class ServerFixture : public ::testing::Test {
     TestHost host;
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton", "/tmp", 2};
+    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton",
+                              "/tmp",         2,        nullptr};
     AutomationServer server{automation};
 
   private:

@@ -71,6 +71,7 @@ class FakeClock : public Clock {
         time += step;
         return reading;
     }
+    void sleepFor(std::chrono::nanoseconds duration) override { time += duration; }
     mutable std::chrono::nanoseconds time{0};
     std::chrono::nanoseconds step{0};
 };

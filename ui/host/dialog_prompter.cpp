@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPushButton>
 
 namespace wib {
 
@@ -16,6 +17,18 @@ int DialogPrompter::questionBox(const std::string& text, const std::string& titl
         QMessageBox::question(parent_, QString::fromStdString(title), QString::fromStdString(text),
                               QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     return answer == QMessageBox::Yes ? 1 : 2;
+}
+
+int DialogPrompter::choiceBox(const std::string& text, const std::string& title,
+                              const std::string& first, const std::string& second) {
+    QMessageBox box(QMessageBox::Warning, QString::fromStdString(title),
+                    QString::fromStdString(text), QMessageBox::NoButton, parent_);
+    QPushButton* firstButton =
+        box.addButton(QString::fromStdString(first), QMessageBox::AcceptRole);
+    box.addButton(QString::fromStdString(second), QMessageBox::RejectRole);
+    box.setDefaultButton(firstButton);
+    box.exec();
+    return box.clickedButton() == firstButton ? 1 : 2;
 }
 
 double DialogPrompter::valueBox(const std::string& prompt, double initial, double minimum,

@@ -17,6 +17,8 @@ class DialogPrompter : public Prompter {
 
     void messageBox(const std::string& text, const std::string& title) override;
     int questionBox(const std::string& text, const std::string& title) override;
+    int choiceBox(const std::string& text, const std::string& title, const std::string& first,
+                  const std::string& second) override;
     double valueBox(const std::string& prompt, double initial, double minimum,
                     double maximum) override;
     std::string requestFileOpen(const std::string& title, const std::string& filter) override;

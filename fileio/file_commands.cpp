@@ -1,0 +1,79 @@
+#include "fileio/file_commands.h"
+
+#include "core/commands.h"
+#include "core/workspace.h"
+#include "fileio/file_filters.h"
+#include "fileio/image_files.h"
+
+namespace wib {
+
+namespace {
+
+ParamSpec TextParam(const char* name, const char* caption, const char* fallback) {
+    ParamSpec spec;
+    spec.name = name;
+    spec.caption = caption;
+    spec.type = ParamType::Text;
+    spec.fallback = std::string(fallback);
+    return spec;
+}
+
+ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
+                       long long fallback) {
+    ParamSpec spec;
+    spec.name = name;
+    spec.caption = caption;
+    spec.type = ParamType::Integer;
+    spec.minimum = minimum;
+    spec.maximum = maximum;
+    spec.fallback = fallback;
+    return spec;
+}
+
+bool HasPath(Workspace& workspace, const std::string& path) {
+    if (path.empty()) {
+        workspace.host.prompter.message("No file name was given.");
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+void RegisterFileCommands(CommandRegistry& registry, ImageFiles& files) {
+    registry.add({"file.open",
+                  "&Open...",
+                  "File",
+                  "Ctrl+O",
+                  {TextParam("path", "File", ""), TextParam("type", "Type", kOpenTypeAuto)},
+                  [&files](Workspace& workspace, const ParamValues& values) {
+                      const std::string& path = values.text("path");
+                      return HasPath(workspace, path) &&
+                             files.open(workspace, path, values.text("type"));
+                  }});
+    registry.add({"file.save_current",
+                  "&Save",
+                  "File",
+                  "Ctrl+S",
+                  {},
+                  [&files](Workspace& workspace, const ParamValues&) {
+                      return files.saveCurrent(workspace);
+                  }});
+    registry.add({"file.save",
+                  "Save &As...",
+                  "File",
+                  "Ctrl+Shift+S",
+                  {TextParam("path", "File", ""), TextParam("type", "Type", kSaveTypeDefaultTarga),
+                   IntegerParam("targa_format", "Targa pixel format", 1, 4, 2),
+                   IntegerParam("quality", "Quality", 1, 100, 90)},
+                  [&files](Workspace& workspace, const ParamValues& values) {
+                      const std::string& path = values.text("path");
+                      return HasPath(workspace, path) &&
+                             files.save(workspace, path,
+                                        {values.text("type"),
+                                         static_cast<int>(values.integer("targa_format")),
+                                         static_cast<int>(values.integer("quality"))});
+                  }});
+}
+
+}  // namespace wib

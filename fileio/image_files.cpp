@@ -1,0 +1,137 @@
+#include "fileio/image_files.h"
+
+#include <filesystem>
+
+#include "core/workspace.h"
+#include "fileio/converter_bridge.h"
+#include "fileio/file_filters.h"
+#include "fileio/file_messages.h"
+#include "fileio/file_names.h"
+#include "fileio/targa_reader.h"
+#include "fileio/targa_writer.h"
+
+namespace wib {
+
+namespace {
+
+// The TargaFormatChoice that writes a file like the one read.
+int TargaFormatOf(const TargaHeader& header) {
+    switch (header.imageType) {
+        case kTargaGreyscale:
+            return 3;
+        case kTargaColorMapped:
+            return 4;
+        default:
+            return header.pixelDepth == 32 ? 2 : 1;
+    }
+}
+
+}  // namespace
+
+bool ImageFiles::open(Workspace& workspace, const std::string& path, const std::string& type) {
+    if (type != kOpenTypeTarga && type != kOpenTypeAuto) {
+        workspace.host.prompter.message("Files can be opened as \"targa\" or \"auto\", not \"" +
+                                        type + "\".");
+        return false;
+    }
+    if (type == kOpenTypeAuto && !CheckforTGA(path)) {
+        return openThroughConverter(workspace, path);
+    }
+    if (!CheckforTGA(path) && workspace.host.prompter.question(kNotTargaQuestion) != 1) {
+        return false;
+    }
+    const auto header = LoadTarga(workspace, path, 0);
+    if (header) {
+        opened(workspace, path, TargaFormatOf(*header));
+    }
+    return header.has_value();
+}
+
+bool ImageFiles::openThroughConverter(Workspace& workspace, const std::string& path) {
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) {
+        workspace.host.prompter.message(CannotOpenMessage(path));
+        return false;
+    }
+    const std::string targa = converter_.openTarga();
+    if (!converter_.ConvertToTarga(workspace, path, targa)) {
+        return false;
+    }
+    const auto header =
+        LoadTarga(workspace, targa, 0, converter_.rowsOfConvertedTarga(workspace, targa));
+    std::filesystem::remove(targa, error);
+    if (header) {
+        workspace.document.FileName = path;
+        opened(workspace, path, std::nullopt);
+    }
+    return header.has_value();
+}
+
+void ImageFiles::opened(Workspace& workspace, const std::string& path,
+                        std::optional<int> targaFormat) {
+    settingsFile_ = path;
+    settings_ = SaveSettings{};
+    if (const auto type = SaveTypeForExtension(LowerExtension(path))) {
+        settings_.type = type->name;
+    }
+    if (targaFormat) {
+        settings_.targaFormat = *targaFormat;
+    }
+    workspace.host.view.completeRefresh();
+    if (fileUsed) {
+        fileUsed(path);
+    }
+}
+
+bool ImageFiles::save(Workspace& workspace, const std::string& path, const SaveSettings& settings) {
+    Prompter& prompter = workspace.host.prompter;
+    const auto type = SaveType(settings.type);
+    const auto formatCode = TargaFormatCode(settings.targaFormat);
+    if (!type || !formatCode) {
+        prompter.message("There is no save type \"" + settings.type + "\" with pixel format " +
+                         std::to_string(settings.targaFormat) + ".");
+        return false;
+    }
+    if (type->name == kSaveTypeLayered) {
+        prompter.message("Layered files cannot be written: this image has no layers to keep.");
+        return false;
+    }
+    const std::string name = EnforceFilename(prompter, path, type->extension);
+    bool saved = false;
+    if (type->name == kSaveTypeDefaultTarga) {
+        saved = SaveTarga(workspace, name, *formatCode);
+    } else {
+        const std::string targa = converter_.saveTarga();
+        saved =
+            SaveTarga(workspace, targa, kTargaFormat32, converter_.rowsForConverter(workspace)) &&
+            converter_.ConvertFromTarga(workspace, targa, name, FormatWord(*type),
+                                        settings.quality);
+        std::error_code ignored;
+        std::filesystem::remove(targa, ignored);
+    }
+    if (!saved) {
+        return false;
+    }
+    Document& doc = workspace.document;
+    doc.FileName = name;
+    doc.ModifiedFlag = 0;
+    settingsFile_ = name;
+    settings_ = settings;
+    workspace.host.view.completeRefresh();
+    if (fileUsed) {
+        fileUsed(name);
+    }
+    return true;
+}
+
+bool ImageFiles::saveCurrent(Workspace& workspace) {
+    const std::string& name = workspace.document.FileName;
+    if (name.empty() || settingsFile_ != name || settings_.type.empty()) {
+        workspace.host.prompter.message(
+            "This image has no file to be saved to in a known format yet; use Save As.");
+        return false;
+    }
+    return save(workspace, name, settings_);
+}
+
+}  // namespace wib

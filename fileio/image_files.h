@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace wib {
+
+class ConverterBridge;
+class Workspace;
+
+// How a document's file was last written, for Save to write it the same way.
+struct SaveSettings {
+    std::string type;     // the save filter's entry name: "Default Targa", "Png"
+    int targaFormat = 2;  // TargaFormatChoice, 1 to 4
+    int quality = 90;     // for the converter
+};
+
+// Opening and saving image files as the File menu does: Targas by the
+// program's own reader and writer, every other format through the converter.
+class ImageFiles {
+  public:
+    explicit ImageFiles(ConverterBridge& converter) : converter_(converter) {}
+
+    // `type` "targa" reads the file as a Targa, asking first when its name does
+    // not end in ".tga"; "auto" reads a ".tga" file so and converts any other.
+    bool open(Workspace& workspace, const std::string& path, const std::string& type);
+    // Reads any file the converter reads (through a temporary Targa).
+    bool openThroughConverter(Workspace& workspace, const std::string& path);
+
+    // Saves under `path` as the save type `settings.type`: "Default Targa" by
+    // the Targa writer in the pixel format `settings.targaFormat`, the layered
+    // format not at all (there is no layer store), every other type through a
+    // temporary 32-bit Targa and the converter. The extension is checked
+    // against the type first (EnforceFilename).
+    bool save(Workspace& workspace, const std::string& path, const SaveSettings& settings);
+    // Saves the document to its own file the way it was last written or, for a
+    // file only opened, the way its extension and pixel format say.
+    bool saveCurrent(Workspace& workspace);
+
+    // Told every file opened or saved (the recent-files list).
+    std::function<void(const std::string&)> fileUsed;
+
+  private:
+    void opened(Workspace& workspace, const std::string& path, std::optional<int> targaFormat);
+
+    ConverterBridge& converter_;
+    std::string settingsFile_;
+    SaveSettings settings_;
+};
+
+}  // namespace wib

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+
+#include "core/document.h"
+
+namespace wib {
+
+// The four planes a file's pixels go to or come from: the main and alpha
+// buffers, or the brush buffer.
+struct ImagePlanes {
+    Plane& r;
+    Plane& g;
+    Plane& b;
+    Plane& a;
+};
+
+inline ImagePlanes DocumentPlanes(Document& doc) {
+    return {doc.RBuffer, doc.GBuffer, doc.BBuffer, doc.ABuffer};
+}
+
+inline ImagePlanes BrushPlanes(Document& doc) {
+    return {doc.BrushR, doc.BrushG, doc.BrushB, doc.BrushA};
+}
+
+// Told the percentage done, 0..100, each time it changes.
+using ProgressReport = std::function<void(int percent)>;
+
+}  // namespace wib

@@ -1,0 +1,93 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <filesystem>
+
+#include "core/buffer_access.h"
+#include "core/document_commands.h"
+#include "core/undo.h"
+#include "paint/paint_session.h"
+#include "tests/support/test_host.h"
+#include "ui/form1.h"
+#include "ui/mdi_main_form.h"
+#include "ui/qt_controls.h"
+
+namespace wib {
+namespace {
+
+class Painting : public ::testing::Test {
+  protected:
+    Painting() {
+        host.newDocument(200, 120);
+        RegisterDocumentCommands(commands);
+        paths.dataDir = WIB_DATA_DIR;
+        paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-paint";
+        paths.tempDir = std::filesystem::temp_directory_path();
+    }
+    void mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
+        QMouseEvent event(type, at, at, button, held, Qt::NoModifier);
+        QApplication::sendEvent(form.canvas(), &event);
+    }
+    testing::TestHost host;
+    CommandRegistry commands;
+    ProgramPaths paths;
+    PaintSession paint{host.workspace, std::filesystem::temp_directory_path()};
+    MDI_MainForm form{host.workspace, commands, paths, &paint};
+};
+
+TEST_F(Painting, PanelControlsReachTheBrushByName) {
+    QtControls controls;
+    ASSERT_TRUE(controls.set("BrushOptions", "HScroll1", ControlValue{40LL}));
+    EXPECT_EQ(paint.state().options.brushSize, 40);
+    EXPECT_EQ(paint.state().tip.width, 40) << "the change handler rebuilt the tip";
+    ASSERT_TRUE(controls.set("BrushOptions", "Option3", ControlValue{-1LL}));
+    EXPECT_EQ(paint.state().options.transformQuality, 2);
+    ASSERT_TRUE(controls.set("BrushOptions", "kq_button2", ControlValue{-1LL}));
+    EXPECT_EQ(paint.state().options.alphaUse, AlphaUse::IgnoreSelection);
+    ASSERT_TRUE(controls.set("BrushOptions", "kq_button2", ControlValue{0LL}));
+    EXPECT_EQ(paint.state().options.alphaUse, AlphaUse::RespectSelection) << "none down";
+    ASSERT_TRUE(controls.set("BrushOptions", "KQ_Dropslider3", ControlValue{5LL}));
+    EXPECT_EQ(paint.state().options.paintMode, 5);
+    ASSERT_TRUE(controls.set("Paper_Panel", "Check1", ControlValue{-1LL}));
+    EXPECT_TRUE(paint.state().options.paperInvert);
+    ASSERT_TRUE(controls.set("BrushOptions", "kq_button5", ControlValue{-1LL}));
+    EXPECT_EQ(paint.Wib_GetBrushType(), 0);
+
+    // A change made elsewhere shows in the panel.
+    paint.state().options.dryOut = 99;
+    paint.optionsChanged();
+    EXPECT_EQ(std::get<long long>(*controls.get("BrushOptions", "Hscroll8")), 99);
+}
+
+TEST_F(Painting, ADragPaintsOneUndoableStroke) {
+    paint.Wib_SetPrimaryColor(0x00FF00);
+    const QPointF from(40, 60), to(160, 60);
+    mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    for (int x = 50; x <= 160; x += 10) {
+        mouse(QEvent::MouseMove, QPointF(x, 60), Qt::NoButton, Qt::LeftButton);
+    }
+    mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    const Document& doc = host.workspace.document;
+    EXPECT_EQ(Wib_GetRGB(doc, 100, 60), 0x00FF00);
+    EXPECT_EQ(Wib_GetRGB(doc, 100, 100), 0xFFFFFF);
+    EXPECT_GT(host.view.areaRefreshes, 0) << "only dirty rectangles were redrawn";
+
+    ASSERT_TRUE(EditUndo(host.workspace));
+    EXPECT_EQ(Wib_GetRGB(doc, 100, 60), 0xFFFFFF) << "the stroke was one step";
+}
+
+TEST_F(Painting, RightButtonPaintsSecondaryAndAltPicks) {
+    paint.Wib_SetSecondaryColor(0x123456);
+    mouse(QEvent::MouseButtonPress, QPointF(30, 30), Qt::RightButton, Qt::RightButton);
+    mouse(QEvent::MouseButtonRelease, QPointF(30, 30), Qt::RightButton, Qt::NoButton);
+    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 30, 30), 0x123456);
+
+    QMouseEvent pick(QEvent::MouseButtonPress, QPointF(30, 30), QPointF(30, 30), Qt::LeftButton,
+                     Qt::LeftButton, Qt::AltModifier);
+    QApplication::sendEvent(form.canvas(), &pick);
+    EXPECT_EQ(paint.Wib_GetPrimaryColor(), 0x123456);
+}
+
+}  // namespace
+}  // namespace wib

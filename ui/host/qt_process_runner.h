@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QProcess>
+#include <map>
+#include <memory>
+
+#include "core/host/process_runner.h"
+
+namespace wib {
+
+// Starts programs as Qt processes, their output passed on to the program's
+// own, and tells whether each is still running without an event loop.
+class QtProcessRunner : public ProcessRunner {
+  public:
+    std::optional<int> start(const std::string& commandLine) override;
+    bool running(int id) override;
+
+  private:
+    std::map<int, std::unique_ptr<QProcess>> processes_;
+    int nextId_ = 1;
+};
+
+}  // namespace wib
