@@ -94,7 +94,8 @@ int main(int argc, char* argv[]) {
                                    paths.appDir.string(),
                                    paths.tempDir.string(),
                                    workspace.threadCount,
-                                   &paint};
+                                   &paint,
+                                   &files};
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);

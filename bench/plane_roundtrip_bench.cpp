@@ -72,7 +72,8 @@ class ServerThread {
     wib::testing::TestHost host_;
     wib::CommandRegistry commands_;
     NoControls controls_;
-    wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1, nullptr};
+    wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1,
+                                    nullptr,         nullptr};
     std::unique_ptr<QThread> thread_;
     std::string path_;
 };

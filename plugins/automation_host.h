@@ -8,6 +8,7 @@
 
 namespace wib {
 
+class ImageFiles;
 class PaintSession;
 
 // What the automation server serves: filled in by the program that runs it.
@@ -19,6 +20,7 @@ struct AutomationHost {
     std::string tempDir;  // where plug-ins may put temporary files, for Wib_GetTempDir
     int threadCount;      // worker threads the program uses, for Wib_GetThreadcount
     PaintSession* paint;  // strokes, brushes and colours; null where nothing paints
+    ImageFiles* files;    // opening through the converter; null where files are not served
 };
 
 }  // namespace wib

@@ -12,5 +12,6 @@ std::vector<MethodSpec> StatusMethods();
 std::vector<MethodSpec> BufferMethods();
 std::vector<MethodSpec> ProgramMethods();
 std::vector<MethodSpec> PaintMethods();
+std::vector<MethodSpec> FileMethods();
 
 }  // namespace wib

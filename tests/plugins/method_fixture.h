@@ -58,7 +58,7 @@ class MethodFixture : public ::testing::Test {
     CommandRegistry commands;
     MapControls controls;
     AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton",
-                              "/var/tmp",     3,        nullptr};
+                              "/var/tmp",     3,        nullptr,  nullptr};
     ServerState server;
     ConnectionState connection;
     CallContext context{automation, server, connection};

@@ -55,7 +55,7 @@ class ServerFixture : public ::testing::Test {
     CommandRegistry commands;
     MapControls controls;
     AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton",
-                              "/tmp",         2,        nullptr};
+                              "/tmp",         2,        nullptr,  nullptr};
     AutomationServer server{automation};
 
   private:
