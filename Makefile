@@ -57,7 +57,7 @@ bench: build
 	@scripts/run-bench $(BUILD)/bin
 
 format:
-	find pixel core paint fileio plugins ui app tests bench -name '*.h' -o -name '*.cpp' | xargs clang-format -i
+	find pixel core paint anim fileio plugins ui app tests bench -name '*.h' -o -name '*.cpp' | xargs clang-format -i
 
 clean:
 	rm -rf $(BUILD) $(SAN_BUILD) $(FUZZ_BUILD)

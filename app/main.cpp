@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <memory>
 
+#include "anim/animation_commands.h"
+#include "anim/frame_store.h"
 #include "app/brush_file_commands.h"
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
@@ -21,6 +23,7 @@
 #include "paint/paint_session.h"
 #include "plugins/automation_server.h"
 #include "plugins/token.h"
+#include "ui/animation_panels.h"
 #include "ui/clipboard_commands.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
@@ -73,10 +76,16 @@ int main(int argc, char* argv[]) {
     wib::RegisterClipboardCommands(commands);
     wib::RegisterBrushFileCommands(commands, paint);
 
+    // The animation frames live beside the Workspace, which resizes them with the canvas.
+    wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
+    wib::RegisterAnimationCommands(commands, frameStore,
+                                   [&paint] { return paint.Wib_GetSecondaryColor(); });
+
     wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
     files.fileUsed = [&mainForm](const std::string& path) { mainForm->addRecentFile(path); };
+    wib::AttachAnimationPanels(*mainForm, frameStore, commands);
 
     // Plug-ins reach the program through the automation server; the programs
     // it starts find it through the environment.

@@ -16,9 +16,9 @@ namespace {
 
 constexpr const char* kNotEnoughMemory = "Not enough memory to change the canvas size.";
 
-// Copies the old pixels (x, y), 0 <= x < oldWidth, 0 <= y < oldHeight, to
-// (x + dx, y + dy) wherever that lies inside the new canvas.
-void PlaceOldImage(const Plane& from, Plane& to, const CanvasChange& change) {
+}  // namespace
+
+void PlaceOldPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChange& change) {
     const int dx = change.offsets.dx;
     const int dy = change.offsets.dy;
     const int x0 = std::max(0, -dx);
@@ -28,11 +28,12 @@ void PlaceOldImage(const Plane& from, Plane& to, const CanvasChange& change) {
     if (x1 <= x0 || y1 <= y0) {
         return;
     }
-    RectCopy(from.row(y0) + x0, from.stride(), to.row(y0 + dy) + x0 + dx, to.stride(),
+    const std::size_t fromStride = static_cast<std::size_t>(change.oldWidth) + 1;
+    const std::size_t toStride = static_cast<std::size_t>(change.newWidth) + 1;
+    RectCopy(from + static_cast<std::size_t>(y0) * fromStride + x0, fromStride,
+             to + static_cast<std::size_t>(y0 + dy) * toStride + x0 + dx, toStride,
              static_cast<std::size_t>(x1 - x0), static_cast<std::size_t>(y1 - y0));
 }
-
-}  // namespace
 
 int HalfToEven(int v) {
     const int floorHalf = v >= 0 ? v / 2 : -((-v + 1) / 2);
@@ -89,7 +90,7 @@ bool Wib_ChangeBufferSize(Workspace& workspace, int newWidth, int newHeight, std
     const std::array<Plane*, 7> old{&doc.RBuffer, &doc.GBuffer, &doc.BBuffer, &doc.ABuffer,
                                     &doc.SwapR,   &doc.SwapG,   &doc.SwapB};
     for (std::size_t i = 0; i < made.size(); ++i) {
-        PlaceOldImage(*old[i], made[i], change);
+        PlaceOldPixels(old[i]->data(), made[i].data(), change);
     }
 
     try {

@@ -32,6 +32,12 @@ struct CanvasChange {
     std::uint8_t fillB;
 };
 
+// Copies the old image's pixels (x, y), 0 <= x < oldWidth, 0 <= y < oldHeight,
+// from a block laid out like an old plane (rows of oldWidth + 1 bytes) to
+// (x + dx, y + dy) in a block laid out like a new plane, wherever that lies
+// inside the new canvas. Stores that keep planes as raw blocks use it too.
+void PlaceOldPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChange& change);
+
 // A store of images of the document's size (animation frames, layers).
 class CanvasResizeStore {
   public:

@@ -16,6 +16,9 @@ namespace wib {
 Form1::Form1(const Document& document, QWidget* parent) : QWidget(parent), document_(document) {
     setObjectName("Form1");
     setAttribute(Qt::WA_OpaquePaintEvent);
+    // A click on the image takes the keyboard from any text field, so that
+    // single-key shortcuts (frame steps, brush keys) work again while painting.
+    setFocusPolicy(Qt::ClickFocus);
     updateGeometryFromDocument();
 }
 
@@ -122,12 +125,12 @@ void Form1::paintEvent(QPaintEvent* event) {
     if (source.isEmpty()) {
         return;
     }
-    const QImage image = PlanesToImage(document_, source);
+    PlanesToImage(document_, source, picture_);
     const QRectF target(source.left() * s, source.top() * s, source.width() * s,
                         source.height() * s);
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
-    painter.drawImage(target, image);
+    painter.drawImage(target, picture_);
 }
 
 }  // namespace wib

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QWidget>
 
 namespace wib {
@@ -44,6 +45,7 @@ class Form1 : public QWidget {
     PaintSession* painter_ = nullptr;
     const TabletCalibration* calibration_ = nullptr;
     int strokeButton_ = 0;
+    QImage picture_;  // the converted damaged area, kept between redraws
 };
 
 }  // namespace wib

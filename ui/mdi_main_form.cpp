@@ -33,7 +33,8 @@ namespace {
 
 constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
                                          200, 300, 400, 600, 800, 1600};
-constexpr std::array<const char*, 6> kMenus{"File", "Edit", "Image", "Brush", "View", "Window"};
+constexpr std::array<const char*, 7> kMenus{"File",      "Edit", "Image", "Brush",
+                                            "Animation", "View", "Window"};
 // Temporary files the animation and layer stores leave in the temporary folder.
 constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
 
@@ -183,7 +184,14 @@ void MDI_MainForm::addRecentFile(const std::string& path) {
     rebuildRecentMenu();
 }
 
+void MDI_MainForm::setCommandDialog(const std::string& id, CommandDialog dialog) {
+    commandDialogs_[id] = std::move(dialog);
+}
+
 bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamValue>& values) {
+    if (const auto dialog = commandDialogs_.find(id); dialog != commandDialogs_.end()) {
+        return dialog->second(values);
+    }
     const CommandSpec* command = commands_.find(id);
     if (id == "file.new" || id == "image.canvas_size") {
         CanvasSize dialog(
@@ -394,8 +402,17 @@ void MDI_MainForm::updateTitle() {
 }
 
 // Under the refresh flags: nothing, the title only, the canvas only, or (a
-// complete refresh) title, canvas size and every panel.
+// complete refresh) title, canvas size and every panel. The plain refresh
+// paints the canvas at once, not at the next pass of events: playback shows
+// each frame the moment it is loaded, inside its frame time.
 void MDI_MainForm::redraw(bool complete) {
+    const auto redrawCanvas = [this, complete] {
+        if (complete) {
+            canvas_->update();
+        } else {
+            canvas_->repaint();
+        }
+    };
     switch (CurrentRefreshScope(workspace_.document)) {
         case RefreshScope::None:
             return;
@@ -403,7 +420,7 @@ void MDI_MainForm::redraw(bool complete) {
             updateTitle();
             return;
         case RefreshScope::CanvasOnly:
-            canvas_->update();
+            redrawCanvas();
             return;
         case RefreshScope::Complete:
             if (complete) {
@@ -411,7 +428,7 @@ void MDI_MainForm::redraw(bool complete) {
                 canvas_->updateGeometryFromDocument();
                 update();
             } else {
-                canvas_->update();
+                redrawCanvas();
             }
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -50,6 +51,12 @@ class MDI_MainForm : public QMainWindow, public View {
     // Runs a command as its menu item does: its dialog first when it has
     // parameters, then the command; a refusal has already told the user.
     void runFromMenu(const std::string& id);
+
+    // A hand-made dialog for a command instead of the generic one: it starts
+    // from `values`, puts the user's choice there and returns true, or
+    // returns false when cancelled.
+    using CommandDialog = std::function<bool(std::map<std::string, ParamValue>& values)>;
+    void setCommandDialog(const std::string& id, CommandDialog dialog);
 
     // Creates the tool panel and docks it as "ToolbarPlacement" (0 left,
     // 1 right, 2 top, 3 bottom) and "SingleColumnTools" (-1 one column) say.
@@ -101,6 +108,7 @@ class MDI_MainForm : public QMainWindow, public View {
     ColourWells* wells_ = nullptr;
     QMenu* recentMenu_ = nullptr;
     std::vector<std::string> recent_;
+    std::map<std::string, CommandDialog> commandDialogs_;
     bool shutDown_ = false;
 };
 

@@ -4,9 +4,11 @@
 
 namespace wib {
 
-QImage PlanesToImage(const Document& document, const QRect& area) {
+void PlanesToImage(const Document& document, const QRect& area, QImage& image) {
     const QRect clipped = area.intersected(QRect(0, 0, document.width, document.height));
-    QImage image(clipped.size(), QImage::Format_RGB32);
+    if (image.size() != clipped.size() || image.format() != QImage::Format_RGB32) {
+        image = QImage(clipped.size(), QImage::Format_RGB32);
+    }
     for (int y = 0; y < clipped.height(); ++y) {
         const int sy = clipped.top() + y;
         const std::uint8_t* r = document.RBuffer.row(sy) + clipped.left();
@@ -17,7 +19,6 @@ QImage PlanesToImage(const Document& document, const QRect& area) {
             out[x] = qRgb(r[x], g[x], b[x]);
         }
     }
-    return image;
 }
 
 }  // namespace wib

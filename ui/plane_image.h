@@ -8,7 +8,9 @@ namespace wib {
 struct Document;
 
 // The image part (no spare column or row) of the main buffer, within `area`,
-// as a 32-bit picture for drawing.
-QImage PlanesToImage(const Document& document, const QRect& area);
+// as a 32-bit picture for drawing, written into `image`. The picture is made
+// anew only when its size changes, so that the redraws of playback and
+// painting reuse one buffer instead of taking fresh pages every time.
+void PlanesToImage(const Document& document, const QRect& area, QImage& image);
 
 }  // namespace wib

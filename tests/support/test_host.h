@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -61,11 +62,18 @@ class MemoryPreferences : public Preferences {
     std::map<std::pair<std::string, std::string>, std::string> values;
 };
 
+// Stands still unless moved by hand, or by `step` at every reading, as code
+// that waits on the clock needs.
 class FakeClock : public Clock {
   public:
-    std::chrono::nanoseconds now() const override { return time; }
+    std::chrono::nanoseconds now() const override {
+        const auto reading = time;
+        time += step;
+        return reading;
+    }
     void sleepFor(std::chrono::nanoseconds duration) override { time += duration; }
-    std::chrono::nanoseconds time{0};
+    mutable std::chrono::nanoseconds time{0};
+    std::chrono::nanoseconds step{0};
 };
 
 // Counts what the document asked of the windows.
@@ -75,7 +83,12 @@ class RecordingView : public View {
     void refreshArea(int, int, int, int) override { ++areaRefreshes; }
     void completeRefresh() override { ++completeRefreshes; }
     void documentResized() override { ++resizes; }
-    void processPendingEvents() override { ++eventPumps; }
+    void processPendingEvents() override {
+        ++eventPumps;
+        if (pendingEvents) {
+            pendingEvents();
+        }
+    }
     void setCanvasEnabled(bool enabled) override { canvasEnabled = enabled; }
     void setMainFrameEnabled(bool enabled) override { mainFrameEnabled = enabled; }
 
@@ -86,6 +99,8 @@ class RecordingView : public View {
     int eventPumps = 0;
     bool canvasEnabled = true;
     bool mainFrameEnabled = true;
+    // What the interface's pending events do when they are let through.
+    std::function<void()> pendingEvents;
 };
 
 class RecordingLog : public Log {

@@ -1,0 +1,113 @@
+// The canvas-size change of an animation: every frame keeps its pixels at the
+// same offsets as the image and gets the same fill colour. The old frames wait
+// in the crop file while the new ones are made, so that the old and new stacks
+// need not fit in memory together; when the file cannot be written they are
+// resized in memory instead, if both fit.
+
+#include <fstream>
+#include <new>
+#include <vector>
+
+#include "anim/frame_store.h"
+#include "anim/stack_memory.h"
+#include "core/workspace.h"
+
+namespace wib {
+
+namespace {
+
+constexpr const char* kResizeFailedMessage =
+    "The animation frames could not be resized to the new canvas size, so the animation was "
+    "freed.";
+
+}  // namespace
+
+void FrameStore::resizeForCanvas(Workspace&, const CanvasChange& change) {
+    if (frameCount_ == 0) {
+        return;
+    }
+    StopAnimation();
+    const std::uint64_t needed = StackBytes(frameCount_, change.newWidth, change.newHeight);
+    const std::uint64_t available = workspace_.host.system.availableMemoryBytes();
+    if (needed > available + heldBytes()) {
+        abandonResize();
+        return;
+    }
+    const bool parked = parkFrames();
+    if (!parked && needed > available) {
+        abandonResize();
+        return;
+    }
+    FrameArray old[3] = {std::move(animR_), std::move(animG_), std::move(animB_)};
+    if (parked) {
+        for (FrameArray& array : old) {
+            array.release();
+        }
+    }
+    bool placed = false;
+    try {
+        allocateFrames(change.newWidth, change.newHeight, frameCount_,
+                       {change.fillR, change.fillG, change.fillB});
+        placed = placeFrames(change, parked ? nullptr : old);
+    } catch (const std::bad_alloc&) {
+        placed = false;
+    }
+    std::error_code ignored;
+    std::filesystem::remove(cropFile_, ignored);
+    if (!placed) {
+        abandonResize();
+        return;
+    }
+    refreshTransferRecord();
+    showChanges();
+}
+
+bool FrameStore::parkFrames() const {
+    std::ofstream file(cropFile_, std::ios::binary | std::ios::trunc);
+    for (const FrameArray* array : {&animR_, &animG_, &animB_}) {
+        file.write(reinterpret_cast<const char*>(array->frame(0)),
+                   static_cast<std::streamsize>(array->byteCount()));
+    }
+    file.close();
+    return !file.fail();
+}
+
+bool FrameStore::placeFrames(const CanvasChange& change, FrameArray* old) {
+    std::ifstream file;
+    std::vector<std::uint8_t> parked;
+    if (old == nullptr) {
+        file.open(cropFile_, std::ios::binary);
+        parked.resize(static_cast<std::size_t>(change.oldWidth + 1) *
+                      static_cast<std::size_t>(change.oldHeight + 1));
+    }
+    Prompter& prompter = workspace_.host.prompter;
+    prompter.statusOpen("Resizing animation frames...");
+    FrameArray* made[3] = {&animR_, &animG_, &animB_};
+    bool complete = true;
+    for (int colour = 0; colour < 3 && complete; ++colour) {
+        for (int frame = 0; frame < frameCount_ && complete; ++frame) {
+            const std::uint8_t* from = nullptr;
+            if (old == nullptr) {
+                file.read(reinterpret_cast<char*>(parked.data()),
+                          static_cast<std::streamsize>(parked.size()));
+                complete = static_cast<bool>(file);
+                from = parked.data();
+            } else {
+                from = old[colour].frame(frame);
+            }
+            if (complete) {
+                PlaceOldPixels(from, made[colour]->frame(frame), change);
+            }
+        }
+        prompter.progress((colour + 1) * 100 / 3);
+    }
+    prompter.statusClose();
+    return complete;
+}
+
+void FrameStore::abandonResize() {
+    FreeAnimation();
+    workspace_.host.prompter.message(kResizeFailedMessage);
+}
+
+}  // namespace wib

@@ -1,0 +1,63 @@
+// Inserting and deleting frames: the arrays grow or shrink by one frame
+// keeping their contents, and the frames above the index move by one.
+
+#include <algorithm>
+
+#include "anim/frame_store.h"
+#include "core/workspace.h"
+
+namespace wib {
+
+void FrameStore::InsertFrame(int index) {
+    StopAnimation();
+    if (!ready() || index < 0 || index >= frameCount_) {
+        return;
+    }
+    StoreCurrentFrame();
+    const std::uint64_t needed = 3 * static_cast<std::uint64_t>(animR_.frameBytes());
+    if (needed > workspace_.host.system.availableMemoryBytes() || !resizeFrames(frameCount_ + 1)) {
+        workspace_.host.prompter.message(kInsertFrameMemoryMessage);
+        return;
+    }
+    for (int j = frameCount_ - 1; j >= index; --j) {
+        CopyFramePlanes(stackPlanes(j), stackPlanes(j + 1), animR_.frameBytes());
+    }
+    frameCount_ += 1;
+    currentFrame_ = index + 1;
+    LoadCurrentFrame();
+    showChanges();
+    workspace_.host.view.refresh();
+}
+
+void FrameStore::DeleteFrame(int index) {
+    StopAnimation();
+    if (frameCount_ < 2 || !ready() || index < 0 || index >= frameCount_) {
+        return;
+    }
+    StoreCurrentFrame();
+    for (int j = index; j <= frameCount_ - 2; ++j) {
+        CopyFramePlanes(stackPlanes(j + 1), stackPlanes(j), animR_.frameBytes());
+    }
+    resizeFrames(frameCount_ - 1);
+    frameCount_ -= 1;
+    currentFrame_ = std::min(currentFrame_, frameCount_ - 1);
+    LoadCurrentFrame();
+    showChanges();
+    workspace_.host.view.refresh();
+}
+
+bool FrameStore::resizeFrames(int frames) {
+    try {
+        animR_.resize(frames);
+        animG_.resize(frames);
+        animB_.resize(frames);
+    } catch (const std::bad_alloc&) {
+        for (FrameArray* array : {&animR_, &animG_, &animB_}) {
+            array->resize(frameCount_);
+        }
+        return false;
+    }
+    return true;
+}
+
+}  // namespace wib

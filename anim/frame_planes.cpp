@@ -1,0 +1,39 @@
+// Reading and writing single frames without making them current, for
+// plug-ins and for filters that walk the stack.
+
+#include <algorithm>
+
+#include "anim/frame_store.h"
+#include "core/workspace.h"
+#include "pixel/blit.h"
+
+namespace wib {
+
+void FrameStore::AnimToMain(int index) {
+    if (!ready() || index < 0 || index >= frameCount_) {
+        return;
+    }
+    CopyFramePlanes(stackPlanes(index), imagePlanes(), animR_.frameBytes());
+}
+
+Plane FrameStore::framePlane(FrameColour colour, int index) const {
+    if (frameCount_ == 0) {
+        return Plane();
+    }
+    if (index < 0 || index >= frameCount_) {
+        throw SubscriptError();
+    }
+    Plane plane(width_, height_);
+    BlockCopy(array(colour).frame(index), plane.data(), plane.byteCount());
+    return plane;
+}
+
+void FrameStore::setFramePlane(FrameColour colour, const Plane& plane, int index) {
+    if (frameCount_ == 0 || index < 0 || index >= frameCount_) {
+        return;
+    }
+    FrameArray& frames = array(colour);
+    BlockCopy(plane.data(), frames.frame(index), std::min(plane.byteCount(), frames.frameBytes()));
+}
+
+}  // namespace wib

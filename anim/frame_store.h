@@ -1,0 +1,176 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "anim/frame_array.h"
+#include "anim/frame_transfer.h"
+#include "core/canvas_size.h"
+#include "core/plane.h"
+
+namespace wib {
+
+class PlaybackDisplay;
+class Workspace;
+
+inline constexpr const char* kAnimationExistsQuestion = "An animation already exists.  Free it?";
+inline constexpr const char* kNoFramesMessage = "An animation needs at least one frame.";
+inline constexpr const char* kInsertFrameMemoryMessage =
+    "Not enough memory to insert a frame. Free some memory or delete frames first.";
+inline constexpr const char* kSizeChangedMessage =
+    "The image size has changed, so the animation no longer fits it and was freed.";
+
+enum class FrameColour { Red, Green, Blue };
+
+// What a go-to may leave out.
+struct GotoOptions {
+    bool frameUpdate = true;  // the per-frame update before the load
+    bool redraw = true;       // the canvas redraw after it
+};
+
+// The animation: a stack of full-size colour frames beside the main buffer.
+// The current frame's pixels live in the main buffer while it is current and
+// go back into the stack whenever another frame is loaded. The alpha plane is
+// shared by all frames.
+//
+// With no animation (FrameCount() 0) every operation but creation does
+// nothing. Every operation that changes the stack stops playback first.
+class FrameStore : public CanvasResizeStore {
+  public:
+    // Attaches itself to workspace.frameStore. Canvas-size changes park the
+    // frames in `cropFile` while they are resized.
+    FrameStore(Workspace& workspace, std::filesystem::path cropFile);
+    ~FrameStore() override;
+    FrameStore(const FrameStore&) = delete;
+    FrameStore& operator=(const FrameStore&) = delete;
+
+    void attachDisplay(PlaybackDisplay* display) { display_ = display; }
+    Workspace& workspace() { return workspace_; }
+
+    std::int32_t FrameCount() const { return frameCount_; }
+    std::int32_t CurrentFrame() const { return currentFrame_; }
+    const FrameArray& AnimR() const { return animR_; }
+    const FrameArray& AnimG() const { return animG_; }
+    const FrameArray& AnimB() const { return animB_; }
+    const FrameTransferRecord& transferRecord() const { return transfer_; }
+    // "3 of 10", with " playing" appended while playback runs.
+    std::string FrameCounterText() const;
+
+    // Asks before replacing an animation; refuses, with a message and
+    // nothing changed, a count below 1 or a stack the memory cannot hold.
+    // Frame 0 takes the current image, and so does every other frame when
+    // copyImage > 0; otherwise they are black. Returns whether it was made.
+    bool CreateAnimation(int frames, int copyImage);
+    void FreeAnimation();
+    // The current image into the frame of CurrentFrame.
+    void StoreCurrentFrame();
+    // The frame of CurrentFrame into the main buffer.
+    void LoadCurrentFrame();
+    // Copies the current image into every frame.
+    void CopyImageToEveryFrame();
+
+    // Stores the current image, then shows frame `index`, clamped to
+    // 0..FrameCount(). Position FrameCount(), one past the last frame, shows
+    // the last frame and stores back into it.
+    void GotoFrame(int index, GotoOptions options = {});
+    // Stores the current image, then doubles frame `index` and makes the copy,
+    // index + 1, current. An index outside 0..FrameCount() - 1 is ignored.
+    void InsertFrame(int index);
+    // Stores the current image, then removes frame `index` (ignored outside
+    // 0..FrameCount() - 1, or when only one frame is left); a current frame
+    // beyond the new last one becomes the last.
+    void DeleteFrame(int index);
+
+    // Frame `index` into the main buffer, leaving CurrentFrame and the stack
+    // as they are. Ignored outside 0..FrameCount() - 1.
+    void AnimToMain(int index);
+    // A copy of one colour of frame `index` in the document's shape; empty
+    // with no animation. Throws SubscriptError outside 0..FrameCount() - 1.
+    Plane framePlane(FrameColour colour, int index) const;
+    // Copies `plane` into one colour of frame `index` byte for byte whatever
+    // its shape, as much of it as the frame holds. Ignored outside
+    // 0..FrameCount() - 1.
+    void setFramePlane(FrameColour colour, const Plane& plane, int index);
+
+    // Playback (anim/playback.cpp): forward through every frame and round
+    // again, one frame every FrameDelayMs.
+    std::int16_t PlayingFlag() const { return playingFlag_; }
+    // Starts playback from the event loop, so that it returns at once; does
+    // nothing while playback runs or with fewer than 2 frames.
+    void PlayAnimation();
+    void StopAnimation();
+    // The playback loop itself: returns once playback stops.
+    void runPlaybackLoop();
+
+    // The frame-rate field, as text. Setting it runs the field's change
+    // handler, which recomputes FrameDelayMs.
+    const std::string& frameRateField() const { return frameRateField_; }
+    void setFrameRateField(const std::string& text);
+    std::int32_t FrameDelayMs() const { return frameDelayMs_; }
+
+    const std::string& name() const { return name_; }
+    void setName(const std::string& name);
+
+    // The per-frame update that runs during a go-to, once CurrentFrame holds
+    // the new index and before the frame's pixels move. Owners of
+    // frame-dependent settings attach here; it must not touch the planes.
+    std::function<void(int frame)> beforeFrameLoad;
+
+    // Tells the playback controls that something they show has changed.
+    void showChanges();
+    PlaybackDisplay* display() const { return display_; }
+
+    // Resizes every frame as the canvas-size change resizes the image, by way
+    // of the crop file.
+    void resizeForCanvas(Workspace& workspace, const CanvasChange& change) override;
+
+  private:
+    struct Fill {
+        std::uint8_t r, g, b;
+    };
+
+    // False, doing nothing, with no animation; an animation that no longer
+    // fits the document (a new image of another size) is freed with a message.
+    bool ready();
+    bool fitsDocument() const;
+    // The stack frame that position CurrentFrame refers to.
+    int storedIndex() const;
+    FramePlanes imagePlanes();
+    FramePlanes stackPlanes(int index);
+    FrameArray& array(FrameColour colour);
+    const FrameArray& array(FrameColour colour) const;
+    void refreshTransferRecord();
+    void playbackStep();
+    // Bytes the three arrays hold now.
+    std::uint64_t heldBytes() const;
+    void releaseFrames();
+    // Throws std::bad_alloc; the caller releases what was made.
+    void allocateFrames(int width, int height, int frames, const Fill& fill);
+    // All three arrays to `frames` frames, or none when memory runs out.
+    bool resizeFrames(int frames);
+    // Writes every frame to the crop file; false when it could not.
+    bool parkFrames() const;
+    // Places every old frame, read back from the crop file or taken from
+    // `old`, into the new arrays; false when the file could not be read.
+    bool placeFrames(const CanvasChange& change, FrameArray* old);
+    void abandonResize();
+
+    Workspace& workspace_;
+    std::filesystem::path cropFile_;
+    PlaybackDisplay* display_ = nullptr;
+    FrameArray animR_, animG_, animB_;
+    std::int32_t frameCount_ = 0;
+    std::int32_t currentFrame_ = 0;
+    int width_ = 0;  // document size the frames were made for
+    int height_ = 0;
+    FrameTransferRecord transfer_;
+    std::string frameRateField_;
+    std::int32_t frameDelayMs_ = 0;
+    std::int16_t playingFlag_ = 0;  // -1 while playback runs
+    bool loopRunning_ = false;      // the playback loop is on the call stack
+    std::string name_;
+};
+
+}  // namespace wib

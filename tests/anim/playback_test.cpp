@@ -1,0 +1,111 @@
+#include "anim/playback.h"
+
+#include <gtest/gtest.h>
+
+#include "anim/frame_methods.h"
+#include "tests/anim/frame_store_fixture.h"
+
+namespace wib::testing {
+namespace {
+
+using namespace std::chrono_literals;
+
+class Playback : public FrameStoreTest {
+  protected:
+    Playback() {
+        host.clock.step = 1ms;  // the clock moves on at every reading
+    }
+
+    // Starts playback and runs its loop, as the event loop would, noting at
+    // each pass of events which frame is shown and when; the pass `stopAt`
+    // (counted from 1) lets a stop through.
+    void play(int stopAt, std::function<void()> stop = {}) {
+        host.view.pendingEvents = [this, stopAt, stop] {
+            shown.push_back(store.CurrentFrame());
+            times.push_back(host.clock.time);
+            if (static_cast<int>(shown.size()) == stopAt) {
+                stop ? stop() : store.StopAnimation();
+            }
+        };
+        store.PlayAnimation();
+        ASSERT_EQ(display.loops.size(), 1u);
+        display.loops[0]();
+    }
+
+    std::vector<int> shown;
+    std::vector<std::chrono::nanoseconds> times;
+};
+
+TEST_F(Playback, LoopsForwardOverEveryFrameUntilStopped) {
+    makeNumberedFrames(4);
+    store.GotoFrame(2);
+    play(7);
+    EXPECT_EQ(shown, (std::vector<int>{3, 0, 1, 2, 3, 0, 1}));
+    EXPECT_EQ(store.PlayingFlag(), 0);
+    EXPECT_EQ(store.FrameCounterText(), "1 of 4");
+    EXPECT_TRUE(imageIs(20));
+}
+
+TEST_F(Playback, FramesAreShownOneDelayApart) {
+    makeNumberedFrames(3);
+    Wib_SetFrameRate(store, 24);
+    play(5);
+    for (std::size_t i = 1; i < times.size(); ++i) {
+        const auto interval = times[i] - times[i - 1];
+        EXPECT_GT(interval, 41ms) << i;
+        EXPECT_LE(interval, 44ms) << i;
+    }
+}
+
+TEST_F(Playback, WaitingPastNoDelayStillNeedsTheClockToMove) {
+    host.clock.step = 1ns;
+    const auto start = host.clock.time;
+    WaitPastDelay(host.clock, start, 0);
+    EXPECT_EQ(host.clock.time - start, 2ns) << "the first reading shows no time passed";
+    WaitPastDelay(host.clock, host.clock.time, 1);
+    EXPECT_EQ(host.clock.time - start, 2ns + 1000002ns);
+}
+
+TEST_F(Playback, ChangingTheStackStopsPlayback) {
+    makeNumberedFrames(3);
+    play(2, [this] { store.InsertFrame(0); });
+    EXPECT_EQ(store.PlayingFlag(), 0);
+    EXPECT_EQ(store.FrameCount(), 4);
+    EXPECT_EQ(shown.size(), 2u);
+}
+
+TEST_F(Playback, StoppingAndStartingWithinOneBatchOfEventsKeepsOneLoop) {
+    makeNumberedFrames(3);
+    host.view.pendingEvents = [this] {
+        shown.push_back(store.CurrentFrame());
+        if (shown.size() == 3) {
+            store.StopAnimation();
+            store.PlayAnimation();
+            display.loops.back()();  // returns at once: a loop already runs
+        } else if (shown.size() == 4) {
+            store.StopAnimation();
+        }
+    };
+    store.PlayAnimation();
+    display.loops.front()();
+    EXPECT_EQ(shown, (std::vector<int>{1, 2, 0, 1}));
+    EXPECT_EQ(display.loops.size(), 2u);
+}
+
+TEST_F(Playback, NeedsTwoFramesAndDoesNotStartTwice) {
+    store.PlayAnimation();
+    paint(10);
+    ASSERT_TRUE(store.CreateAnimation(1, 255));
+    store.PlayAnimation();
+    EXPECT_EQ(store.PlayingFlag(), 0);
+    store.InsertFrame(0);
+    store.PlayAnimation();
+    store.PlayAnimation();
+    EXPECT_EQ(store.PlayingFlag(), -1);
+    EXPECT_EQ(display.loops.size(), 1u);
+    store.FreeAnimation();
+    EXPECT_EQ(store.PlayingFlag(), 0);
+}
+
+}  // namespace
+}  // namespace wib::testing

@@ -1,0 +1,30 @@
+#include "ui/animation_panels.h"
+
+#include "anim/frame_store.h"
+#include "ui/create_anim.h"
+#include "ui/mdi_main_form.h"
+#include "ui/playback_panel.h"
+
+namespace wib {
+
+void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
+                           const CommandRegistry& commands) {
+    auto* panel = new PlaybackPanel(
+        store, commands, [&mainForm](const std::string& id) { mainForm.runFromMenu(id); },
+        &mainForm);
+    mainForm.addDockWidget(Qt::BottomDockWidgetArea, panel);
+    panel->show();
+    // The layout of the last session again, now that it can place the panel.
+    mainForm.restoreWindowPos();
+    mainForm.setCommandDialog("anim.create", [&mainForm, &store](auto& values) {
+        Create_Anim dialog(store.workspace(), &mainForm);
+        dialog.setValues(values);
+        if (dialog.exec() != QDialog::Accepted) {
+            return false;
+        }
+        values = dialog.values();
+        return true;
+    });
+}
+
+}  // namespace wib
