@@ -97,7 +97,8 @@ int main(int argc, char* argv[]) {
                                    paths.tempDir.string(),
                                    workspace.threadCount,
                                    &paint,
-                                   &files};
+                                   &files,
+                                   &frameStore};
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);

@@ -73,7 +73,7 @@ class ServerThread {
     wib::CommandRegistry commands_;
     NoControls controls_;
     wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1,
-                                    nullptr,         nullptr};
+                                    nullptr,         nullptr,   nullptr};
     std::unique_ptr<QThread> thread_;
     std::string path_;
 };

@@ -8,6 +8,7 @@
 
 namespace wib {
 
+class FrameStore;
 class ImageFiles;
 class PaintSession;
 
@@ -21,6 +22,7 @@ struct AutomationHost {
     int threadCount;      // worker threads the program uses, for Wib_GetThreadcount
     PaintSession* paint;  // strokes, brushes and colours; null where nothing paints
     ImageFiles* files;    // opening through the converter; null where files are not served
+    FrameStore* frames;   // the animation frames; null where there are none
 };
 
 }  // namespace wib

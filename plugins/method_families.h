@@ -13,5 +13,6 @@ std::vector<MethodSpec> BufferMethods();
 std::vector<MethodSpec> ProgramMethods();
 std::vector<MethodSpec> PaintMethods();
 std::vector<MethodSpec> FileMethods();
+std::vector<MethodSpec> AnimationMethods();
 
 }  // namespace wib

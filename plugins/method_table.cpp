@@ -10,8 +10,8 @@ namespace {
 
 std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
-    for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods, FileMethods,
-                        ProgramMethods}) {
+    for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
+                        AnimationMethods, FileMethods, ProgramMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

@@ -57,8 +57,8 @@ class MethodFixture : public ::testing::Test {
     Document& doc = host.workspace.document;
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton",
-                              "/var/tmp",     3,        nullptr,  nullptr};
+    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton", "/var/tmp", 3,
+                              nullptr,        nullptr,  nullptr};
     ServerState server;
     ConnectionState connection;
     CallContext context{automation, server, connection};

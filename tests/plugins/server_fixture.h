@@ -54,8 +54,8 @@ class ServerFixture : public ::testing::Test {
     TestHost host;
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton",
-                              "/tmp",         2,        nullptr,  nullptr};
+    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton", "/tmp", 2,
+                              nullptr,        nullptr,  nullptr};
     AutomationServer server{automation};
 
   private:

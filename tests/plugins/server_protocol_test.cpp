@@ -199,7 +199,7 @@ TEST(ServerOrder, ACallThatLetsEventsRunFinishesBeforeTheNextOneStarts) {
     Wib_NewBuffer(workspace, 8, 6);
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost host{workspace, commands, controls, "", "", 1, nullptr, nullptr};
+    AutomationHost host{workspace, commands, controls, "", "", 1, nullptr, nullptr, nullptr};
     AutomationServer server(host);
     ASSERT_TRUE(server.listen(
         QString("wib-automation-order-%1").arg(QCoreApplication::applicationPid()), kToken));
