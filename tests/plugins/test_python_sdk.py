@@ -136,6 +136,30 @@ class EndToEnd(unittest.TestCase):
         self.wib.Wib_AlphaOff()
         self.assertEqual(self.wib.Wib_GetAlphabits(), 0)
 
+    def test_a_plug_in_paints_a_line(self):
+        self.wib.Wib_SetPrimaryColor(0x0000FF)
+        self.wib.Wib_SetBrushSize(5)
+        self.wib.Wib_SetBrushSteps(1)
+        self.wib.Wib_BrushDown(10.0, 20.0)
+        self.wib.Wib_BrushMove(50.0, 20.0)
+        self.wib.Wib_BrushUp(50.0, 20.0)
+        self.assertEqual(self.wib.Wib_GetRGB(30, 20), 0x0000FF)
+        self.assertEqual(self.wib.Wib_GetRGB(30, 40), 0xFFFFFF)
+
+    def test_a_plug_in_steps_through_frames_and_writes_their_planes(self):
+        self.wib.Wib_CreateAnimAdv(4, 3)
+        self.assertEqual(self.wib.Wib_GetTotalFrames(), 4)
+        for frame in range(4):
+            self.wib.Wib_SetGFrame(Plane(64, 48, bytes([frame * 10]) * (65 * 49)), frame)
+        for frame in (3, 1):
+            self.wib.Wib_GotoFrame(frame)
+            self.assertEqual(self.wib.Wib_GetCurrentFrame(), frame)
+            self.assertEqual(self.wib.Wib_GetG(7, 7), frame * 10)
+            self.assertEqual(self.wib.Wib_GetGFrame(frame)[7, 7], frame * 10)
+        self.assertRefused(9, "Wib_GetGFrame", 4)
+        self.wib.Wib_FreeAnim()
+        self.assertEqual(self.wib.Wib_GetTotalFrames(), 0)
+
     def test_refused_calls_raise_with_the_programs_codes(self):
         self.assertRefused(9, "Wib_GetRGB", 65, 0)
         self.assertRefused(9, "Wib_SetRGB", -1, 0, 0, 0, 0)
