@@ -24,13 +24,13 @@ build: deps configure
 run: build
 	$(BUILD)/bin/wibbleton
 
-# Every suite of the normal build, then the Qt-free libraries again under
-# AddressSanitizer and UndefinedBehaviorSanitizer, then a short run of each
-# file reader's fuzzer.
+# The Qt-free libraries under AddressSanitizer and UndefinedBehaviorSanitizer,
+# a short run of each file reader's fuzzer, then every suite of the normal
+# build, whose summary closes the output.
 test: build
-	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure
 	$(MAKE) test-san
 	$(MAKE) fuzz-smoke
+	QT_QPA_PLATFORM=offscreen ctest --test-dir $(BUILD) --output-on-failure
 
 test-san: deps
 	cmake -S . -B $(SAN_BUILD) -G $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug \
