@@ -19,18 +19,6 @@ namespace {
 constexpr double kMaxFrames = 1000000;
 constexpr double kMaxFrameRate = 1000;
 
-ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
-                       std::function<ParamValue(const Workspace&)> current) {
-    ParamSpec spec;
-    spec.name = name;
-    spec.caption = caption;
-    spec.type = ParamType::Integer;
-    spec.minimum = minimum;
-    spec.maximum = maximum;
-    spec.current = std::move(current);
-    return spec;
-}
-
 ParamSpec RateParam(std::function<ParamValue(const Workspace&)> current) {
     ParamSpec spec;
     spec.name = "rate";
@@ -93,20 +81,18 @@ void RegisterCreate(CommandRegistry& registry, FrameStore& store,
     colour.current = [secondaryColour](const Workspace&) {
         return ParamValue{static_cast<long long>(secondaryColour())};
     };
-    registry.add({"anim.create",
-                  "&Create animation...",
-                  "Animation",
-                  "Ctrl+Shift+N",
-                  {IntegerParam("frames", "Frames", 0, kMaxFrames,
-                                [](const Workspace&) { return ParamValue{12LL}; }),
-                   RateParam([](const Workspace& w) {
-                       return ParamValue{
-                           FrameRateFromText(DefaultFrameRateText(w.host.preferences))};
-                   }),
-                   contents, colour},
-                  [&store](Workspace&, const ParamValues& values) {
-                      return CreateFromPanel(store, values);
-                  }});
+    registry.add(
+        {"anim.create",
+         "&Create animation...",
+         "Animation",
+         "Ctrl+Shift+N",
+         {IntegerParam("frames", "Frames", 0, kMaxFrames, 12), RateParam([](const Workspace& w) {
+              return ParamValue{FrameRateFromText(DefaultFrameRateText(w.host.preferences))};
+          }),
+          contents, colour},
+         [&store](Workspace&, const ParamValues& values) {
+             return CreateFromPanel(store, values);
+         }});
 }
 
 }  // namespace
@@ -137,7 +123,7 @@ void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
                   "&Go to frame...",
                   "Animation",
                   "Ctrl+G",
-                  {IntegerParam("frame", "Frame", 0, std::numeric_limits<std::int32_t>::max(),
+                  {IntegerParam("frame", "Frame", 0, std::numeric_limits<std::int32_t>::max(), 0,
                                 [&store](const Workspace&) {
                                     return ParamValue{static_cast<long long>(store.CurrentFrame())};
                                 })},

@@ -36,6 +36,19 @@ const std::string& ParamValues::text(const std::string& name) const {
     return std::get<std::string>(values_.at(name));
 }
 
+ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
+                       long long fallback, std::function<ParamValue(const Workspace&)> current) {
+    ParamSpec spec;
+    spec.name = name;
+    spec.caption = caption;
+    spec.type = ParamType::Integer;
+    spec.minimum = minimum;
+    spec.maximum = maximum;
+    spec.fallback = fallback;
+    spec.current = std::move(current);
+    return spec;
+}
+
 const char* ParamTypeName(ParamType type) {
     switch (type) {
         case ParamType::Integer:

@@ -84,6 +84,12 @@ class CommandRegistry {
     std::vector<CommandSpec> commands_;
 };
 
+// An integer parameter in [minimum, maximum]. Its dialog starts at what
+// `current` says when given (the document's width, say), else at `fallback`.
+ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
+                       long long fallback,
+                       std::function<ParamValue(const Workspace&)> current = nullptr);
+
 // Checks one value against its parameter and brings it to the parameter's
 // own type (an integral number for an Integer, say). Nothing when it does not
 // fit; `error` then says why.

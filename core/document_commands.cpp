@@ -16,14 +16,7 @@ constexpr long long kDefaultHeight = 480;
 
 ParamSpec SizeParam(const char* name, const char* caption,
                     std::function<ParamValue(const Workspace&)> current) {
-    ParamSpec spec;
-    spec.name = name;
-    spec.caption = caption;
-    spec.type = ParamType::Integer;
-    spec.minimum = 1;
-    spec.maximum = kMaxDocumentSide;
-    spec.current = std::move(current);
-    return spec;
+    return IntegerParam(name, caption, 1, kMaxDocumentSide, 1, std::move(current));
 }
 
 // The size a new document starts at: 640 x 480 unless the preferences

@@ -18,18 +18,6 @@ ParamSpec TextParam(const char* name, const char* caption, const char* fallback)
     return spec;
 }
 
-ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
-                       long long fallback) {
-    ParamSpec spec;
-    spec.name = name;
-    spec.caption = caption;
-    spec.type = ParamType::Integer;
-    spec.minimum = minimum;
-    spec.maximum = maximum;
-    spec.fallback = fallback;
-    return spec;
-}
-
 bool HasPath(Workspace& workspace, const std::string& path) {
     if (path.empty()) {
         workspace.host.prompter.message("No file name was given.");
