@@ -155,9 +155,25 @@ void PaintSession::Wib_BrushUp(float x, float y) {
     step(0, x, y);
 }
 
+void PaintSession::setCloneSource(float x, float y) {
+    const float zoom = workspace_.document.Zoom / 100.0f;
+    const int sx = static_cast<int>(x / zoom);
+    const int sy = static_cast<int>(y / zoom);
+    state_.cloneSource = std::array<int, 2>{sx, sy};
+    state_.cloneSourcePending = true;
+    state_.patternOffsetX = static_cast<std::int16_t>(-sx);
+    state_.patternOffsetY = static_cast<std::int16_t>(-sy);
+}
+
 void PaintSession::penPress(int button, float x, float y, double pressure, bool tablet) {
     state_.pressure = pressure;
     state_.tabletActive = tablet;
+    if (state_.cloneSource && (state_.cloneSourcePending || !state_.options.cloneAligned)) {
+        const float zoom = workspace_.document.Zoom / 100.0f;
+        state_.cloneOffsetX = static_cast<int>(x / zoom) - (*state_.cloneSource)[0];
+        state_.cloneOffsetY = static_cast<int>(y / zoom) - (*state_.cloneSource)[1];
+        state_.cloneSourcePending = false;
+    }
     Wib_SaveUndo(workspace_);
     BeginStroke(state_);
     DispatchStroke(workspace_, state_, 0, 0, x, y);

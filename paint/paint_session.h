@@ -72,6 +72,11 @@ class PaintSession {
     bool Wib_SetSecondaryColor(std::int64_t packed);
     // The colour of an image pixel becomes the primary colour.
     void pickColour(int x, int y);
+    // The point (canvas-window units) clone paints from and the pattern tiles
+    // from. The next stroke sets the clone offset from it; with "Aligned
+    // clone" on the offset then stays for later strokes, off it is measured
+    // again from this point at every stroke.
+    void setCloneSource(float x, float y);
 
   private:
     void step(int button, float x, float y);

@@ -61,8 +61,14 @@ struct PaintState {
     bool eraseMode = false;  // Caps Lock
 
     PaintModeTables tables;
+    // Clone paints from the image at this offset from the brush; pattern
+    // offset shifts where the image brush tiles from.
     int cloneOffsetX = 0, cloneOffsetY = 0;
     std::int16_t patternOffsetX = 0, patternOffsetY = 0;
+    // The point a clone copies from (image pixels), set by Ctrl + click; the
+    // next stroke measures the clone offset from it.
+    std::optional<std::array<int, 2>> cloneSource;
+    bool cloneSourcePending = false;
 
     Plane paper;  // grain, 128 = flat; empty while none is loaded
     int paperRowOffset = 0;

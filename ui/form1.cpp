@@ -55,6 +55,10 @@ void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoin
     if (painter_ == nullptr || strokeButton_ != 0) {
         return;
     }
+    if (modifiers & Qt::ControlModifier) {
+        painter_->setCloneSource(static_cast<float>(at.x()), static_cast<float>(at.y()));
+        return;
+    }
     if (modifiers & Qt::AltModifier) {
         const double s = scale();
         painter_->pickColour(static_cast<int>(at.x() / s), static_cast<int>(at.y() / s));

@@ -24,7 +24,8 @@ class Form1 : public QWidget {
     QSize sizeHint() const override;
 
     // Pointer and pen input paints through this session; Alt + click picks a
-    // colour. Pressure is read through the calibration.
+    // colour, Ctrl + click sets the clone source. Pressure is read through the
+    // calibration.
     void setPainter(PaintSession* session, const TabletCalibration* calibration);
 
   protected:

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <random>
 
+#include "core/buffer_access.h"
 #include "core/text_file.h"
 #include "paint/brush_controls.h"
 #include "paint/brush_settings_file.h"
@@ -135,6 +136,47 @@ TEST_F(BrushSettings, BrushFromSelectionTakesTheSelectedBoxAndItsMatte) {
     EXPECT_TRUE(doc.CustomBrushActive);
     session.chooseBuiltinBrush(BuiltinBrush::Chalk);
     EXPECT_FALSE(doc.CustomBrushActive);
+}
+
+}  // namespace
+}  // namespace wib
+
+namespace wib {
+namespace {
+
+TEST(CloneSource, StrokesCopyFromTheSourceAlignedOrAfresh) {
+    testing::TestHost host;
+    host.newDocument(60, 40);
+    Document& doc = host.workspace.document;
+    for (int x = 0; x < 60; ++x) {
+        for (int y = 0; y < 40; ++y) {
+            Wib_SetRGB(doc, x, y, static_cast<std::uint8_t>(x * 4),
+                       static_cast<std::uint8_t>(y * 6), 0);
+        }
+    }
+    PaintSession session(host.workspace, std::filesystem::temp_directory_path());
+    session.state().options.paintMode = static_cast<int>(PaintMode::Clone);
+    session.state().options.brushSize = 3;
+    session.state().options.hardness = 100;
+    session.optionsChanged();
+
+    session.setCloneSource(5, 5);
+    session.penPress(1, 30, 20, 1.0, false);
+    session.penRelease(30, 20);
+    EXPECT_EQ(Wib_GetR(doc, 30, 20), 5 * 4) << "the pixel at the source";
+    EXPECT_EQ(Wib_GetG(doc, 30, 20), 5 * 6);
+
+    // Aligned: the next stroke keeps the offset (25, 15).
+    session.penPress(1, 40, 30, 1.0, false);
+    session.penRelease(40, 30);
+    EXPECT_EQ(Wib_GetR(doc, 40, 30), 15 * 4);
+
+    // Not aligned: every stroke starts again from the source.
+    session.state().options.cloneAligned = false;
+    session.penPress(1, 50, 10, 1.0, false);
+    session.penRelease(50, 10);
+    EXPECT_EQ(Wib_GetR(doc, 50, 10), 5 * 4);
+    EXPECT_EQ(Wib_GetG(doc, 50, 10), 5 * 6);
 }
 
 }  // namespace
