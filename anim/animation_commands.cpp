@@ -4,12 +4,10 @@
 #include <limits>
 
 #include "anim/animation_plan.h"
-#include "anim/frame_methods.h"
 #include "anim/frame_rate.h"
 #include "anim/frame_store.h"
-#include "core/buffer_access.h"
 #include "core/commands.h"
-#include "core/undo.h"
+#include "core/image_edit.h"
 #include "core/workspace.h"
 
 namespace wib {
@@ -37,15 +35,10 @@ int ShownFrame(const FrameStore& store) {
 
 // After creation, "Clear to secondary color" makes every frame, and the image
 // on screen, that colour; the clearing can be undone like any change.
-void ClearEveryFrame(FrameStore& store, long long colour) {
-    Workspace& workspace = store.workspace();
-    Wib_SaveUndo(workspace);
-    Wib_ClearBuffer(workspace.document, static_cast<std::uint8_t>(colour & 0xFF),
-                    static_cast<std::uint8_t>((colour >> 8) & 0xFF),
-                    static_cast<std::uint8_t>((colour >> 16) & 0xFF));
-    workspace.document.ModifiedFlag = 255;
+void ClearEveryFrame(FrameStore& store, PackedColour colour) {
+    const ImageEdit edit(store.workspace());
+    ClearImage(store.workspace().document, colour);
     store.CopyImageToEveryFrame();
-    workspace.host.view.refresh();
 }
 
 bool CreateFromPanel(FrameStore& store, const ParamValues& values) {
@@ -61,13 +54,13 @@ bool CreateFromPanel(FrameStore& store, const ParamValues& values) {
     }
     store.setFrameRateField(FrameRateText(values.number("rate")));
     if (contents == StartingContents::ClearToSecondary) {
-        ClearEveryFrame(store, values.integer("colour"));
+        ClearEveryFrame(store, PackedColour::fromPacked(values.integer("colour"))
+                                   .value_or(store.workspace().colours.secondary));
     }
     return true;
 }
 
-void RegisterCreate(CommandRegistry& registry, FrameStore& store,
-                    std::function<std::int32_t()> secondaryColour) {
+void RegisterCreate(CommandRegistry& registry, FrameStore& store) {
     ParamSpec contents;
     contents.name = "contents";
     contents.caption = "Starting contents";
@@ -78,8 +71,8 @@ void RegisterCreate(CommandRegistry& registry, FrameStore& store,
     colour.name = "colour";
     colour.caption = "Secondary color";
     colour.type = ParamType::Colour;
-    colour.current = [secondaryColour](const Workspace&) {
-        return ParamValue{static_cast<long long>(secondaryColour())};
+    colour.current = [](const Workspace& workspace) {
+        return ParamValue{static_cast<long long>(workspace.colours.secondary.packed())};
     };
     registry.add(
         {"anim.create",
@@ -97,9 +90,8 @@ void RegisterCreate(CommandRegistry& registry, FrameStore& store,
 
 }  // namespace
 
-void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
-                               std::function<std::int32_t()> secondaryColour) {
-    RegisterCreate(registry, store, std::move(secondaryColour));
+void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store) {
+    RegisterCreate(registry, store);
 
     auto add = [&registry, &store](const char* id, const char* caption, const char* shortcut,
                                    std::function<void(FrameStore&)> action) {
@@ -113,7 +105,7 @@ void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
                           return true;
                       }});
     };
-    add("anim.free", "&Free animation", "", Wib_FreeAnim);
+    add("anim.free", "&Free animation", "", [](FrameStore& s) { s.FreeAnimation(); });
     add("anim.insert_frame", "&Insert frame", "Ctrl+Shift+I",
         [](FrameStore& s) { s.InsertFrame(ShownFrame(s)); });
     add("anim.delete_frame", "&Delete frame", "Ctrl+Shift+D",
@@ -128,23 +120,23 @@ void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
                                     return ParamValue{static_cast<long long>(store.CurrentFrame())};
                                 })},
                   [&store](Workspace&, const ParamValues& values) {
-                      Wib_GotoFrame(store, static_cast<int>(values.integer("frame")));
+                      store.showFrame(static_cast<int>(values.integer("frame")));
                       return true;
                   }});
 
     // Stepping wraps around, as playback does.
-    add("anim.first_frame", "F&irst frame", "Home", [](FrameStore& s) { Wib_GotoFrame(s, 0); });
+    add("anim.first_frame", "F&irst frame", "Home", [](FrameStore& s) { s.showFrame(0); });
     add("anim.previous_frame", "P&revious frame", ",", [](FrameStore& s) {
         const int shown = ShownFrame(s);
-        Wib_GotoFrame(s, shown > 0 ? shown - 1 : s.FrameCount() - 1);
+        s.showFrame(shown > 0 ? shown - 1 : s.FrameCount() - 1);
     });
     add("anim.next_frame", "&Next frame", ".", [](FrameStore& s) {
-        Wib_GotoFrame(s, s.CurrentFrame() + 1 < s.FrameCount() ? s.CurrentFrame() + 1 : 0);
+        s.showFrame(s.CurrentFrame() + 1 < s.FrameCount() ? s.CurrentFrame() + 1 : 0);
     });
     add("anim.last_frame", "&Last frame", "End",
-        [](FrameStore& s) { Wib_GotoFrame(s, s.FrameCount() - 1); });
-    add("anim.play", "&Play", "F5", Wib_PlayAnimation);
-    add("anim.stop", "&Stop", "Esc", Wib_StopAnimation);
+        [](FrameStore& s) { s.showFrame(s.FrameCount() - 1); });
+    add("anim.play", "&Play", "F5", [](FrameStore& s) { s.PlayAnimation(); });
+    add("anim.stop", "&Stop", "Esc", [](FrameStore& s) { s.StopAnimation(); });
 
     registry.add({"anim.frame_rate",
                   "Frame &rate...",
@@ -154,10 +146,10 @@ void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
                       return ParamValue{FrameRateFromText(store.frameRateField())};
                   })},
                   [&store](Workspace&, const ParamValues& values) {
-                      Wib_SetFrameRate(store, values.number("rate"));
+                      store.setFrameRate(values.number("rate"));
                       return true;
                   }});
-    add("anim.show_controls", "Playback &controls", "", Wib_ShowScrub);
+    add("anim.show_controls", "Playback &controls", "", [](FrameStore& s) { s.showControls(); });
 }
 
 }  // namespace wib

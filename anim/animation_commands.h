@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <functional>
-
 namespace wib {
 
 class CommandRegistry;
@@ -11,12 +8,10 @@ class FrameStore;
 // The Animation menu: anim.create, anim.free, anim.insert_frame,
 // anim.delete_frame, anim.goto_frame, anim.first_frame, anim.previous_frame,
 // anim.next_frame, anim.last_frame, anim.play, anim.stop, anim.frame_rate and
-// anim.show_controls. `store` must outlive the registry's use.
-// `secondaryColour` answers the program's secondary colour, packed
-// R + 256 G + 65536 B: what "Clear to secondary color" clears to unless the
+// anim.show_controls. `store` must outlive the registry's use. "Clear to
+// secondary color" clears to the workspace's secondary colour unless the
 // command is given another.
-void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store,
-                               std::function<std::int32_t()> secondaryColour);
+void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store);
 
 // What the starting-contents list of the creation panel offers, in order.
 enum class StartingContents : long long {

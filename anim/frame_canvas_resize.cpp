@@ -2,7 +2,9 @@
 // same offsets as the image and gets the same fill colour. The old frames wait
 // in the crop file while the new ones are made, so that the old and new stacks
 // need not fit in memory together; when the file cannot be written they are
-// resized in memory instead, if both fit.
+// resized in memory instead, if both fit. A change the memory cannot hold is
+// refused before anything moves; should the new stack still fail to come, the
+// old frames are read back from the crop file.
 
 #include <fstream>
 #include <new>
@@ -22,21 +24,19 @@ constexpr const char* kResizeFailedMessage =
 
 }  // namespace
 
-void FrameStore::resizeForCanvas(Workspace&, const CanvasChange& change) {
+bool FrameStore::resizeForCanvas(Workspace&, const CanvasChange& change) {
     if (frameCount_ == 0) {
-        return;
+        return true;
     }
     StopAnimation();
     const std::uint64_t needed = StackBytes(frameCount_, change.newWidth, change.newHeight);
     const std::uint64_t available = workspace_.host.system.availableMemoryBytes();
     if (needed > available + heldBytes()) {
-        abandonResize();
-        return;
+        return false;
     }
     const bool parked = parkFrames();
     if (!parked && needed > available) {
-        abandonResize();
-        return;
+        return false;
     }
     FrameArray old[3] = {std::move(animR_), std::move(animG_), std::move(animB_)};
     if (parked) {
@@ -52,14 +52,39 @@ void FrameStore::resizeForCanvas(Workspace&, const CanvasChange& change) {
     } catch (const std::bad_alloc&) {
         placed = false;
     }
+    if (!placed) {
+        const bool restored = parked ? unparkFrames(change) : restoreFrames(old);
+        if (!restored) {
+            abandonResize();
+        }
+    }
     std::error_code ignored;
     std::filesystem::remove(cropFile_, ignored);
-    if (!placed) {
-        abandonResize();
-        return;
-    }
     refreshTransferRecord();
     showChanges();
+    return placed;
+}
+
+bool FrameStore::restoreFrames(FrameArray* old) {
+    animR_ = std::move(old[0]);
+    animG_ = std::move(old[1]);
+    animB_ = std::move(old[2]);
+    return true;
+}
+
+bool FrameStore::unparkFrames(const CanvasChange& change) {
+    releaseFrames();
+    try {
+        allocateFrames(change.oldWidth, change.oldHeight, frameCount_, {0, 0, 0});
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    std::ifstream file(cropFile_, std::ios::binary);
+    for (FrameArray* array : {&animR_, &animG_, &animB_}) {
+        file.read(reinterpret_cast<char*>(array->frame(0)),
+                  static_cast<std::streamsize>(array->byteCount()));
+    }
+    return static_cast<bool>(file);
 }
 
 bool FrameStore::parkFrames() const {

@@ -12,14 +12,16 @@ namespace wib {
 
 FrameStore::FrameStore(Workspace& workspace, std::filesystem::path cropFile)
     : workspace_(workspace), cropFile_(std::move(cropFile)) {
-    workspace_.frameStore = this;
+    workspace_.attachFrames(this);
+    workspace_.resizeStores.push_back(this);
     setFrameRateField(DefaultFrameRateText(workspace_.host.preferences));
 }
 
 FrameStore::~FrameStore() {
-    if (workspace_.frameStore == this) {
-        workspace_.frameStore = nullptr;
+    if (&workspace_.frames() == this) {
+        workspace_.attachFrames(nullptr);
     }
+    std::erase(workspace_.resizeStores, this);
 }
 
 std::string FrameStore::FrameCounterText() const {
@@ -109,8 +111,8 @@ void FrameStore::GotoFrame(int index, GotoOptions options) {
     }
     const int from = storedIndex();
     currentFrame_ = std::clamp(index, 0, frameCount_);
-    if (options.frameUpdate && beforeFrameLoad) {
-        beforeFrameLoad(currentFrame_);
+    if (options.frameUpdate) {
+        workspace_.events.beforeFrameLoad.notify(currentFrame_);
     }
     refreshTransferRecord();
     SwitchFramePlanes(imagePlanes(), stackPlanes(from), stackPlanes(storedIndex()),
@@ -199,6 +201,25 @@ void FrameStore::allocateFrames(int width, int height, int frames, const Fill& f
     animB_.allocate(bytes, frames, fill.b);
     width_ = width;
     height_ = height;
+}
+
+void FrameStore::showFrame(int index, GotoOptions options) {
+    StopAnimation();
+    GotoFrame(std::clamp(index, 0, frameCount_), options);
+}
+
+std::int32_t FrameStore::frameRate() const {
+    return FrameRateFieldValue(frameRateField_);
+}
+
+void FrameStore::setFrameRate(double rate) {
+    setFrameRateField(FrameRateText(rate));
+}
+
+void FrameStore::showControls() {
+    if (display_ != nullptr) {
+        display_->showControls();
+    }
 }
 
 }  // namespace wib

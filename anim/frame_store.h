@@ -8,6 +8,7 @@
 #include "anim/frame_array.h"
 #include "anim/frame_transfer.h"
 #include "core/canvas_size.h"
+#include "core/frame_sequence.h"
 #include "core/plane.h"
 
 namespace wib {
@@ -37,10 +38,10 @@ struct GotoOptions {
 //
 // With no animation (FrameCount() 0) every operation but creation does
 // nothing. Every operation that changes the stack stops playback first.
-class FrameStore : public CanvasResizeStore {
+class FrameStore : public CanvasResizeStore, public FrameSequence {
   public:
-    // Attaches itself to workspace.frameStore. Canvas-size changes park the
-    // frames in `cropFile` while they are resized.
+    // Attaches itself to the workspace's frames and resize stores. Canvas-size
+    // changes park the frames in `cropFile` while they are resized.
     FrameStore(Workspace& workspace, std::filesystem::path cropFile);
     ~FrameStore() override;
     FrameStore(const FrameStore&) = delete;
@@ -113,18 +114,27 @@ class FrameStore : public CanvasResizeStore {
     const std::string& name() const { return name_; }
     void setName(const std::string& name);
 
-    // The per-frame update that runs during a go-to, once CurrentFrame holds
-    // the new index and before the frame's pixels move. Owners of
-    // frame-dependent settings attach here; it must not touch the planes.
-    std::function<void(int frame)> beforeFrameLoad;
-
     // Tells the playback controls that something they show has changed.
     void showChanges();
     PlaybackDisplay* display() const { return display_; }
 
     // Resizes every frame as the canvas-size change resizes the image, by way
-    // of the crop file.
-    void resizeForCanvas(Workspace& workspace, const CanvasChange& change) override;
+    // of the crop file, before the document planes are rebuilt.
+    bool resizeBeforePlanes() const override { return true; }
+    bool resizeForCanvas(Workspace& workspace, const CanvasChange& change) override;
+
+    // The frames as the edit bracket's repeat over frames steps through them.
+    int frameCount() const override { return frameCount_; }
+    void gotoFrame(int index) override { GotoFrame(index); }
+    void loadStoredFrame(int index) override { AnimToMain(index); }
+
+    // Stops playback, then shows frame `index` clamped to 0..FrameCount().
+    void showFrame(int index, GotoOptions options = {});
+    // The frame rate the field holds, as a whole number of frames a second.
+    std::int32_t frameRate() const;
+    void setFrameRate(double rate);
+    // Shows the playback controls.
+    void showControls();
 
   private:
     struct Fill {
@@ -156,6 +166,9 @@ class FrameStore : public CanvasResizeStore {
     // `old`, into the new arrays; false when the file could not be read.
     bool placeFrames(const CanvasChange& change, FrameArray* old);
     void abandonResize();
+    // After a failed resize: the old frames back, from memory or the crop file.
+    bool restoreFrames(FrameArray* old);
+    bool unparkFrames(const CanvasChange& change);
 
     Workspace& workspace_;
     std::filesystem::path cropFile_;

@@ -54,7 +54,7 @@ int main(int argc, char* argv[]) {
     wib::Prompter& prompter = options->headless ? static_cast<wib::Prompter&>(headless) : dialogs;
     wib::QtPreferences preferences;
     wib::SteadyClock clock;
-    wib::ViewRelay view;
+    wib::ViewList view;
     wib::MachineInfo machine;
     wib::ProgramLog log;
     wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine, log});
@@ -78,13 +78,13 @@ int main(int argc, char* argv[]) {
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
-    wib::RegisterAnimationCommands(commands, frameStore,
-                                   [&paint] { return paint.Wib_GetSecondaryColor(); });
+    wib::RegisterAnimationCommands(commands, frameStore);
 
     wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
-    files.fileUsed = [&mainForm](const std::string& path) { mainForm->addRecentFile(path); };
+    const wib::Subscription recentFiles = files.fileUsed.subscribe(
+        [&mainForm](const std::string& path) { mainForm->addRecentFile(path); });
     wib::AttachAnimationPanels(*mainForm, frameStore, commands);
 
     // Plug-ins reach the program through the automation server; the programs
@@ -96,9 +96,9 @@ int main(int argc, char* argv[]) {
                                    paths.appDir.string(),
                                    paths.tempDir.string(),
                                    workspace.threadCount,
-                                   &paint,
-                                   &files,
-                                   &frameStore};
+                                   paint,
+                                   files,
+                                   frameStore};
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
@@ -117,7 +117,7 @@ int main(int argc, char* argv[]) {
     const int result = QApplication::exec();
     server.close();
     mainForm->shutDown();
-    view.attach(nullptr);
+    context.viewSubscription.reset();
     log.attach(nullptr);
     return result;
 }

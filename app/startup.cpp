@@ -133,7 +133,7 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
     auto mainForm =
         std::make_unique<MDI_MainForm>(workspace, context.commands, context.paths, &context.paint);
     context.log.attach(mainForm->logWindow());
-    context.view.attach(mainForm.get());
+    context.viewSubscription = context.view.attach(*mainForm);
     context.commands.run(workspace, "file.new", {});
 
     workspace.threadCount = workspace.host.system.processorCount();
@@ -162,7 +162,6 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
     workspace.defaultMoviePath = DefaultMovieFolder() + "/MyAVI.avi";
 
     workspace.eraseMode = capsLock;
-    context.paint.state().eraseMode = capsLock;
     if (capsLock) {
         mainForm->updateTitle();
         log.line("Caps lock is on.");

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "app/launch_options.h"
+#include "core/observer_list.h"
 #include "core/program_paths.h"
 
 namespace wib {
@@ -11,17 +12,19 @@ class CommandRegistry;
 class MDI_MainForm;
 class PaintSession;
 class ProgramLog;
-class ViewRelay;
+class ViewList;
 class Workspace;
 
 struct StartupContext {
     Workspace& workspace;
     CommandRegistry& commands;
-    ViewRelay& view;
+    ViewList& view;
     ProgramLog& log;
     PaintSession& paint;
     ProgramPaths paths;
     LaunchOptions options;
+    // The main frame's place among the document's views.
+    Subscription viewSubscription;
 };
 
 // Prepares the program step by step, each step writing its line to the log,

@@ -118,7 +118,7 @@ void Playback(benchmark::State& state) {
     wib::RegisterDocumentCommands(commands);
     wib::FrameStore store(workspace, CropFile());
     wib::RegisterAnimationCommands(commands, store, [] { return 0xFFFFFF; });
-    wib::Wib_NewBuffer(workspace, 1920, 1080);
+    wib::NewDocument(workspace, 1920, 1080);
 
     wib::ProgramPaths paths;
     paths.tempDir = std::filesystem::temp_directory_path();

@@ -34,10 +34,10 @@ constexpr const char* kToken = "bench-token";
 // Controls the benchmark never touches.
 class NoControls : public wib::Controls {
   public:
-    std::optional<wib::ControlValue> get(const std::string&, const std::string&) override {
+    std::optional<wib::ParamValue> get(const std::string&, const std::string&) override {
         return std::nullopt;
     }
-    bool set(const std::string&, const std::string&, const wib::ControlValue&) override {
+    bool set(const std::string&, const std::string&, const wib::ParamValue&) override {
         return false;
     }
 };

@@ -21,7 +21,7 @@ void UndoSave(benchmark::State& state, int width, int height) {
     host.setUndoBudget(kBudgetMB);
     host.newDocument(width, height);
     for (auto _ : state) {
-        wib::Wib_SaveUndo(host.workspace);
+        wib::SaveUndo(host.workspace);
     }
     state.SetBytesProcessed(state.iterations() * 4 *
                             static_cast<std::int64_t>(host.workspace.document.RBuffer.byteCount()));

@@ -6,9 +6,11 @@
 
 #include "core/document_build.h"
 #include "core/document_limits.h"
+#include "core/image_edit.h"
 #include "core/undo.h"
 #include "core/workspace.h"
 #include "pixel/blit.h"
+#include "pixel/rounding.h"
 
 namespace wib {
 
@@ -35,27 +37,19 @@ void PlaceOldPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChan
              static_cast<std::size_t>(x1 - x0), static_cast<std::size_t>(y1 - y0));
 }
 
-int HalfToEven(int v) {
-    const int floorHalf = v >= 0 ? v / 2 : -((-v + 1) / 2);
-    if (v % 2 == 0) {
-        return floorHalf;
-    }
-    return floorHalf % 2 == 0 ? floorHalf : floorHalf + 1;
-}
-
 CanvasOffsets AnchorOffsets(int anchor, int oldWidth, int oldHeight, int newWidth, int newHeight) {
     if (anchor < 0 || anchor > 8) {
         return {};
     }
     const int dW = newWidth - oldWidth;
     const int dH = newHeight - oldHeight;
-    const std::array<int, 3> columns{0, HalfToEven(dW), dW};
-    const std::array<int, 3> rows{0, HalfToEven(dH), dH};
+    const std::array<int, 3> columns{0, RoundHalfEven(dW / 2.0), dW};
+    const std::array<int, 3> rows{0, RoundHalfEven(dH / 2.0), dH};
     return {columns[anchor % 3], rows[anchor / 3]};
 }
 
-bool Wib_ChangeBufferSize(Workspace& workspace, int newWidth, int newHeight, std::uint8_t r,
-                          std::uint8_t g, std::uint8_t b, int anchor) {
+bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
+                      int anchor) {
     if (const auto problem = DocumentSizeProblem(newWidth, newHeight)) {
         workspace.host.prompter.message(*problem);
         return false;
@@ -66,25 +60,33 @@ bool Wib_ChangeBufferSize(Workspace& workspace, int newWidth, int newHeight, std
                               newWidth,
                               newHeight,
                               AnchorOffsets(anchor, doc.width, doc.height, newWidth, newHeight),
-                              r,
-                              g,
-                              b};
+                              fill.r,
+                              fill.g,
+                              fill.b};
 
-    // The temporaries are made before anything changes, so that a failure
-    // leaves the document (and any stored frames) as they were.
+    // Everything the change needs is made before anything changes, so that a
+    // failure leaves the document and every store as they were.
     std::array<Plane, 7> made;
+    FreshPlanes fresh;
     try {
-        const std::array<std::uint8_t, 7> fills{r, g, b, 255, r, g, b};
+        const std::array<std::uint8_t, 7> fills{fill.r, fill.g, fill.b, 255,
+                                                fill.r, fill.g, fill.b};
         for (std::size_t i = 0; i < made.size(); ++i) {
             made[i] = Plane(newWidth, newHeight, fills[i]);
         }
+        fresh = MakeFreshPlanes(newWidth, newHeight);
     } catch (const std::bad_alloc&) {
         workspace.host.prompter.message(kNotEnoughMemory);
         return false;
     }
 
-    if (workspace.frameStore != nullptr) {
-        workspace.frameStore->resizeForCanvas(workspace, change);
+    // A store that cannot follow refuses before it changes, and so does
+    // everything after it: the stores are all-or-nothing.
+    for (CanvasResizeStore* store : workspace.resizeStores) {
+        if (store->resizeBeforePlanes() && !store->resizeForCanvas(workspace, change)) {
+            workspace.host.prompter.message(kNotEnoughMemory);
+            return false;
+        }
     }
 
     const std::array<Plane*, 7> old{&doc.RBuffer, &doc.GBuffer, &doc.BBuffer, &doc.ABuffer,
@@ -93,26 +95,20 @@ bool Wib_ChangeBufferSize(Workspace& workspace, int newWidth, int newHeight, std
         PlaceOldPixels(old[i]->data(), made[i].data(), change);
     }
 
-    try {
-        BuildDocumentPlanes(workspace, newWidth, newHeight);
-    } catch (const std::bad_alloc&) {
-        workspace.host.prompter.message(kNotEnoughMemory);
-        return false;
-    }
-    doc.Zoom = 100;
-    doc.ViewAnchorX = -1.0f;
-    doc.ViewAnchorY = -1.0f;
+    InstallFreshPlanes(workspace, std::move(fresh));
+    workspace.view.reset();
 
-    Wib_SaveUndo(workspace);
+    SaveUndo(workspace);
     for (std::size_t i = 0; i < made.size(); ++i) {
         *old[i] = std::move(made[i]);
     }
-    Wib_SaveUndo(workspace);
-    doc.SelectionBounds = ComputeAlphaBounds(doc.ABuffer, doc.width, doc.height);
-    doc.ModifiedFlag = 255;
+    SaveUndo(workspace);
+    SetModified(workspace, true);
 
-    if (workspace.layerStore != nullptr) {
-        workspace.layerStore->resizeForCanvas(workspace, change);
+    for (CanvasResizeStore* store : workspace.resizeStores) {
+        if (!store->resizeBeforePlanes()) {
+            store->resizeForCanvas(workspace, change);
+        }
     }
     workspace.host.view.refresh();
     return true;

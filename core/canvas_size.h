@@ -2,12 +2,11 @@
 
 #include <cstdint>
 
+#include "core/packed_colour.h"
+
 namespace wib {
 
 class Workspace;
-
-// v / 2 rounded to the nearest integer, halves to the even neighbour.
-int HalfToEven(int v);
 
 struct CanvasOffsets {
     int dx = 0;
@@ -42,15 +41,21 @@ void PlaceOldPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChan
 class CanvasResizeStore {
   public:
     virtual ~CanvasResizeStore() = default;
-    virtual void resizeForCanvas(Workspace& workspace, const CanvasChange& change) = 0;
+    // Whether the store follows before the document planes are rebuilt (the
+    // frames) or after (the layers).
+    virtual bool resizeBeforePlanes() const = 0;
+    // Resizes every image the store holds; false, with everything left as it
+    // was, when it cannot.
+    virtual bool resizeForCanvas(Workspace& workspace, const CanvasChange& change) = 0;
 };
 
 // The canvas-size change: the old image keeps its pixels at the anchor's
 // offsets, new area gets the fill colour (main and swap planes) and alpha 255,
-// pixels that fall outside are cropped. Saves an undo step before and after
+// pixels that fall outside are cropped. A store that cannot follow, or memory
+// that runs out, changes nothing. Saves an undo step before and after
 // the new planes go in. A bad size gets its message and changes nothing;
 // returns false then.
-bool Wib_ChangeBufferSize(Workspace& workspace, int newWidth, int newHeight, std::uint8_t r,
-                          std::uint8_t g, std::uint8_t b, int anchor);
+bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
+                      int anchor);
 
 }  // namespace wib

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <sstream>
 
+#include "core/image_edit.h"
+
 namespace wib {
 
 namespace {
@@ -176,7 +178,12 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
         }
         values[name] = *checked;
     }
-    if (!command->run(workspace, ParamValues(std::move(values)))) {
+    const ParamValues checked(std::move(values));
+    const auto runOnce = [&] { return command->run(workspace, checked); };
+    const bool done = command->changesImage
+                          ? RunImageOperation(workspace, runOnce, command->repeatQuestion)
+                          : runOnce();
+    if (!done) {
         return {Status::Refused, {}};
     }
     return {};

@@ -4,17 +4,13 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <variant>
 #include <vector>
+
+#include "core/param_value.h"
 
 namespace wib {
 
 class Workspace;
-
-// A value a command's dialog asks for: an integer (also colours packed as
-// R + 256 G + 65536 B, booleans as -1 / 0 and choices as their position),
-// a number or text.
-using ParamValue = std::variant<long long, double, std::string>;
 
 // FilePath is text the dialog fills from a file dialog; its `choices` hold
 // that dialog's filter ("Images (*.tga *.bmp)").
@@ -53,6 +49,11 @@ struct CommandSpec {
     std::vector<ParamSpec> params;
     // Returns false when the command refused (it has told the user why).
     std::function<bool(Workspace&, const ParamValues&)> run;
+    // A command that changes the image runs in the edit bracket (undo step,
+    // busy pointer, modified mark, redraw); with a repeat question it also
+    // offers, on an animation, to run again on every frame.
+    bool changesImage = false;
+    std::string repeatQuestion;
 };
 
 struct CommandOutcome {

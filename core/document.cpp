@@ -42,4 +42,22 @@ AlphaBounds ComputeAlphaBounds(const Plane& alpha, int width, int height) {
     return box;
 }
 
+AlphaBounds SelectionBounds(const Document& document) {
+    return ComputeAlphaBounds(document.ABuffer, document.width, document.height);
+}
+
+void ClearImage(Document& document, PackedColour colour) {
+    document.RBuffer.fill(colour.r);
+    document.GBuffer.fill(colour.g);
+    document.BBuffer.fill(colour.b);
+}
+
+bool ReplacePlane(Plane& target, Plane&& incoming) {
+    if (!target.sameShape(incoming)) {
+        return false;
+    }
+    target = std::move(incoming);
+    return true;
+}
+
 }  // namespace wib

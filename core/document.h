@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "core/packed_colour.h"
 #include "core/plane.h"
 
 namespace wib {
@@ -29,45 +30,44 @@ struct DepthLayer {
 // How much of the display the next refresh redraws, from the refresh flags.
 enum class RefreshScope { Complete, CanvasOnly, TitleOnly, None };
 
-// The one current image and the state every tool, filter and plug-in shares.
+// The one current image: the planes every tool, filter and plug-in reads and
+// writes in place, and the state that travels with them. The brush image, the
+// view and the interface lock are kept beside it in the Workspace.
 struct Document {
     // Document size in pixels; every main, alpha and swap plane has upper
     // bounds (width, height).
     int width = 0;
     int height = 0;
 
-    Plane RBuffer, GBuffer, BBuffer;       // main buffer
-    Plane ABuffer;                         // alpha buffer: selection / matte
-    Plane SwapR, SwapG, SwapB;             // swap buffer
-    Plane BrushR, BrushG, BrushB, BrushA;  // custom brush image, its own size
-    Plane BrushMask;                       // 0 = full strength, 255 = outside
-    bool CustomBrushActive = false;
+    Plane RBuffer, GBuffer, BBuffer;  // main buffer
+    Plane ABuffer;                    // alpha buffer: selection / matte
+    Plane SwapR, SwapG, SwapB;        // swap buffer
 
     std::optional<DepthLayer> Depth;
 
     std::uint8_t AlphaBitsFlag = 0;  // 255 while the alpha buffer is in force
-    // 255 while the image holds changes not yet written to a file.
-    std::uint8_t ModifiedFlag = 0;
+    // The image holds changes not yet written to a file.
+    bool modified = false;
     // The file the image was opened from or last saved to; empty for a new image.
     std::string FileName;
-    AlphaBounds SelectionBounds;
-
-    int InterfaceLockCount = 0;
-    bool CanvasEnabled = true;
-    bool MainFrameEnabled = true;
 
     std::uint8_t SimpleRefreshFlag = 0;     // 255 = set
     int NoRefreshFlag = 0;                  // -1 = set
     std::uint8_t TitleOnlyRefreshFlag = 0;  // 255 = set
-
-    int Zoom = 100;  // percent; 100 = one image pixel per screen pixel
-    float ViewAnchorX = -1.0f;
-    float ViewAnchorY = -1.0f;
 };
 
 RefreshScope CurrentRefreshScope(const Document& document);
 
 // The inclusive box of alpha values above 0 within the image.
 AlphaBounds ComputeAlphaBounds(const Plane& alpha, int width, int height);
+// The selected part of the document, computed from its alpha buffer now.
+AlphaBounds SelectionBounds(const Document& document);
+
+// Fills every pixel of the main planes with the colour.
+void ClearImage(Document& document, PackedColour colour);
+
+// Takes `incoming` over in place of `target` without copying, but only when
+// both upper bounds match; otherwise changes nothing and returns false.
+bool ReplacePlane(Plane& target, Plane&& incoming);
 
 }  // namespace wib

@@ -1,8 +1,10 @@
 #include "core/document_build.h"
 
+#include <array>
 #include <new>
 
 #include "core/document_limits.h"
+#include "core/image_edit.h"
 #include "core/undo.h"
 #include "core/workspace.h"
 
@@ -14,26 +16,25 @@ constexpr const char* kNotEnoughMemory = "Not enough memory for an image of this
 
 }  // namespace
 
-void BuildDocumentPlanes(Workspace& workspace, int width, int height) {
-    // Make every plane before touching the document, so that a failure leaves
-    // the old image whole.
-    Plane r(width, height, 255), g(width, height, 255), b(width, height, 255);
-    Plane a(width, height, 255);
-    Plane swapR(width, height, 255), swapG(width, height, 255), swapB(width, height, 255);
+FreshPlanes MakeFreshPlanes(int width, int height) {
+    FreshPlanes fresh{width, height, {}};
+    for (Plane& plane : fresh.planes) {
+        plane = Plane(width, height, 255);
+    }
+    return fresh;
+}
 
+void InstallFreshPlanes(Workspace& workspace, FreshPlanes&& fresh) {
     Document& doc = workspace.document;
     const bool depthInUse = doc.Depth.has_value();
     doc.Depth.reset();
-    doc.RBuffer = std::move(r);
-    doc.GBuffer = std::move(g);
-    doc.BBuffer = std::move(b);
-    doc.ABuffer = std::move(a);
-    doc.SwapR = std::move(swapR);
-    doc.SwapG = std::move(swapG);
-    doc.SwapB = std::move(swapB);
-    doc.width = width;
-    doc.height = height;
-    doc.SelectionBounds = ComputeAlphaBounds(doc.ABuffer, width, height);
+    const std::array<Plane*, 7> planes{&doc.RBuffer, &doc.GBuffer, &doc.BBuffer, &doc.ABuffer,
+                                       &doc.SwapR,   &doc.SwapG,   &doc.SwapB};
+    for (std::size_t i = 0; i < planes.size(); ++i) {
+        *planes[i] = std::move(fresh.planes[i]);
+    }
+    doc.width = fresh.width;
+    doc.height = fresh.height;
     AllocateUndo(workspace);
     if (depthInUse) {
         EnableDepthLayer(workspace);
@@ -41,7 +42,11 @@ void BuildDocumentPlanes(Workspace& workspace, int width, int height) {
     workspace.host.view.documentResized();
 }
 
-bool Wib_NewBuffer(Workspace& workspace, int width, int height) {
+void BuildDocumentPlanes(Workspace& workspace, int width, int height) {
+    InstallFreshPlanes(workspace, MakeFreshPlanes(width, height));
+}
+
+bool NewDocument(Workspace& workspace, int width, int height) {
     if (const auto problem = DocumentSizeProblem(width, height)) {
         workspace.host.prompter.message(*problem);
         return false;
@@ -52,13 +57,11 @@ bool Wib_NewBuffer(Workspace& workspace, int width, int height) {
         workspace.host.prompter.message(kNotEnoughMemory);
         return false;
     }
-    Document& doc = workspace.document;
-    doc.Zoom = 100;
-    doc.ViewAnchorX = -1.0f;
-    doc.ViewAnchorY = -1.0f;
-    doc.ModifiedFlag = 0;
-    doc.FileName.clear();
-    Wib_SaveUndo(workspace);
+    workspace.view.reset();
+    workspace.document.FileName.clear();
+    workspace.events.fileNameChanged.notify();
+    SetModified(workspace, false);
+    SaveUndo(workspace);
     workspace.host.view.refresh();
     return true;
 }

@@ -1,8 +1,26 @@
 #pragma once
 
+#include <array>
+
+#include "core/plane.h"
+
 namespace wib {
 
 class Workspace;
+
+// The seven planes of a document (main, alpha, swap), made at a new size
+// before anything changes: main and swap white, alpha 255.
+struct FreshPlanes {
+    int width = 0;
+    int height = 0;
+    std::array<Plane, 7> planes;  // R, G, B, A, swap R, swap G, swap B
+};
+
+// Throws std::bad_alloc when the planes cannot be had.
+FreshPlanes MakeFreshPlanes(int width, int height);
+// Puts the planes in and allocates the undo ring for their size (dropping its
+// steps); the canvas is told the document was resized.
+void InstallFreshPlanes(Workspace& workspace, FreshPlanes&& fresh);
 
 // Rebuilds the document planes at width x height: allocates the undo ring for
 // that size first (dropping its steps), then makes the main planes white, the
@@ -15,6 +33,6 @@ void BuildDocumentPlanes(Workspace& workspace, int width, int height);
 // nothing), stores it, resets the zoom to 100 and both view anchors to -1.0,
 // rebuilds the planes, saves an undo step and refreshes. Returns false when
 // nothing changed.
-bool Wib_NewBuffer(Workspace& workspace, int width, int height);
+bool NewDocument(Workspace& workspace, int width, int height);
 
 }  // namespace wib

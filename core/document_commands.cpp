@@ -40,8 +40,8 @@ void RegisterDocumentCommands(CommandRegistry& registry) {
               "height", "Height",
               [](const Workspace& w) { return PreferredSize(w, "NewHeight", kDefaultHeight); })},
          [](Workspace& workspace, const ParamValues& values) {
-             return Wib_NewBuffer(workspace, static_cast<int>(values.integer("width")),
-                                  static_cast<int>(values.integer("height")));
+             return NewDocument(workspace, static_cast<int>(values.integer("width")),
+                                static_cast<int>(values.integer("height")));
          }});
 
     ParamSpec anchor;
@@ -67,13 +67,11 @@ void RegisterDocumentCommands(CommandRegistry& registry) {
                     [](const Workspace& w) { return ParamValue{w.document.height * 1LL}; }),
           anchor, fill},
          [](Workspace& workspace, const ParamValues& values) {
-             const long long colour = values.integer("fill");
-             return Wib_ChangeBufferSize(workspace, static_cast<int>(values.integer("width")),
-                                         static_cast<int>(values.integer("height")),
-                                         static_cast<std::uint8_t>(colour & 0xFF),
-                                         static_cast<std::uint8_t>((colour >> 8) & 0xFF),
-                                         static_cast<std::uint8_t>((colour >> 16) & 0xFF),
-                                         static_cast<int>(values.integer("anchor")));
+             const auto fill = PackedColour::fromPacked(values.integer("fill"));
+             return ChangeCanvasSize(workspace, static_cast<int>(values.integer("width")),
+                                     static_cast<int>(values.integer("height")),
+                                     fill.value_or(PackedColour{255, 255, 255}),
+                                     static_cast<int>(values.integer("anchor")));
          }});
 
     registry.add(

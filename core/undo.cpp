@@ -6,6 +6,7 @@
 #include <new>
 #include <thread>
 
+#include "core/image_edit.h"
 #include "core/workspace.h"
 #include "pixel/blit.h"
 
@@ -50,7 +51,7 @@ void CopyImageToSlot(Workspace& workspace, int slot) {
         std::jthread first(RunUndoCopyWorker, job);
         std::jthread other(RunUndoCopyWorker, second);
     }
-    ring.SlotStates[slot] = UndoSlotState{doc.AlphaBitsFlag, doc.ModifiedFlag};
+    ring.SlotStates[slot] = UndoSlotState{doc.AlphaBitsFlag, doc.modified};
 }
 
 void CopySlotToImage(Workspace& workspace, int slot) {
@@ -62,8 +63,7 @@ void CopySlotToImage(Workspace& workspace, int slot) {
     BlockCopy(ring.UndoPlaneB.slot(slot), doc.BBuffer.data(), bytes);
     BlockCopy(ring.UndoPlaneA.slot(slot), doc.ABuffer.data(), bytes);
     doc.AlphaBitsFlag = ring.SlotStates[slot].alphaBits;
-    doc.ModifiedFlag = ring.SlotStates[slot].modified;
-    doc.SelectionBounds = ComputeAlphaBounds(doc.ABuffer, doc.width, doc.height);
+    SetModified(workspace, ring.SlotStates[slot].modified);
 }
 
 std::array<SlotArray*, 4> SecondBytePlanes(UndoRing& ring) {
@@ -168,7 +168,7 @@ void AllocateUndo(Workspace& workspace) {
                             workspace.host.system.availableMemoryBytes(), workspace.host.prompter);
 }
 
-void Wib_SaveUndo(Workspace& workspace) {
+void SaveUndo(Workspace& workspace) {
     UndoRing& ring = workspace.undo;
     if (ring.UndoDisabledFlag || !RingFits(workspace)) {
         return;
@@ -193,7 +193,7 @@ void Wib_SaveUndo(Workspace& workspace) {
     ring.ShowingSlot = false;
 }
 
-void Wib_RestoreUndo(Workspace& workspace) {
+void RestoreUndo(Workspace& workspace) {
     UndoRing& ring = workspace.undo;
     if (!RingFits(workspace)) {
         return;
@@ -256,7 +256,7 @@ bool EditUndo(Workspace& workspace) {
                 ring.RedoSteps += 1;
             }
         }
-        Wib_RestoreUndo(workspace);
+        RestoreUndo(workspace);
         ring.RedoFlag = false;
     };
     // A step saved after the last change (a canvas-size change saves one)

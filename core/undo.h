@@ -6,11 +6,11 @@ class Workspace;
 
 // Saves the current image (main and alpha planes, the state bytes, and the
 // depth planes while depth painting is on) into the next slot of the ring.
-void Wib_SaveUndo(Workspace& workspace);
+void SaveUndo(Workspace& workspace);
 
 // Copies the current slot back into the image, first keeping the current image
 // for redo when nothing has been restored since the last save.
-void Wib_RestoreUndo(Workspace& workspace);
+void RestoreUndo(Workspace& workspace);
 
 // The Edit menu's Undo and Redo: each walks the ring one step and returns false,
 // changing nothing, when there is no step to take.

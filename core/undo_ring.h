@@ -35,12 +35,12 @@ class SlotArray {
     std::size_t slots_ = 0;
 };
 
-// The two document state bytes stored with each slot: AlphaBitsFlag and
-// ModifiedFlag, so that undo brings back whether the selection was in force
+// The document state stored with each slot: AlphaBitsFlag and the modified
+// state, so that undo brings back whether the selection was in force
 // and whether the image differed from its file.
 struct UndoSlotState {
     std::uint8_t alphaBits = 0;
-    std::uint8_t modified = 0;
+    bool modified = false;
 };
 
 // What one save worker is given: the four source planes, the four slot blocks

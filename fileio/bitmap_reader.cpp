@@ -51,13 +51,12 @@ bool ReadBitmap(Workspace& workspace, std::span<const std::uint8_t> bytes, LoadT
         return false;
     }
     const int height = info->rows();
-    const auto planes = BeginImageLoad(workspace, target, info->width, height);
-    if (!planes) {
+    auto load = BeginImageLoad(workspace, target, info->width, height);
+    if (!load) {
         return false;
     }
-    const bool whole = DecodeBitmap(*info, bytes, *planes);
-    FinishImageLoad(workspace, target, info->width, height, info->bitCount == 32,
-                    whole ? name : std::string());
+    const bool whole = DecodeBitmap(*info, bytes, load->planes());
+    FinishImageLoad(*load, info->bitCount == 32, whole ? name : std::string());
     if (!whole) {
         workspace.host.prompter.message(kCorruptFileMessage);
     }
@@ -79,13 +78,13 @@ bool SaveBMP(Workspace& workspace, const std::string& path) {
 }
 
 bool SaveBrushToBMP(Workspace& workspace, const std::string& path) {
-    const Document& doc = workspace.document;
-    if (doc.BrushR.empty()) {
+    const BrushImage& brush = workspace.brush;
+    if (brush.R.empty()) {
         workspace.host.prompter.message("There is no brush to save.");
         return false;
     }
-    return WriteBitmap(workspace, path, {doc.BrushR, doc.BrushG, doc.BrushB, doc.BrushA},
-                       doc.BrushR.ubX() + 1, doc.BrushR.ubY() + 1, 32);
+    return WriteBitmap(workspace, path, {brush.R, brush.G, brush.B, brush.A()}, brush.R.ubX() + 1,
+                       brush.R.ubY() + 1, 32);
 }
 
 }  // namespace wib

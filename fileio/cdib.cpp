@@ -48,12 +48,12 @@ bool cDIB::WriteToBuffs(Workspace& workspace) const {
         return false;
     }
     const int height = info_.rows();
-    const auto planes = BeginImageLoad(workspace, LoadTarget::Document, info_.width, height);
-    if (!planes) {
+    auto load = BeginImageLoad(workspace, LoadTarget::Document, info_.width, height);
+    if (!load) {
         return false;
     }
-    const bool whole = DecodeBitmap(info_, memory_, *planes);
-    FinishImageLoad(workspace, LoadTarget::Document, info_.width, height, info_.bitCount == 32, {});
+    const bool whole = DecodeBitmap(info_, memory_, load->planes());
+    FinishImageLoad(*load, info_.bitCount == 32, {});
     if (!whole) {
         workspace.host.prompter.message(kCorruptFileMessage);
     }

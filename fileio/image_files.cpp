@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/image_edit.h"
 #include "core/workspace.h"
 #include "fileio/converter_bridge.h"
 #include "fileio/file_filters.h"
@@ -78,9 +79,7 @@ void ImageFiles::opened(Workspace& workspace, const std::string& path,
         settings_.targaFormat = *targaFormat;
     }
     workspace.host.view.completeRefresh();
-    if (fileUsed) {
-        fileUsed(path);
-    }
+    fileUsed.notify(path);
 }
 
 bool ImageFiles::save(Workspace& workspace, const std::string& path, const SaveSettings& settings) {
@@ -112,16 +111,29 @@ bool ImageFiles::save(Workspace& workspace, const std::string& path, const SaveS
     if (!saved) {
         return false;
     }
-    Document& doc = workspace.document;
-    doc.FileName = name;
-    doc.ModifiedFlag = 0;
+    workspace.document.FileName = name;
+    workspace.events.fileNameChanged.notify();
+    SetModified(workspace, false);
     settingsFile_ = name;
     settings_ = settings;
     workspace.host.view.completeRefresh();
-    if (fileUsed) {
-        fileUsed(name);
-    }
+    fileUsed.notify(name);
     return true;
+}
+
+void ImageFiles::rename(Workspace& workspace, const std::string& name) {
+    std::filesystem::path renamed(name);
+    const std::string& current = workspace.document.FileName;
+    if (!renamed.has_parent_path() && !current.empty()) {
+        renamed = std::filesystem::path(current).parent_path() / renamed;
+    }
+    // The settings follow the name, so that Save writes the new file as the old.
+    if (settingsFile_ == current) {
+        settingsFile_ = renamed.string();
+    }
+    workspace.document.FileName = renamed.string();
+    workspace.events.fileNameChanged.notify();
+    workspace.host.view.completeRefresh();
 }
 
 bool ImageFiles::saveCurrent(Workspace& workspace) {

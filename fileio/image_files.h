@@ -1,8 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
+
+#include "core/observer_list.h"
 
 namespace wib {
 
@@ -38,8 +39,13 @@ class ImageFiles {
     // file only opened, the way its extension and pixel format say.
     bool saveCurrent(Workspace& workspace);
 
+    // Gives the document another name: a bare name stays in the document's
+    // folder. The next save of the current file writes there, in the type it
+    // was last saved in.
+    void rename(Workspace& workspace, const std::string& name);
+
     // Told every file opened or saved (the recent-files list).
-    std::function<void(const std::string&)> fileUsed;
+    ObserverList<const std::string&> fileUsed;
 
   private:
     void opened(Workspace& workspace, const std::string& path, std::optional<int> targaFormat);

@@ -5,6 +5,7 @@
 
 #include "core/document_build.h"
 #include "core/document_limits.h"
+#include "core/image_edit.h"
 #include "core/undo.h"
 #include "core/workspace.h"
 #include "fileio/file_messages.h"
@@ -16,7 +17,7 @@ namespace {
 bool ResizeDocument(Workspace& workspace, int width, int height) {
     Document& doc = workspace.document;
     if (doc.width == width && doc.height == height) {
-        Wib_SaveUndo(workspace);
+        SaveUndo(workspace);
         return true;
     }
     try {
@@ -24,31 +25,30 @@ bool ResizeDocument(Workspace& workspace, int width, int height) {
     } catch (const std::bad_alloc&) {
         return false;
     }
-    doc.Zoom = 100;
-    doc.ViewAnchorX = -1.0f;
-    doc.ViewAnchorY = -1.0f;
-    return true;
-}
-
-bool MakeBrushPlanes(Document& doc, int width, int height) {
-    try {
-        Plane r(width - 1, height - 1), g(width - 1, height - 1), b(width - 1, height - 1);
-        Plane a(width - 1, height - 1), mask(width - 1, height - 1);
-        doc.BrushR = std::move(r);
-        doc.BrushG = std::move(g);
-        doc.BrushB = std::move(b);
-        doc.BrushA = std::move(a);
-        doc.BrushMask = std::move(mask);
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
+    workspace.view.reset();
     return true;
 }
 
 }  // namespace
 
-std::optional<ImagePlanes> BeginImageLoad(Workspace& workspace, LoadTarget target, int width,
-                                          int height) {
+ImageLoad::ImageLoad(Workspace& workspace, LoadTarget target, int width, int height)
+    : workspace_(workspace), target_(target), width_(width), height_(height) {
+    if (target_ == LoadTarget::Brush) {
+        for (Plane& plane : brush_) {
+            plane = Plane(width - 1, height - 1);
+        }
+    }
+}
+
+ImagePlanes ImageLoad::planes() {
+    if (target_ == LoadTarget::Brush) {
+        return {brush_[0], brush_[1], brush_[2], brush_[3]};
+    }
+    return DocumentPlanes(workspace_.document);
+}
+
+std::optional<ImageLoad> BeginImageLoad(Workspace& workspace, LoadTarget target, int width,
+                                        int height) {
     Document& doc = workspace.document;
     bool ready = !DocumentSizeProblem(width, height).has_value();
     if (ready) {
@@ -59,19 +59,21 @@ std::optional<ImagePlanes> BeginImageLoad(Workspace& workspace, LoadTarget targe
             case LoadTarget::DocumentKeepSize:
                 ready = doc.width == width && doc.height == height;
                 if (ready) {
-                    Wib_SaveUndo(workspace);
+                    SaveUndo(workspace);
                 }
                 break;
             case LoadTarget::Brush:
-                ready = MakeBrushPlanes(doc, width, height);
                 break;
         }
     }
-    if (!ready) {
-        workspace.host.prompter.message(kCorruptFileMessage);
-        return std::nullopt;
+    if (ready) {
+        try {
+            return std::optional<ImageLoad>(std::in_place, workspace, target, width, height);
+        } catch (const std::bad_alloc&) {
+        }
     }
-    return target == LoadTarget::Brush ? BrushPlanes(doc) : DocumentPlanes(doc);
+    workspace.host.prompter.message(kCorruptFileMessage);
+    return std::nullopt;
 }
 
 void ApplyLoadedAlpha(Plane& alpha, int width, int height, bool fileHadAlpha) {
@@ -85,30 +87,25 @@ void ApplyLoadedAlpha(Plane& alpha, int width, int height, bool fileHadAlpha) {
     }
 }
 
-void FinishImageLoad(Workspace& workspace, LoadTarget target, int width, int height,
-                     bool fileHadAlpha, const std::string& path) {
-    Document& doc = workspace.document;
-    if (target == LoadTarget::Brush) {
-        ApplyLoadedAlpha(doc.BrushA, width, height, fileHadAlpha);
-        const std::uint8_t* alpha = doc.BrushA.data();
-        std::uint8_t* mask = doc.BrushMask.data();
-        for (std::size_t i = 0; i < doc.BrushA.count(); ++i) {
-            mask[i] = static_cast<std::uint8_t>(255 - alpha[i]);
-        }
-        doc.CustomBrushActive = true;
+void FinishImageLoad(ImageLoad& load, bool fileHadAlpha, const std::string& path) {
+    Workspace& workspace = load.workspace_;
+    if (load.target_ == LoadTarget::Brush) {
+        auto& [r, g, b, a] = load.brush_;
+        ApplyLoadedAlpha(a, load.width_, load.height_, fileHadAlpha);
+        workspace.brush.assign(std::move(r), std::move(g), std::move(b), std::move(a));
+        workspace.brush.setActive(true);
+        workspace.events.paintOptionsChanged.notify();
         return;
     }
-    ApplyLoadedAlpha(doc.ABuffer, width, height, fileHadAlpha);
-    doc.SelectionBounds = ComputeAlphaBounds(doc.ABuffer, doc.width, doc.height);
-    if (path.empty()) {
-        doc.ModifiedFlag = 255;
-    } else {
+    Document& doc = workspace.document;
+    ApplyLoadedAlpha(doc.ABuffer, load.width_, load.height_, fileHadAlpha);
+    if (!path.empty()) {
         doc.FileName = path;
-        doc.ModifiedFlag = 0;
+        workspace.events.fileNameChanged.notify();
     }
-    Wib_SaveUndo(workspace);
+    SetModified(workspace, path.empty());
+    SaveUndo(workspace);
     workspace.host.view.refresh();
-    workspace.host.view.completeRefresh();
 }
 
 }  // namespace wib

@@ -19,10 +19,6 @@ inline ImagePlanes DocumentPlanes(Document& doc) {
     return {doc.RBuffer, doc.GBuffer, doc.BBuffer, doc.ABuffer};
 }
 
-inline ImagePlanes BrushPlanes(Document& doc) {
-    return {doc.BrushR, doc.BrushG, doc.BrushB, doc.BrushA};
-}
-
 // Told the percentage done, 0..100, each time it changes.
 using ProgressReport = std::function<void(int percent)>;
 

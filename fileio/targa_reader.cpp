@@ -47,8 +47,8 @@ std::optional<TargaHeader> ReadTarga(Workspace& workspace, ByteSource& source, L
         prompter.message(*refusal);
         return std::nullopt;
     }
-    const auto planes = BeginImageLoad(workspace, target, header.width, header.height);
-    if (!planes) {
+    auto load = BeginImageLoad(workspace, target, header.width, header.height);
+    if (!load) {
         return std::nullopt;
     }
 
@@ -56,12 +56,11 @@ std::optional<TargaHeader> ReadTarga(Workspace& workspace, ByteSource& source, L
     if (const char* status = LoadingStatus(header)) {
         prompter.status(status);
     }
-    const bool whole = DecodeTarga(header, source, *planes, order,
+    const bool whole = DecodeTarga(header, source, load->planes(), order,
                                    [&prompter](int percent) { prompter.progress(percent); });
     prompter.statusClose();
 
-    FinishImageLoad(workspace, target, header.width, header.height, TargaBytesPerPixel(header) == 4,
-                    whole ? name : std::string());
+    FinishImageLoad(*load, TargaBytesPerPixel(header) == 4, whole ? name : std::string());
     if (!whole) {
         prompter.message(kCorruptFileMessage);
         return std::nullopt;

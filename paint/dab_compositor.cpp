@@ -6,6 +6,7 @@
 #include "core/document.h"
 #include "paint/paint_state.h"
 #include "pixel/dab.h"
+#include "pixel/rounding.h"
 
 namespace wib {
 
@@ -34,10 +35,6 @@ Span ClipDab(const Document& doc, const Dab& dab) {
     span.x1 = std::min(span.left + width - 1, doc.RBuffer.ubX());
     span.y1 = std::min(span.top + height - 1, doc.RBuffer.ubY());
     return span;
-}
-
-int RoundHalfEven(double v) {
-    return static_cast<int>(std::nearbyint(v));
 }
 
 bool IgnoresAlpha(const PaintState& paint) {
@@ -169,8 +166,8 @@ class ModePixel {
     }
 
     int patternColour(int c, int x, int y, int fallback) const {
-        const Plane* brush[3] = {&doc_.BrushR, &doc_.BrushG, &doc_.BrushB};
-        if (brush[c]->empty()) {
+        const Plane* const* brush = dab_.pattern.data();
+        if (brush[c] == nullptr || brush[c]->empty()) {
             return fallback;
         }
         const bool offset = mode_ == static_cast<int>(PaintMode::PatternOffset);

@@ -21,6 +21,9 @@ struct Dab {
     // The dab's width within the mask rows; the rest of each row, if any, is
     // padding of 255 that lets whole vectors be processed. 0: the mask's width.
     int maskWidth = 0;
+    // The image brush's colour planes, which the pattern modes tile; null
+    // where there is no image brush.
+    std::array<const Plane*, 3> pattern{};
 };
 
 // Composites one dab into the main buffer (and the alpha plane when painting

@@ -39,7 +39,7 @@ void RegisterPaintCommands(CommandRegistry& registry, PaintSession& session) {
                   "Ctrl+B",
                   {},
                   [&session](Workspace& workspace, const ParamValues&) {
-                      if (workspace.document.BrushMask.empty()) {
+                      if (workspace.brush.empty()) {
                           workspace.host.prompter.message(
                               "There is no image brush yet: make one from a selection first.");
                           return false;

@@ -3,9 +3,11 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
+#include <optional>
 #include <string>
 
+#include "core/image_edit.h"
+#include "core/packed_colour.h"
 #include "core/plane.h"
 #include "paint/paint_state.h"
 #include "paint/paper.h"
@@ -21,26 +23,25 @@ class PaintSession {
     PaintSession(Workspace& workspace, std::filesystem::path tempDir);
 
     Workspace& workspace() { return workspace_; }
+    const Workspace& workspace() const { return workspace_; }
     PaintState& state() { return state_; }
     const PaintState& state() const { return state_; }
 
     // Called after any change of the options (from a panel, a settings file or
     // a command), as each control's change handler would: the brush tip and
-    // the paper grain are made anew and the panels follow the model.
+    // the paper grain are made anew and the panels, listening to the
+    // workspace's paintOptionsChanged, follow the model.
     void optionsChanged();
-    // The panels register here to show the model again after a change they
-    // did not make themselves.
-    std::function<void()> onOptionsChanged;
 
     // The settings record in the temporary folder, returning its path; empty
     // when it cannot be written (the user is told).
-    std::string Wib_GetBrushSettings();
+    std::string writeBrushSettings();
     // Reads a settings record and applies it; a missing or short file is
     // reported and changes nothing.
-    bool Wib_SetBrushSettings(const std::string& path);
-    int Wib_GetBrushType() const { return static_cast<int>(state_.brushType); }
+    bool readBrushSettings(const std::string& path);
+    BrushType brushType() const { return state_.brushType; }
     // 0 smooth, 1 dab, 2 image dab; anything else changes nothing.
-    bool Wib_SetBrushType(int type);
+    bool setBrushType(int type);
 
     void chooseBuiltinBrush(BuiltinBrush brush);
     // The image brush's shape takes the place of built-in brush `slot` (0..3)
@@ -55,21 +56,21 @@ class PaintSession {
     void setImageBrushActive(bool active);
 
     // Strokes as plug-ins make them: down and up place the pen, move paints.
-    void Wib_BrushDown(float x, float y);
-    void Wib_BrushMove(float x, float y);
-    void Wib_BrushUp(float x, float y);
+    // The plug-in saves undo itself; a move marks the document modified.
+    void brushDown(float x, float y);
+    void brushMove(float x, float y);
+    void brushUp(float x, float y);
 
-    // The canvas's pointer: press saves an undo step and lays the first dab,
-    // drag paints (through the symmetry dispatcher), release ends the stroke.
+    // The canvas's pointer: press opens the stroke's edit bracket (one undo
+    // step) and lays the first dab, drag paints (through the symmetry
+    // dispatcher), release ends the stroke and closes the bracket.
     void penPress(int button, float x, float y, double pressure, bool tablet);
     void penDrag(int button, float x, float y, double pressure, bool tablet);
     void penRelease(float x, float y);
 
-    // Colours packed R + 256 G + 65536 B.
-    std::int32_t Wib_GetPrimaryColor() const;
-    std::int32_t Wib_GetSecondaryColor() const;
-    bool Wib_SetPrimaryColor(std::int64_t packed);
-    bool Wib_SetSecondaryColor(std::int64_t packed);
+    // The colours live in the workspace; setting them tells the panels.
+    void setPrimaryColour(PackedColour colour);
+    void setSecondaryColour(PackedColour colour);
     // The colour of an image pixel becomes the primary colour.
     void pickColour(int x, int y);
     // The point (canvas-window units) clone paints from and the pattern tiles
@@ -84,6 +85,8 @@ class PaintSession {
     Workspace& workspace_;
     std::filesystem::path tempDir_;
     PaintState state_;
+    // Open from a canvas press to its release.
+    std::optional<ImageEdit> stroke_;
     PaperKind paperKind_ = PaperKind::Canvas;
     Plane paperSource_;
 };

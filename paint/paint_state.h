@@ -40,8 +40,9 @@ struct StrokeState {
     float smoothX = 0, smoothY = 0;
 };
 
-// Everything painting needs beside the document: the options model, the
-// brush, colours, paint-mode tables, offsets, paper and the pen.
+// Everything painting needs beside the Workspace's own state (document, brush
+// image, colours, erase mode): the options model, the built-in brush,
+// paint-mode tables, offsets, paper and the pen.
 struct PaintState {
     BrushOptionsModel options;
     BrushType brushType = BrushType::Dab;
@@ -53,13 +54,6 @@ struct PaintState {
     EdgeProfile chalkProfile;  // the chalk's edge, loaded with the program's data
     // Built-in brushes a plug-in replaced with an image brush's shape.
     std::array<std::optional<BrushTip>, kBuiltinBrushCount> replacedTips;
-    // True while an image brush (the document's brush planes and mask) is current.
-    bool imageBrush = false;
-
-    std::array<std::uint8_t, 3> primary{0, 0, 0};
-    std::array<std::uint8_t, 3> secondary{255, 255, 255};
-    bool eraseMode = false;  // Caps Lock
-
     PaintModeTables tables;
     // Clone paints from the image at this offset from the brush; pattern
     // offset shifts where the image brush tiles from.

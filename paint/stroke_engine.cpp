@@ -9,6 +9,7 @@
 #include "paint/dab_compositor.h"
 #include "paint/paint_state.h"
 #include "pixel/colour.h"
+#include "pixel/rounding.h"
 
 namespace wib {
 
@@ -20,10 +21,6 @@ constexpr std::uint32_t kTipSeed = 0xB21577E5;
 
 double Uniform(Workspace& workspace) {
     return std::uniform_real_distribution<double>(0.0, 1.0)(workspace.random);
-}
-
-int RoundHalfEven(double v) {
-    return static_cast<int>(std::nearbyint(v));
 }
 
 struct SegmentShape {
@@ -78,8 +75,8 @@ SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x
 const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentShape& shape) {
     StrokeState& stroke = paint.stroke;
     const BrushOptionsModel& o = paint.options;
-    if (paint.imageBrush) {
-        const Plane& mask = workspace.document.BrushMask;
+    if (workspace.brush.active()) {
+        const Plane& mask = workspace.brush.mask();
         if (!o.imageBrushTransform) {
             return &mask;
         }
@@ -110,10 +107,10 @@ double SpacingThreshold(const Workspace& workspace, const PaintState& paint, dou
     if (!o.relativeSpacing) {
         return o.spacing;
     }
-    if (!paint.imageBrush) {
+    if (!workspace.brush.active()) {
         return scale * kBuiltinNominalWidth * o.spacing / 100.0;
     }
-    const double width = static_cast<double>(workspace.document.BrushMask.stride());
+    const double width = static_cast<double>(workspace.brush.mask().stride());
     if (o.imageBrushTransform) {
         return o.spacing / 100.0 * (o.imageBrushScale / 100.0) * scale * width;
     }
@@ -192,26 +189,22 @@ void MarkDirty(Workspace& workspace, PaintState& paint, float startX, float star
     // repaint always covers what was painted.
     const int half = static_cast<int>(std::max(mask.stride(), mask.rows()) / 2) + 1;
     const int margin = std::max(paint.options.brushSize, half);
-    const int far = paint.imageBrush ? 0 : 2;
+    const int far = workspace.brush.active() ? 0 : 2;
     DirtyRect& dirty = paint.stroke.dirty;
     dirty.left = static_cast<int>(std::floor(std::min(startX, endX))) - margin;
     dirty.top = static_cast<int>(std::floor(std::min(startY, endY))) - margin;
     dirty.right = static_cast<int>(std::ceil(std::max(startX, endX))) + margin + far;
     dirty.bottom = static_cast<int>(std::ceil(std::max(startY, endY))) + margin + far;
-    if (!(paint.repaintSuspended && !paint.imageBrush)) {
+    if (!(paint.repaintSuspended && !workspace.brush.active())) {
         workspace.host.view.refreshArea(dirty.left, dirty.top, dirty.right, dirty.bottom);
     }
 }
 
-std::array<int, 3> AsInts(const std::array<std::uint8_t, 3>& colour) {
-    return {colour[0], colour[1], colour[2]};
+std::array<int, 3> AsInts(PackedColour colour) {
+    return {colour.r, colour.g, colour.b};
 }
 
 }  // namespace
-
-void BeginStroke(PaintState& paint) {
-    paint.stroke.spacingCounter = 0;
-}
 
 void RebuildBuiltinTip(PaintState& paint) {
     const BrushOptionsModel& o = paint.options;
@@ -283,7 +276,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
                    float& y) {
     const BrushOptionsModel& o = paint.options;
     StrokeState& stroke = paint.stroke;
-    const float zoom = workspace.document.Zoom / 100.0f;
+    const float zoom = workspace.view.scale();
     x /= zoom;
     y /= zoom;
     if (button == 0) {
@@ -310,14 +303,13 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
         o.pressureToOpacity && paint.tabletActive ? std::clamp(paint.pressure, 0.0, 1.0) : 1.0;
     const double threshold = SpacingThreshold(workspace, paint, shape.scale);
     // Masks made here are square with padded rows; the image brush's own is not.
-    const int maskWidth =
-        mask == &workspace.document.BrushMask ? 0 : static_cast<int>(mask->rows());
+    const int maskWidth = mask == &workspace.brush.mask() ? 0 : static_cast<int>(mask->rows());
 
     // Caps Lock erases: with the secondary colour, or by bringing back the
     // swap buffer.
-    const bool erasing = paint.eraseMode;
+    const bool erasing = workspace.eraseMode;
     const std::array<int, 3> colour =
-        AsInts(button == 2 || erasing ? paint.secondary : paint.primary);
+        AsInts(button == 2 || erasing ? workspace.colours.secondary : workspace.colours.primary);
     const int mode = erasing && !o.eraseToSecondary
                          ? static_cast<int>(PaintMode::FromSwap)
                          : std::clamp(o.paintMode, 0, kPaintModeCount - 1);
@@ -344,7 +336,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
             dabColour = PickUp(workspace, paint, dabColour);
         }
         if (button == 2) {
-            dabColour = AsInts(paint.secondary);
+            dabColour = AsInts(workspace.colours.secondary);
         }
         stroke.dabColour = dabColour;
         const Dab dab{mask,
@@ -355,7 +347,8 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
                       o.paperShiftPerDab ? shiftX : 0,
                       o.paperShiftPerDab ? shiftY : 0,
                       mode,
-                      maskWidth};
+                      maskWidth,
+                      {&workspace.brush.R, &workspace.brush.G, &workspace.brush.B}};
         CompositeDab(workspace.document, paint, dab);
         stroke.previousDabX = static_cast<std::int16_t>(std::lround(px));
         stroke.previousDabY = static_cast<std::int16_t>(std::lround(py));
@@ -367,7 +360,6 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
     stroke.currentY = y;
     stroke.lastAngle = static_cast<float>(shape.angle);
     stroke.lastScale = static_cast<float>(shape.scale);
-    workspace.document.ModifiedFlag = 255;
     MarkDirty(workspace, paint, startX, startY, x, y, *mask);
 }
 

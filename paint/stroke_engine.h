@@ -15,10 +15,6 @@ struct PaintState;
 void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, std::int16_t& shift,
                float& x, float& y);
 
-// What the canvas does when the painting button goes down: the spacing
-// counter starts afresh, so every stroke begins with a dab.
-void BeginStroke(PaintState& paint);
-
 // Rebuilds the built-in brush tip from the options (brush, size, hardness,
 // bristles); the next segment transforms it anew.
 void RebuildBuiltinTip(PaintState& paint);

@@ -49,7 +49,7 @@ void DispatchStroke(Workspace& workspace, PaintState& paint, std::int16_t button
     }
     // The centre in image pixels, from the panel's percentages of the size,
     // then in canvas-window units.
-    const float zoom = workspace.document.Zoom / 100.0f;
+    const float zoom = workspace.view.scale();
     const float cx =
         zoom * static_cast<float>(o.symmetryCentreX * workspace.document.width) / 100.0f;
     const float cy =

@@ -20,9 +20,9 @@ struct AutomationHost {
     std::string appDir;   // the program's folder, for Wib_GetAppDir
     std::string tempDir;  // where plug-ins may put temporary files, for Wib_GetTempDir
     int threadCount;      // worker threads the program uses, for Wib_GetThreadcount
-    PaintSession* paint;  // strokes, brushes and colours; null where nothing paints
-    ImageFiles* files;    // opening through the converter; null where files are not served
-    FrameStore* frames;   // the animation frames; null where there are none
+    PaintSession& paint;  // strokes, brushes and colours
+    ImageFiles& files;    // opening and saving image files
+    FrameStore& frames;   // the animation frames
 };
 
 }  // namespace wib

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "core/buffer_access.h"
+#include "core/interface_lock.h"
 #include "plugins/dispatch.h"
 #include "plugins/token.h"
 
@@ -203,11 +203,11 @@ void AutomationServer::run(QueuedCall& call) {
 void AutomationServer::release(PluginConnection& connection) {
     Log& log = host_.workspace.host.log;
     if (connection.state.interfaceLocked) {
-        Wib_UnlockInterface(host_.workspace);
+        SetMainFrameEnabled(host_.workspace, true);
         log.line("Plug-in disconnected while holding the interface lock; windows enabled again.");
     }
     if (connection.state.bufferLocked) {
-        Wib_UnlockBuffer(host_.workspace);
+        SetCanvasEnabled(host_.workspace, true);
         log.line("Plug-in disconnected while holding the buffer lock; canvas enabled again.");
     }
     if (connection.state.statusOpen) {

@@ -67,7 +67,7 @@ windows enabled again, and its status window is closed, each with a line in the 
 - C++: `plugins/sdk/cpp/wibbleton_client.h`, header-only over msgpack-cxx: `wibbleton::Wibbleton_Class`
   with every method below as a typed member function; failures throw `wibbleton::WibbletonError`.
 
-The protocol a plug-in that changes the image follows: `Wib_LockInterface`, `Wib_SaveUndo`,
+The protocol a plug-in that changes the image follows: `Wib_LockInterface`, `SaveUndo`,
 `Wib_StatusOpen`, read and write the planes (with `Wib_Status` and `Wib_SetProgress`),
 `Wib_StatusClose`, `Wib_Refresh`, `Wib_UnlockInterface`. `plugins/examples/invert_pf.py` is a
 complete example.

@@ -18,8 +18,6 @@ struct ServerState {
     std::string token;
     // The caption Wib_StatusOpen uses when it is given none.
     std::string statusCaption = kDefaultStatusCaption;
-    // The name the last Wib_RenameBuffer gave the image.
-    std::string bufferName;
 };
 
 // What one connection holds, so that it can be given back if the plug-in dies.

@@ -1,7 +1,6 @@
 // The animation frames: making, editing and stepping through them, their
 // planes, and playback.
 
-#include "anim/frame_methods.h"
 #include "anim/frame_store.h"
 #include "plugins/method_families.h"
 #include "plugins/rpc_error.h"
@@ -15,10 +14,7 @@ constexpr const char* kNothing = "nothing";
 constexpr const char* kFramePlane = "plane: a copy of one colour of the frame";
 
 FrameStore& Frames(CallContext& c) {
-    if (c.host.frames == nullptr) {
-        throw BadCall("this program holds no animation");
-    }
-    return *c.host.frames;
+    return c.host.frames;
 }
 
 int Arg(const CallArgs& args, std::size_t i) {
@@ -74,7 +70,7 @@ std::vector<MethodSpec> AnimationMethods() {
         IndexAction("Wib_CreateAnim",
                     "Turns the image into an animation of that many frames, each a copy of the "
                     "image (asks first when one is held).",
-                    Wib_CreateAnim),
+                    [](FrameStore& s, int frames) { s.CreateAnimation(frames, 255); }),
         {"Wib_CreateAnimAdv",
          kFamily,
          {{"frames", ArgType::Integer}, {"flags", ArgType::Integer}},
@@ -82,69 +78,85 @@ std::vector<MethodSpec> AnimationMethods() {
          "As Wib_CreateAnim; flags bit 0 copies the image into every frame (else they start "
          "cleared), bit 1 frees a held animation first without asking.",
          [](CallContext& c, CallArgs& args) {
-             Wib_CreateAnimAdv(Frames(c), Arg(args, 0), Arg(args, 1));
+             FrameStore& store = Frames(c);
+             const int flags = Arg(args, 1);
+             if ((flags & 2) != 0) {
+                 store.FreeAnimation();
+             }
+             store.CreateAnimation(Arg(args, 0), (flags & 1) != 0 ? 255 : 0);
              return Reply::Nil();
          }},
-        Action("Wib_FreeAnim", "Lets go of the animation; the image stays.", Wib_FreeAnim),
+        Action("Wib_FreeAnim", "Lets go of the animation; the image stays.",
+               [](FrameStore& s) { s.FreeAnimation(); }),
         IndexAction("Wib_InsertFrame", "Inserts a frame at the index (out of range: ignored).",
-                    Wib_InsertFrame),
+                    [](FrameStore& s, int index) { s.InsertFrame(index); }),
         IndexAction("Wib_DeleteFrame", "Deletes the frame at the index (out of range: ignored).",
-                    Wib_DeleteFrame),
+                    [](FrameStore& s, int index) { s.DeleteFrame(index); }),
         IndexAction("Wib_GotoFrame",
                     "Stores the image into the current frame and shows another, the index clamped "
                     "to the frames; stops playback.",
-                    Wib_GotoFrame),
+                    [](FrameStore& s, int index) { s.showFrame(index); }),
         {"Wib_GotoFrameAdv",
          kFamily,
          {{"frame", ArgType::Integer}, {"flags", ArgType::Integer}},
          kNothing,
          "As Wib_GotoFrame; flags bit 0 skips the canvas redraw, bit 1 the per-frame update.",
          [](CallContext& c, CallArgs& args) {
-             Wib_GotoFrameAdv(Frames(c), Arg(args, 0), Arg(args, 1));
+             const int flags = Arg(args, 1);
+             Frames(c).showFrame(Arg(args, 0),
+                                 {.frameUpdate = (flags & 2) == 0, .redraw = (flags & 1) == 0});
              return Reply::Nil();
          }},
-        Action("Wib_GetFrame", "Loads the current frame into the image.", Wib_GetFrame),
-        Action("Wib_StoreFrame", "Stores the image into the current frame.", Wib_StoreFrame),
+        Action("Wib_GetFrame", "Loads the current frame into the image.",
+               [](FrameStore& s) { s.LoadCurrentFrame(); }),
+        Action("Wib_StoreFrame", "Stores the image into the current frame.",
+               [](FrameStore& s) { s.StoreCurrentFrame(); }),
         Count("Wib_GetTotalFrames", "How many frames the animation has (0: none).",
-              Wib_GetTotalFrames),
-        Count("Wib_GetCurrentFrame", "The index of the frame shown.", Wib_GetCurrentFrame),
+              [](const FrameStore& s) { return s.FrameCount(); }),
+        Count("Wib_GetCurrentFrame", "The index of the frame shown.",
+              [](const FrameStore& s) { return s.CurrentFrame(); }),
         FrameGetter("Wib_GetRFrame", "The red plane of a frame (error 9 outside the frames).",
-                    Wib_GetRFrame),
+                    [](const FrameStore& s, int i) { return s.framePlane(FrameColour::Red, i); }),
         FrameGetter("Wib_GetGFrame", "The green plane of a frame (error 9 outside the frames).",
-                    Wib_GetGFrame),
+                    [](const FrameStore& s, int i) { return s.framePlane(FrameColour::Green, i); }),
         FrameGetter("Wib_GetBFrame", "The blue plane of a frame (error 9 outside the frames).",
-                    Wib_GetBFrame),
-        FrameSetter("Wib_SetRFrame", "Writes the red plane of a frame, as much as it holds.",
-                    Wib_SetRFrame),
+                    [](const FrameStore& s, int i) { return s.framePlane(FrameColour::Blue, i); }),
+        FrameSetter(
+            "Wib_SetRFrame", "Writes the red plane of a frame, as much as it holds.",
+            [](FrameStore& s, const Plane& p, int i) { s.setFramePlane(FrameColour::Red, p, i); }),
         FrameSetter("Wib_SetGFrame", "Writes the green plane of a frame, as much as it holds.",
-                    Wib_SetGFrame),
-        FrameSetter("Wib_SetBFrame", "Writes the blue plane of a frame, as much as it holds.",
-                    Wib_SetBFrame),
+                    [](FrameStore& s, const Plane& p, int i) {
+                        s.setFramePlane(FrameColour::Green, p, i);
+                    }),
+        FrameSetter(
+            "Wib_SetBFrame", "Writes the blue plane of a frame, as much as it holds.",
+            [](FrameStore& s, const Plane& p, int i) { s.setFramePlane(FrameColour::Blue, p, i); }),
         IndexAction("Wib_AnimToMain", "Copies a frame into the image without going to it.",
-                    Wib_AnimToMain),
+                    [](FrameStore& s, int index) { s.AnimToMain(index); }),
         Action("Wib_PlayAnimation",
                "Starts playback and answers at once; Wib_StopAnimation stops it.",
-               Wib_PlayAnimation),
-        Action("Wib_StopAnimation", "Stops playback.", Wib_StopAnimation),
+               [](FrameStore& s) { s.PlayAnimation(); }),
+        Action("Wib_StopAnimation", "Stops playback.", [](FrameStore& s) { s.StopAnimation(); }),
         {"Wib_SetFrameRate",
          kFamily,
          {{"rate", ArgType::Number}},
          kNothing,
          "Sets the frame rate in frames per second.",
          [](CallContext& c, CallArgs& args) {
-             Wib_SetFrameRate(Frames(c), args.number(0));
+             Frames(c).setFrameRate(args.number(0));
              return Reply::Nil();
          }},
-        Count("Wib_GetFrameRate", "The frame rate in frames per second.", Wib_GetFrameRate),
+        Count("Wib_GetFrameRate", "The frame rate in frames per second.",
+              [](const FrameStore& s) { return s.frameRate(); }),
         Action("Wib_ShowScrub", "Brings the playback controls with the frame slider into view.",
-               Wib_ShowScrub),
+               [](FrameStore& s) { s.showControls(); }),
         {"Anim_Set_Name",
          kFamily,
          {{"name", ArgType::Text}},
          kNothing,
          "Names the animation.",
          [](CallContext& c, CallArgs& args) {
-             Anim_Set_Name(Frames(c), args.text(0));
+             Frames(c).setName(args.text(0));
              return Reply::Nil();
          }},
         {"Anim_Get_Name",
@@ -152,7 +164,7 @@ std::vector<MethodSpec> AnimationMethods() {
          {},
          "text",
          "The animation's name.",
-         [](CallContext& c, CallArgs&) { return Reply::Text(Anim_Get_Name(Frames(c))); }},
+         [](CallContext& c, CallArgs&) { return Reply::Text(Frames(c).name()); }},
     };
 }
 

@@ -1,14 +1,18 @@
 // Pixel and buffer access: the image planes, their size and the selection.
 
-#include "core/buffer_access.h"
 #include "core/canvas_size.h"
 #include "core/document_build.h"
+#include "core/image_edit.h"
 #include "core/workspace.h"
+#include "fileio/image_files.h"
 #include "plugins/method_families.h"
 
 namespace wib {
 
 namespace {
+
+constexpr const char* kPluginBufferSizeFault =
+    "Plugin fault.  Cannot set buffer because buffer size has changed.";
 
 constexpr const char* kFamily = "Pixel and buffer access";
 constexpr const char* kNothing = "nothing";
@@ -31,11 +35,9 @@ std::uint8_t ByteArg(const CallArgs& args, std::size_t i) {
     return static_cast<std::uint8_t>(args.integer(i));
 }
 
-using PixelRead = std::uint8_t (*)(const Document&, int, int);
-
-MethodSpec ChannelGetter(const char* name, const char* summary, PixelRead read) {
-    return {name, kFamily, kPoint, "byte", summary, [read](CallContext& c, CallArgs& args) {
-                return Reply::Integer(read(c.document(), Arg(args, 0), Arg(args, 1)));
+MethodSpec ChannelGetter(const char* name, const char* summary, Plane Document::*plane) {
+    return {name, kFamily, kPoint, "byte", summary, [plane](CallContext& c, CallArgs& args) {
+                return Reply::Integer((c.document().*plane).at(Arg(args, 0), Arg(args, 1)));
             }};
 }
 
@@ -49,38 +51,44 @@ MethodSpec PlaneGetter(const char* name, const char* summary, Plane Document::*p
                 return Reply::BorrowedPlane(c.document().*plane); }};
 }
 
-using PlaneSet = bool (*)(Document&, Plane&&);
-
-MethodSpec PlaneSetter(const char* name, const char* summary, PlaneSet set) {
+// Whole planes are taken over only when both upper bounds match; `misfit`,
+// where given, is what the user is told otherwise.
+MethodSpec PlaneSetter(const char* name, const char* summary, Plane Document::*plane,
+                       const char* misfit = nullptr) {
     return {name,
             kFamily,
             {{"plane", ArgType::Plane}},
             kNothing,
             summary,
-            [set](CallContext& c, CallArgs& args) {
-                set(c.document(), args.takePlane(0));
+            [plane, misfit](CallContext& c, CallArgs& args) {
+                ImageEdit edit(c.workspace(), kPluginEdit);
+                if (!ReplacePlane(c.document().*plane, args.takePlane(0))) {
+                    edit.nothingChanged();
+                    if (misfit != nullptr) {
+                        c.workspace().host.prompter.message(misfit);
+                    }
+                }
                 return Reply::Nil();
             }};
 }
 
-using BrushRead = std::optional<Plane> (*)(const Document&);
-
-MethodSpec BrushGetter(const char* name, const char* summary, BrushRead read) {
+MethodSpec BrushGetter(const char* name, const char* summary,
+                       const Plane& (*read)(const BrushImage&)) {
     return {name,
             kFamily,
             {},
             "plane, or the integer -1 while no custom brush is active",
             summary,
             [read](CallContext& c, CallArgs&) {
-                std::optional<Plane> plane = read(c.document());
-                return plane ? Reply::OwnedPlane(std::move(*plane)) : Reply::Integer(-1);
+                const BrushImage& brush = c.workspace().brush;
+                return brush.active() ? Reply::BorrowedPlane(read(brush)) : Reply::Integer(-1);
             }};
 }
 
 MethodSpec AlphaSwitch(const char* name, const char* summary, std::uint8_t value) {
     return {name, kFamily, {}, kNothing, summary, [value](CallContext& c, CallArgs&) {
                 c.document().AlphaBitsFlag = value;
-                Wib_Refresh(c.workspace());
+                c.workspace().host.view.refresh();
                 return Reply::Nil();
             }};
 }
@@ -94,76 +102,81 @@ std::vector<MethodSpec> BufferMethods() {
          {},
          "integer",
          "The document width in pixels.",
-         [](CallContext& c, CallArgs&) { return Reply::Integer(Wib_BufferWidth(c.document())); }},
+         [](CallContext& c, CallArgs&) { return Reply::Integer(c.document().width); }},
         {"Wib_BufferHeight",
          kFamily,
          {},
          "integer",
          "The document height in pixels.",
-         [](CallContext& c, CallArgs&) { return Reply::Integer(Wib_BufferHeight(c.document())); }},
+         [](CallContext& c, CallArgs&) { return Reply::Integer(c.document().height); }},
         {"Wib_GetRGB", kFamily, kPoint, "integer: R + 256 * G + 65536 * B",
          "One pixel of the main buffer, packed.",
          [](CallContext& c, CallArgs& args) {
-             return Reply::Integer(Wib_GetRGB(c.document(), Arg(args, 0), Arg(args, 1)));
+             const Document& doc = c.document();
+             const int x = Arg(args, 0), y = Arg(args, 1);
+             return Reply::Integer(
+                 PackedColour{doc.RBuffer.at(x, y), doc.GBuffer.at(x, y), doc.BBuffer.at(x, y)}
+                     .packed());
          }},
-        ChannelGetter("Wib_GetR", "The red byte of one pixel.", Wib_GetR),
-        ChannelGetter("Wib_GetG", "The green byte of one pixel.", Wib_GetG),
-        ChannelGetter("Wib_GetB", "The blue byte of one pixel.", Wib_GetB),
+        ChannelGetter("Wib_GetR", "The red byte of one pixel.", &Document::RBuffer),
+        ChannelGetter("Wib_GetG", "The green byte of one pixel.", &Document::GBuffer),
+        ChannelGetter("Wib_GetB", "The blue byte of one pixel.", &Document::BBuffer),
         {"Wib_SetRGB", kFamily, Join(kPoint, kColour), kNothing,
          "Writes one pixel's three channels; no clipping, no redraw.",
          [](CallContext& c, CallArgs& args) {
-             Wib_SetRGB(c.document(), Arg(args, 0), Arg(args, 1), ByteArg(args, 2),
-                        ByteArg(args, 3), ByteArg(args, 4));
+             Document& doc = c.document();
+             const int x = Arg(args, 0), y = Arg(args, 1);
+             // All three are checked before any is written, so a bad call changes nothing.
+             std::uint8_t& r = doc.RBuffer.at(x, y);
+             std::uint8_t& g = doc.GBuffer.at(x, y);
+             std::uint8_t& b = doc.BBuffer.at(x, y);
+             const ImageEdit edit(c.workspace(), kPluginEdit);
+             r = ByteArg(args, 2);
+             g = ByteArg(args, 3);
+             b = ByteArg(args, 4);
              return Reply::Nil();
          }},
         PlaneGetter("Wib_GetRBuffer", "The red plane of the main buffer.", &Document::RBuffer),
         PlaneGetter("Wib_GetGBuffer", "The green plane of the main buffer.", &Document::GBuffer),
         PlaneGetter("Wib_GetBBuffer", "The blue plane of the main buffer.", &Document::BBuffer),
         PlaneGetter("Wib_GetABuffer", "The alpha (selection) plane.", &Document::ABuffer),
-        {"Wib_SetRbuffer",
-         kFamily,
-         {{"plane", ArgType::Plane}},
-         kNothing,
-         "Replaces the red plane when both upper bounds match the current plane's. Otherwise "
-         "nothing changes and the program shows \"Plugin fault.  Cannot set buffer because "
-         "buffer size has changed.\"",
-         [](CallContext& c, CallArgs& args) {
-             Wib_SetRbuffer(c.workspace(), args.takePlane(0));
-             return Reply::Nil();
-         }},
+        PlaneSetter("Wib_SetRbuffer",
+                    "Replaces the red plane when both upper bounds match the current plane's. "
+                    "Otherwise nothing changes and the program shows \"Plugin fault.  Cannot set "
+                    "buffer because buffer size has changed.\"",
+                    &Document::RBuffer, kPluginBufferSizeFault),
         PlaneSetter("Wib_SetGBuffer",
                     "Replaces the green plane when both upper bounds match the current plane's."
                     " An array of another size changes nothing and shows nothing.",
-                    Wib_SetGBuffer),
+                    &Document::GBuffer),
         PlaneSetter("Wib_SetBBuffer",
                     "Replaces the blue plane when both upper bounds match the current plane's."
                     " An array of another size changes nothing and shows nothing.",
-                    Wib_SetBBuffer),
+                    &Document::BBuffer),
         PlaneSetter("Wib_SetABuffer",
-                    "Replaces the alpha plane when both upper bounds match and recomputes the "
-                    "selection bounds. An array of another size changes nothing and shows "
-                    "nothing.",
-                    Wib_SetABuffer),
+                    "Replaces the alpha plane when both upper bounds match. An array of another "
+                    "size changes nothing and shows nothing.",
+                    &Document::ABuffer),
         PlaneGetter("Wib_GetSwapRBuffer", "The red plane of the swap buffer.", &Document::SwapR),
         PlaneGetter("Wib_GetSwapGBuffer", "The green plane of the swap buffer.", &Document::SwapG),
         PlaneGetter("Wib_GetSwapBBuffer", "The blue plane of the swap buffer.", &Document::SwapB),
         PlaneSetter("Wib_SetSwapRBuffer",
                     "Replaces the red swap plane when both upper bounds match; silent otherwise.",
-                    Wib_SetSwapRBuffer),
+                    &Document::SwapR),
         PlaneSetter("Wib_SetSwapGBuffer",
                     "Replaces the green swap plane when both upper bounds match; silent "
                     "otherwise.",
-                    Wib_SetSwapGBuffer),
+                    &Document::SwapG),
         PlaneSetter("Wib_SetSwapBBuffer",
                     "Replaces the blue swap plane when both upper bounds match; silent "
                     "otherwise.",
-                    Wib_SetSwapBBuffer),
+                    &Document::SwapB),
         {"Wib_GetAlphabits",
          kFamily,
          {},
          "byte: 255 while the alpha buffer is in use, else 0",
          "Whether the selection plane is in force.",
-         [](CallContext& c, CallArgs&) { return Reply::Integer(Wib_GetAlphabits(c.document())); }},
+         [](CallContext& c, CallArgs&) { return Reply::Integer(c.document().AlphaBitsFlag); }},
         AlphaSwitch("Wib_AlphaOn",
                     "Puts the selection plane in force (AlphaBitsFlag 255) and "
                     "redraws the canvas.",
@@ -178,19 +191,19 @@ std::vector<MethodSpec> BufferMethods() {
          "array [left, top, right, bottom]",
          "The inclusive box of alpha values above 0; right < left when nothing is selected.",
          [](CallContext& c, CallArgs&) {
-             const AlphaBounds& b = c.document().SelectionBounds;
+             const AlphaBounds b = SelectionBounds(c.document());
              msgpack::sbuffer packed;
              msgpack::pack(packed, std::vector<int>{b.left, b.top, b.right, b.bottom});
              return Reply::Packed(std::move(packed));
          }},
         BrushGetter("Wib_GetBrushRBuffer", "The red plane of the custom brush.",
-                    Wib_GetBrushRBuffer),
+                    [](const BrushImage& b) -> const Plane& { return b.R; }),
         BrushGetter("Wib_GetBrushGBuffer", "The green plane of the custom brush.",
-                    Wib_GetBrushGBuffer),
+                    [](const BrushImage& b) -> const Plane& { return b.G; }),
         BrushGetter("Wib_GetBrushBBuffer", "The blue plane of the custom brush.",
-                    Wib_GetBrushBBuffer),
+                    [](const BrushImage& b) -> const Plane& { return b.B; }),
         BrushGetter("Wib_GetBrushABuffer", "The alpha plane of the custom brush.",
-                    Wib_GetBrushABuffer),
+                    [](const BrushImage& b) -> const Plane& { return b.A(); }),
         {"Wib_NewBuffer",
          kFamily,
          {{"width", ArgType::Short}, {"height", ArgType::Short}},
@@ -198,13 +211,14 @@ std::vector<MethodSpec> BufferMethods() {
          "Makes a new white image of that size: zoom 100, view anchors -1.0, one undo step, "
          "a redraw. A size the program cannot make gets its message and changes nothing.",
          [](CallContext& c, CallArgs& args) {
-             Wib_NewBuffer(c.workspace(), Arg(args, 0), Arg(args, 1));
+             NewDocument(c.workspace(), Arg(args, 0), Arg(args, 1));
              return Reply::Nil();
          }},
         {"Wib_ClearBuffer", kFamily, kColour, kNothing,
          "Fills every pixel of the main buffer with the colour; no redraw.",
          [](CallContext& c, CallArgs& args) {
-             Wib_ClearBuffer(c.document(), ByteArg(args, 0), ByteArg(args, 1), ByteArg(args, 2));
+             const ImageEdit edit(c.workspace(), kPluginEdit);
+             ClearImage(c.document(), {ByteArg(args, 0), ByteArg(args, 1), ByteArg(args, 2)});
              return Reply::Nil();
          }},
         {"Wib_ChangeBufferSize", kFamily,
@@ -214,19 +228,19 @@ std::vector<MethodSpec> BufferMethods() {
          "The canvas-size change: the old image sits at the anchor (0 top left ... 8 bottom "
          "right; others act as 0), new area gets the colour and alpha 255.",
          [](CallContext& c, CallArgs& args) {
-             Wib_ChangeBufferSize(c.workspace(), Arg(args, 0), Arg(args, 1), ByteArg(args, 2),
-                                  ByteArg(args, 3), ByteArg(args, 4), Arg(args, 5));
+             ChangeCanvasSize(c.workspace(), Arg(args, 0), Arg(args, 1),
+                              {ByteArg(args, 2), ByteArg(args, 3), ByteArg(args, 4)}, Arg(args, 5));
              return Reply::Nil();
          }},
         {"Wib_RenameBuffer",
          kFamily,
          {{"name", ArgType::Text}},
          kNothing,
-         "Names the image. The program shows no document title yet: the automation server "
-         "keeps the name and writes it to the message log.",
+         "Renames the document: the window title and the file name change, so that File > "
+         "Save then writes to the new name in the type it was last saved in. A bare name "
+         "keeps the document's folder.",
          [](CallContext& c, CallArgs& args) {
-             c.server.bufferName = args.text(0);
-             c.workspace().host.log.line("Image renamed to \"" + args.text(0) + "\".");
+             c.host.files.rename(c.workspace(), args.text(0));
              return Reply::Nil();
          }},
     };

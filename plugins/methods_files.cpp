@@ -31,10 +31,8 @@ MethodSpec BrushLoad(const char* name, const char* summary, FileOperation operat
                 if (!operation(c.workspace(), args.text(0))) {
                     return Reply::Integer(0);
                 }
-                if (c.host.paint != nullptr) {
-                    c.host.paint->setImageBrushActive(true);
-                    c.host.paint->optionsChanged();
-                }
+                c.host.paint.setImageBrushActive(true);
+                c.host.paint.optionsChanged();
                 return Reply::Integer(-1);
             }};
 }
@@ -53,11 +51,8 @@ std::vector<MethodSpec> FileMethods() {
         {"Wib_Load_IM", kFamily, kPath, kDone,
          "Opens any image the converter reads (PNG, JPEG, ...) as the image.",
          [](CallContext& c, CallArgs& args) {
-             if (c.host.files == nullptr) {
-                 throw BadCall("this program opens no files through the converter");
-             }
              return Reply::Integer(
-                 c.host.files->openThroughConverter(c.workspace(), args.text(0)) ? -1 : 0);
+                 c.host.files.openThroughConverter(c.workspace(), args.text(0)) ? -1 : 0);
          }},
         BrushLoad("Wib_LoadTargaToBrush",
                   "Loads a Targa file as the image brush and makes it current.", TargaToBrush),

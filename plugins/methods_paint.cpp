@@ -19,10 +19,11 @@ constexpr const char* kColours = "Colour and look-up tables";
 constexpr const char* kNothing = "nothing";
 
 PaintSession& Paint(CallContext& c) {
-    if (c.host.paint == nullptr) {
-        throw BadCall("this program paints nothing");
-    }
-    return *c.host.paint;
+    return c.host.paint;
+}
+
+BrushImage& Brush(CallContext& c) {
+    return c.workspace().brush;
 }
 
 int Arg(const CallArgs& args, std::size_t i) {
@@ -82,53 +83,44 @@ std::pair<MethodSpec, MethodSpec> Option(const char* getter, const char* setter,
     return {std::move(get), std::move(set)};
 }
 
-Plane& BrushPlane(CallContext& c, Plane Document::*plane) {
-    return c.document().*plane;
-}
-
 // Brush planes take any size: the brush has its own.
-MethodSpec BrushPlaneSetter(const char* name, const char* summary, Plane Document::*plane) {
+MethodSpec BrushPlaneSetter(const char* name, const char* summary, Plane BrushImage::*plane) {
     return {name,
             kImage,
             {{"plane", ArgType::Plane}},
             kNothing,
             summary,
             [plane](CallContext& c, CallArgs& args) {
-                BrushPlane(c, plane) = args.takePlane(0);
+                Brush(c).*plane = args.takePlane(0);
                 Paint(c).optionsChanged();
                 return Reply::Nil();
             }};
 }
 
-// The brush's shape follows its alpha: opaque is full strength.
-void MaskFromAlpha(Document& doc) {
-    doc.BrushMask = doc.BrushA;
-    for (std::size_t i = 0; i < doc.BrushMask.count(); ++i) {
-        doc.BrushMask.data()[i] = static_cast<std::uint8_t>(255 - doc.BrushA.data()[i]);
-    }
-}
-
-MethodSpec ColourGetter(const char* name, const char* summary,
-                        std::int32_t (PaintSession::*get)() const) {
-    return {
-        name,    kColours,
-        {},      "integer: R + 256 * G + 65536 * B",
-        summary, [get](CallContext& c, CallArgs&) { return Reply::Integer((Paint(c).*get)()); }};
+MethodSpec ColourGetter(const char* name, const char* summary, PackedColour ColourState::*colour) {
+    return {name,
+            kColours,
+            {},
+            "integer: R + 256 * G + 65536 * B",
+            summary,
+            [colour](CallContext& c, CallArgs&) {
+                return Reply::Integer((c.workspace().colours.*colour).packed());
+            }};
 }
 
 MethodSpec ColourSetter(const char* name, const char* summary,
-                        bool (PaintSession::*set)(std::int64_t)) {
+                        void (PaintSession::*set)(PackedColour)) {
     return {name,
             kColours,
             {{"colour", ArgType::Integer}},
             kNothing,
             summary,
             [set](CallContext& c, CallArgs& args) {
-                PaintSession& paint = Paint(c);
-                if (!(paint.*set)(args.integer(0))) {
+                const auto colour = PackedColour::fromPacked(args.integer(0));
+                if (!colour) {
                     throw BadCall("a colour must be from 0 to 16777215");
                 }
-                paint.optionsChanged();
+                (Paint(c).*set)(*colour);
                 return Reply::Nil();
             }};
 }
@@ -138,12 +130,12 @@ MethodSpec ColourSetter(const char* name, const char* summary,
 std::vector<MethodSpec> PaintMethods() {
     std::vector<MethodSpec> methods{
         Stroke("Wib_BrushDown", "Places the pen at (x, y), canvas-window units, painting nothing.",
-               &PaintSession::Wib_BrushDown),
+               &PaintSession::brushDown),
         Stroke("Wib_BrushMove",
                "Paints from the last placed or painted point to (x, y) with the current brush.",
-               &PaintSession::Wib_BrushMove),
+               &PaintSession::brushMove),
         Stroke("Wib_BrushUp", "Places the pen at (x, y), ending the stroke.",
-               &PaintSession::Wib_BrushUp),
+               &PaintSession::brushUp),
         {"Wib_GetInterfacePen",
          kStrokes,
          {},
@@ -158,7 +150,7 @@ std::vector<MethodSpec> PaintMethods() {
          "Writes the brush settings record (176 bytes) to WT_BrushSettings.dat in the temporary "
          "folder and answers its path.",
          [](CallContext& c, CallArgs&) {
-             const std::string path = Paint(c).Wib_GetBrushSettings();
+             const std::string path = Paint(c).writeBrushSettings();
              if (path.empty()) {
                  throw BadCall("the brush settings could not be written");
              }
@@ -171,21 +163,23 @@ std::vector<MethodSpec> PaintMethods() {
          "Reads a brush settings record and sets every control from it. A missing or short file "
          "is reported to the user and changes nothing (answer 0).",
          [](CallContext& c, CallArgs& args) {
-             return Reply::Integer(Paint(c).Wib_SetBrushSettings(args.text(0)) ? -1 : 0);
+             return Reply::Integer(Paint(c).readBrushSettings(args.text(0)) ? -1 : 0);
          }},
         {"Wib_GetBrushType",
          kSettings,
          {},
          "integer: 0 smooth, 1 dabs, 2 image dabs",
          "Which brush-type button is down.",
-         [](CallContext& c, CallArgs&) { return Reply::Integer(Paint(c).Wib_GetBrushType()); }},
+         [](CallContext& c, CallArgs&) {
+             return Reply::Integer(static_cast<int>(Paint(c).brushType()));
+         }},
         {"Wib_SetBrushType",
          kSettings,
          {{"type", ArgType::Integer}},
          kNothing,
          "Presses brush-type button 0, 1 or 2; any other value changes nothing.",
          [](CallContext& c, CallArgs& args) {
-             Paint(c).Wib_SetBrushType(Arg(args, 0));
+             Paint(c).setBrushType(Arg(args, 0));
              return Reply::Nil();
          }},
         {"Wib_SetInternalBrush",
@@ -235,7 +229,7 @@ std::vector<MethodSpec> PaintMethods() {
          "integer",
          "The brush image's width.",
          [](CallContext& c, CallArgs&) {
-             return Reply::Integer(static_cast<long long>(c.document().BrushMask.stride()));
+             return Reply::Integer(static_cast<long long>(Brush(c).mask().stride()));
          }},
         {"Wib_GetBrushHeight",
          kImage,
@@ -243,7 +237,7 @@ std::vector<MethodSpec> PaintMethods() {
          "integer",
          "The brush image's height.",
          [](CallContext& c, CallArgs&) {
-             return Reply::Integer(static_cast<long long>(c.document().BrushMask.rows()));
+             return Reply::Integer(static_cast<long long>(Brush(c).mask().rows()));
          }},
         {"Wib_CreateEmptyBrush",
          kImage,
@@ -254,11 +248,7 @@ std::vector<MethodSpec> PaintMethods() {
          [](CallContext& c, CallArgs& args) {
              const int width = InRange(args, 0, "width", 1, 1024);
              const int height = InRange(args, 1, "height", 1, 1024);
-             Document& doc = c.document();
-             for (Plane* plane : {&doc.BrushR, &doc.BrushG, &doc.BrushB, &doc.BrushA}) {
-                 *plane = Plane(width - 1, height - 1, 0);
-             }
-             doc.BrushMask = Plane(width - 1, height - 1, 255);
+             Brush(c).makeBlank(width, height);
              Paint(c).optionsChanged();
              return Reply::Nil();
          }},
@@ -274,11 +264,11 @@ std::vector<MethodSpec> PaintMethods() {
              return Reply::Nil();
          }},
         BrushPlaneSetter("Wib_SetBrushRBuffer", "Replaces the brush image's red plane.",
-                         &Document::BrushR),
+                         &BrushImage::R),
         BrushPlaneSetter("Wib_SetBrushGBuffer", "Replaces the brush image's green plane.",
-                         &Document::BrushG),
+                         &BrushImage::G),
         BrushPlaneSetter("Wib_SetBrushBBuffer", "Replaces the brush image's blue plane.",
-                         &Document::BrushB),
+                         &BrushImage::B),
         {"Wib_SetBrushABuffer",
          kImage,
          {{"plane", ArgType::Plane}},
@@ -286,8 +276,7 @@ std::vector<MethodSpec> PaintMethods() {
          "Replaces the brush image's alpha plane; the brush's shape follows it (255 paints "
          "fully, 0 not at all).",
          [](CallContext& c, CallArgs& args) {
-             c.document().BrushA = args.takePlane(0);
-             MaskFromAlpha(c.document());
+             Brush(c).setAlpha(args.takePlane(0));
              Paint(c).optionsChanged();
              return Reply::Nil();
          }},
@@ -297,7 +286,7 @@ std::vector<MethodSpec> PaintMethods() {
          "byte",
          "One alpha value of the brush image.",
          [](CallContext& c, CallArgs& args) {
-             return Reply::Integer(c.document().BrushA.at(Arg(args, 0), Arg(args, 1)));
+             return Reply::Integer(Brush(c).A().at(Arg(args, 0), Arg(args, 1)));
          }},
         {"Wib_SetBrushA",
          kImage,
@@ -305,11 +294,8 @@ std::vector<MethodSpec> PaintMethods() {
          kNothing,
          "Sets one alpha value of the brush image, and the brush's shape there.",
          [](CallContext& c, CallArgs& args) {
-             Document& doc = c.document();
-             const auto alpha = static_cast<std::uint8_t>(args.integer(2));
-             std::uint8_t& mask = doc.BrushMask.at(Arg(args, 0), Arg(args, 1));
-             doc.BrushA.at(Arg(args, 0), Arg(args, 1)) = alpha;
-             mask = static_cast<std::uint8_t>(255 - alpha);
+             Brush(c).setAlpha(Arg(args, 0), Arg(args, 1),
+                               static_cast<std::uint8_t>(args.integer(2)));
              return Reply::Nil();
          }},
         {"Wib_GetBrushRGB",
@@ -318,10 +304,10 @@ std::vector<MethodSpec> PaintMethods() {
          "integer: R + 256 * G + 65536 * B",
          "One pixel of the brush image, packed.",
          [](CallContext& c, CallArgs& args) {
-             const Document& doc = c.document();
+             const BrushImage& brush = Brush(c);
              const int x = Arg(args, 0), y = Arg(args, 1);
-             return Reply::Integer(doc.BrushR.at(x, y) + 256 * doc.BrushG.at(x, y) +
-                                   65536 * doc.BrushB.at(x, y));
+             return Reply::Integer(
+                 PackedColour{brush.R.at(x, y), brush.G.at(x, y), brush.B.at(x, y)}.packed());
          }},
         {"Wib_SetBrushRGB",
          kImage,
@@ -333,24 +319,22 @@ std::vector<MethodSpec> PaintMethods() {
          kNothing,
          "Sets one pixel of the brush image.",
          [](CallContext& c, CallArgs& args) {
-             Document& doc = c.document();
+             BrushImage& brush = Brush(c);
              const int x = Arg(args, 0), y = Arg(args, 1);
-             std::uint8_t& r = doc.BrushR.at(x, y);
-             std::uint8_t& g = doc.BrushG.at(x, y);
-             std::uint8_t& b = doc.BrushB.at(x, y);
+             std::uint8_t& r = brush.R.at(x, y);
+             std::uint8_t& g = brush.G.at(x, y);
+             std::uint8_t& b = brush.B.at(x, y);
              r = static_cast<std::uint8_t>(args.integer(2));
              g = static_cast<std::uint8_t>(args.integer(3));
              b = static_cast<std::uint8_t>(args.integer(4));
              return Reply::Nil();
          }},
-        ColourGetter("Wib_GetPrimaryColor", "The primary colour.",
-                     &PaintSession::Wib_GetPrimaryColor),
+        ColourGetter("Wib_GetPrimaryColor", "The primary colour.", &ColourState::primary),
         ColourSetter("Wib_SetPrimaryColor", "Sets the primary colour.",
-                     &PaintSession::Wib_SetPrimaryColor),
-        ColourGetter("Wib_GetSecondaryColor", "The secondary colour.",
-                     &PaintSession::Wib_GetSecondaryColor),
+                     &PaintSession::setPrimaryColour),
+        ColourGetter("Wib_GetSecondaryColor", "The secondary colour.", &ColourState::secondary),
         ColourSetter("Wib_SetSecondaryColor", "Sets the secondary colour.",
-                     &PaintSession::Wib_SetSecondaryColor),
+                     &PaintSession::setSecondaryColour),
     };
     for (MethodSpec& method : image) {
         methods.push_back(std::move(method));

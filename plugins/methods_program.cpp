@@ -72,7 +72,7 @@ Reply RunCommand(CallContext& c, const CallArgs& args) {
     }
 }
 
-Reply ControlReply(const ControlValue& value) {
+Reply ControlReply(const ParamValue& value) {
     msgpack::sbuffer packed;
     Packer packer(packed);
     PackValue(packer, value);

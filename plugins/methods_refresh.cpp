@@ -1,7 +1,8 @@
 // Refresh, locking and undo: the methods the calling protocol rests on.
 
-#include "core/buffer_access.h"
+#include "core/interface_lock.h"
 #include "core/undo.h"
+#include "core/workspace.h"
 #include "plugins/method_families.h"
 
 namespace wib {
@@ -18,14 +19,17 @@ MethodSpec Plain(const char* name, const char* summary, void (*action)(CallConte
             }};
 }
 
-MethodSpec FlagSetter(const char* name, const char* summary, void (*set)(Document&, int)) {
+// A refresh flag takes the program's boolean: -1 is true, anything else false;
+// the flag keeps its own stored values for true and false.
+template <typename Flag>
+MethodSpec FlagSetter(const char* name, const char* summary, Flag Document::*flag, Flag set) {
     return {name,
             kFamily,
             {{"flag", ArgType::Flag}},
             kNothing,
             summary,
-            [set](CallContext& context, CallArgs& args) {
-                set(context.document(), static_cast<int>(args.integer(0)));
+            [flag, set](CallContext& context, CallArgs& args) {
+                context.document().*flag = args.integer(0) == -1 ? set : Flag{0};
                 return Reply::Nil();
             }};
 }
@@ -35,52 +39,55 @@ MethodSpec FlagSetter(const char* name, const char* summary, void (*set)(Documen
 std::vector<MethodSpec> RefreshMethods() {
     return {
         Plain("Wib_Lock", "Adds 1 to InterfaceLockCount.",
-              [](CallContext& c) { Wib_Lock(c.document()); }),
+              [](CallContext& c) { ++c.workspace().lock.count; }),
         Plain("Wib_Unlock", "Subtracts 1 from InterfaceLockCount; there is no floor.",
-              [](CallContext& c) { Wib_Unlock(c.document()); }),
+              [](CallContext& c) { --c.workspace().lock.count; }),
         Plain("Wib_HardUnlock", "Sets InterfaceLockCount to 0 whatever it was.",
-              [](CallContext& c) { Wib_HardUnlock(c.document()); }),
+              [](CallContext& c) { c.workspace().lock.count = 0; }),
         Plain("Wib_LockInterface",
               "Disables the main frame: no menu, panel or canvas input reaches it. Given back "
               "if the plug-in disconnects before Wib_UnlockInterface.",
               [](CallContext& c) {
-                  Wib_LockInterface(c.workspace());
+                  SetMainFrameEnabled(c.workspace(), false);
                   c.connection.interfaceLocked = true;
               }),
         Plain("Wib_UnlockInterface", "Enables the main frame again.",
               [](CallContext& c) {
-                  Wib_UnlockInterface(c.workspace());
+                  SetMainFrameEnabled(c.workspace(), true);
                   c.connection.interfaceLocked = false;
               }),
         Plain("Wib_LockBuffer",
               "Disables the canvas window while the plug-in writes the buffers. Given back if "
               "the plug-in disconnects before Wib_UnlockBuffer.",
               [](CallContext& c) {
-                  Wib_LockBuffer(c.workspace());
+                  SetCanvasEnabled(c.workspace(), false);
                   c.connection.bufferLocked = true;
               }),
         Plain("Wib_UnlockBuffer", "Enables the canvas window again.",
               [](CallContext& c) {
-                  Wib_UnlockBuffer(c.workspace());
+                  SetCanvasEnabled(c.workspace(), true);
                   c.connection.bufferLocked = false;
               }),
         Plain("Wib_Refresh", "Redraws the canvas from the main buffer.",
-              [](CallContext& c) { Wib_Refresh(c.workspace()); }),
+              [](CallContext& c) { c.workspace().host.view.refresh(); }),
         Plain("Wib_CompleteRefresh",
               "Lets pending interface events run, then redraws every view the refresh flags "
               "allow.",
-              [](CallContext& c) { Wib_CompleteRefresh(c.workspace()); }),
+              [](CallContext& c) {
+                  c.workspace().host.view.processPendingEvents();
+                  c.workspace().host.view.completeRefresh();
+              }),
         FlagSetter("Wib_SimpleRefresh",
                    "Sets SimpleRefreshFlag (255 for -1, 0 for anything else): redraw the canvas "
                    "only.",
-                   Wib_SimpleRefresh),
+                   &Document::SimpleRefreshFlag, std::uint8_t{255}),
         FlagSetter("Wib_NoRefresh",
                    "Sets NoRefreshFlag (-1 for -1, 0 for anything else): redraw nothing.",
-                   Wib_NoRefresh),
+                   &Document::NoRefreshFlag, -1),
         FlagSetter("Wib_RefreshTitleOnly",
                    "Sets TitleOnlyRefreshFlag (255 for -1, 0 for anything else): redraw the "
                    "window title only.",
-                   Wib_RefreshTitleOnly),
+                   &Document::TitleOnlyRefreshFlag, std::uint8_t{255}),
         Plain("Wib_RefreshLayers",
               "Redraws the layers panel. The program has no layer stack yet, so this asks for "
               "a complete refresh of every view.",
@@ -92,9 +99,9 @@ std::vector<MethodSpec> RefreshMethods() {
         Plain("Wib_SaveUndo",
               "Saves the current image to the undo ring, as a menu filter does before it "
               "changes the image.",
-              [](CallContext& c) { Wib_SaveUndo(c.workspace()); }),
+              [](CallContext& c) { SaveUndo(c.workspace()); }),
         Plain("Wib_RestoreUndo", "Restores the image from the undo ring.",
-              [](CallContext& c) { Wib_RestoreUndo(c.workspace()); }),
+              [](CallContext& c) { RestoreUndo(c.workspace()); }),
     };
 }
 

@@ -15,6 +15,7 @@
 #include <QToolButton>
 #include <cstring>
 
+#include "core/workspace.h"
 #include "paint/brush_controls.h"
 #include "paint/paint_session.h"
 #include "paint/paper.h"
@@ -42,10 +43,10 @@ class BrushPreview : public QWidget {
             return;
         }
         QImage image(tip.width, tip.height, QImage::Format_ARGB32);
-        const auto& colour = state.primary;
+        const PackedColour colour = session_.workspace().colours.primary;
         for (int y = 0; y < tip.height; ++y) {
             for (int x = 0; x < tip.width; ++x) {
-                image.setPixel(x, y, qRgba(colour[0], colour[1], colour[2], tip.at(x, y)));
+                image.setPixel(x, y, qRgba(colour.r, colour.g, colour.b, tip.at(x, y)));
             }
         }
         const QSize shown = image.size().scaled(size() - QSize(8, 8), Qt::KeepAspectRatio);
@@ -223,8 +224,8 @@ BrushOptions::BrushOptions(PaintSession& session, QWidget* parent)
         typeLayout->addWidget(button);
         typeButtons_.push_back(button);
         connect(button, &QToolButton::toggled, this, [this, type](bool on) {
-            if (on && this->session().Wib_GetBrushType() != type) {
-                this->session().Wib_SetBrushType(type);
+            if (on && static_cast<int>(this->session().brushType()) != type) {
+                this->session().setBrushType(type);
             }
         });
     }
@@ -236,7 +237,7 @@ BrushOptions::BrushOptions(PaintSession& session, QWidget* parent)
 
 void BrushOptions::showModel() {
     BrushControlPanel::showModel();
-    const int type = session().Wib_GetBrushType();
+    const int type = static_cast<int>(session().brushType());
     for (std::size_t i = 0; i < typeButtons_.size(); ++i) {
         const QSignalBlocker block(typeButtons_[i]);
         static_cast<QToolButton*>(typeButtons_[i])->setChecked(static_cast<int>(i) == type);

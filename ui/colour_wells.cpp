@@ -6,20 +6,14 @@
 #include <QVBoxLayout>
 
 #include "core/general_table.h"
+#include "core/workspace.h"
 #include "paint/paint_session.h"
+#include "ui/qt_colour.h"
 #include "ui/swatch_grid.h"
 
 namespace wib {
 
 namespace {
-
-QColor Unpack(std::int32_t packed) {
-    return QColor(packed & 0xFF, (packed >> 8) & 0xFF, (packed >> 16) & 0xFF);
-}
-
-std::int64_t Pack(const QColor& colour) {
-    return colour.red() + 256LL * colour.green() + 65536LL * colour.blue();
-}
 
 QToolButton* Well(const char* name, const QString& tip, QWidget* parent) {
     auto* well = new QToolButton(parent);
@@ -57,10 +51,9 @@ ColourWells::ColourWells(PaintSession& session, const GeneralTable* swatches, QW
     connect(primary_, &QToolButton::clicked, this, [this] { choose(true); });
     connect(secondary_, &QToolButton::clicked, this, [this] { choose(false); });
     connect(swap, &QToolButton::clicked, this, [this] {
-        const std::int32_t first = session_.Wib_GetPrimaryColor();
-        session_.Wib_SetPrimaryColor(session_.Wib_GetSecondaryColor());
-        session_.Wib_SetSecondaryColor(first);
-        showColours();
+        const ColourState colours = session_.workspace().colours;
+        session_.setPrimaryColour(colours.secondary);
+        session_.setSecondaryColour(colours.primary);
     });
     if (swatches != nullptr) {
         std::vector<QColor> colours;
@@ -81,20 +74,19 @@ ColourWells::ColourWells(PaintSession& session, const GeneralTable* swatches, QW
 }
 
 void ColourWells::showColours() {
-    Paint(primary_, Unpack(session_.Wib_GetPrimaryColor()));
-    Paint(secondary_, Unpack(session_.Wib_GetSecondaryColor()));
+    const ColourState& colours = session_.workspace().colours;
+    Paint(primary_, ToQColor(colours.primary));
+    Paint(secondary_, ToQColor(colours.secondary));
 }
 
 void ColourWells::set(bool primary, const QColor& colour) {
-    primary ? session_.Wib_SetPrimaryColor(Pack(colour))
-            : session_.Wib_SetSecondaryColor(Pack(colour));
-    showColours();
-    session_.optionsChanged();
+    primary ? session_.setPrimaryColour(FromQColor(colour))
+            : session_.setSecondaryColour(FromQColor(colour));
 }
 
 void ColourWells::choose(bool primary) {
-    const QColor current =
-        Unpack(primary ? session_.Wib_GetPrimaryColor() : session_.Wib_GetSecondaryColor());
+    const ColourState& colours = session_.workspace().colours;
+    const QColor current = ToQColor(primary ? colours.primary : colours.secondary);
     const QColor picked = QColorDialog::getColor(
         current, this, primary ? tr("Primary colour") : tr("Secondary colour"));
     if (picked.isValid()) {

@@ -13,7 +13,8 @@
 
 namespace wib {
 
-Form1::Form1(const Document& document, QWidget* parent) : QWidget(parent), document_(document) {
+Form1::Form1(const Document& document, const ViewState& view, QWidget* parent)
+    : QWidget(parent), document_(document), view_(view) {
     setObjectName("Form1");
     setAttribute(Qt::WA_OpaquePaintEvent);
     // A click on the image takes the keyboard from any text field, so that
@@ -23,7 +24,7 @@ Form1::Form1(const Document& document, QWidget* parent) : QWidget(parent), docum
 }
 
 double Form1::scale() const {
-    return document_.Zoom / 100.0;
+    return view_.zoom / 100.0;
 }
 
 QSize Form1::sizeHint() const {

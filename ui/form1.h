@@ -3,6 +3,8 @@
 #include <QImage>
 #include <QWidget>
 
+#include "core/view_state.h"
+
 namespace wib {
 
 struct Document;
@@ -15,7 +17,7 @@ struct TabletCalibration;
 class Form1 : public QWidget {
     Q_OBJECT
   public:
-    explicit Form1(const Document& document, QWidget* parent = nullptr);
+    Form1(const Document& document, const ViewState& view, QWidget* parent = nullptr);
 
     // Follows a change of document size or zoom.
     void updateGeometryFromDocument();
@@ -43,6 +45,7 @@ class Form1 : public QWidget {
     void release(QPointF at);
 
     const Document& document_;
+    const ViewState& view_;
     PaintSession* painter_ = nullptr;
     const TabletCalibration* calibration_ = nullptr;
     int strokeButton_ = 0;

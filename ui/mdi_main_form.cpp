@@ -56,7 +56,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     scroll_->setObjectName("CanvasScroll");
     scroll_->setBackgroundRole(QPalette::Dark);
     scroll_->setAlignment(Qt::AlignCenter);
-    canvas_ = new Form1(workspace_.document, scroll_);
+    canvas_ = new Form1(workspace_.document, workspace_.view, scroll_);
     scroll_->setWidget(canvas_);
     scroll_->viewport()->installEventFilter(this);
     setCentralWidget(scroll_);
@@ -71,13 +71,13 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         addDockWidget(Qt::RightDockWidgetArea, brushPanel_);
         tabifyDockWidget(brushPanel_, paperPanel_);
         brushPanel_->raise();
-        paint_->onOptionsChanged = [this] {
+        paintSubscription_ = workspace_.events.paintOptionsChanged.subscribe([this] {
             brushPanel_->showModel();
             paperPanel_->showModel();
             if (wells_ != nullptr) {
                 wells_->showColours();
             }
-        };
+        });
         qApp->installEventFilter(this);
     }
 
@@ -85,6 +85,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     recent_ = LoadMruds(paths_.userDir / "Mruds.txt");
     buildMenus();
     resize(1240, 860);
+    // The title shows the file name and a "*" while there are unsaved changes.
+    titleSubscriptions_[0] = workspace_.events.modifiedChanged.subscribe([this] { updateTitle(); });
+    titleSubscriptions_[1] = workspace_.events.fileNameChanged.subscribe([this] { updateTitle(); });
     updateTitle();
 }
 
@@ -308,8 +311,8 @@ void MDI_MainForm::KillTempAnims() {
 void MDI_MainForm::CloseStores() {
     // The stores hold their frames and layers in memory; letting go of them
     // here keeps the shut-down order the same once they write to disk.
-    workspace_.frameStore = nullptr;
-    workspace_.layerStore = nullptr;
+    workspace_.attachFrames(nullptr);
+    workspace_.resizeStores.clear();
 }
 
 void MDI_MainForm::shutDown() {
@@ -330,9 +333,6 @@ void MDI_MainForm::closeEvent(QCloseEvent* event) {
 
 void MDI_MainForm::updateEraseMode() {
     workspace_.eraseMode = CapsLockIsOn();
-    if (paint_ != nullptr) {
-        paint_->state().eraseMode = workspace_.eraseMode;
-    }
     updateTitle();
 }
 
@@ -355,10 +355,10 @@ void MDI_MainForm::setZoom(int percent) {
     // Keep the image point under the centre of the view where it was.
     QScrollBar* h = scroll_->horizontalScrollBar();
     QScrollBar* v = scroll_->verticalScrollBar();
-    const double old = workspace_.document.Zoom / 100.0;
+    const double old = workspace_.view.zoom / 100.0;
     const double cx = (h->value() + scroll_->viewport()->width() / 2.0) / old;
     const double cy = (v->value() + scroll_->viewport()->height() / 2.0) / old;
-    workspace_.document.Zoom = percent;
+    workspace_.view.zoom = percent;
     canvas_->updateGeometryFromDocument();
     const double now = percent / 100.0;
     h->setValue(static_cast<int>(cx * now - scroll_->viewport()->width() / 2.0));
@@ -367,16 +367,14 @@ void MDI_MainForm::setZoom(int percent) {
 }
 
 void MDI_MainForm::zoomIn() {
-    const auto next =
-        std::upper_bound(kZoomSteps.begin(), kZoomSteps.end(), workspace_.document.Zoom);
+    const auto next = std::upper_bound(kZoomSteps.begin(), kZoomSteps.end(), workspace_.view.zoom);
     if (next != kZoomSteps.end()) {
         setZoom(*next);
     }
 }
 
 void MDI_MainForm::zoomOut() {
-    const auto next =
-        std::lower_bound(kZoomSteps.begin(), kZoomSteps.end(), workspace_.document.Zoom);
+    const auto next = std::lower_bound(kZoomSteps.begin(), kZoomSteps.end(), workspace_.view.zoom);
     if (next != kZoomSteps.begin()) {
         setZoom(*std::prev(next));
     }
@@ -394,10 +392,10 @@ void MDI_MainForm::updateTitle() {
             : QString::fromStdString(std::filesystem::path(doc.FileName).filename().string());
     setWindowTitle(QStringLiteral("Wibbleton - %1%2 (%3 x %4, %5%)%6")
                        .arg(name)
-                       .arg(doc.ModifiedFlag == 255 ? QStringLiteral("*") : QString())
+                       .arg(doc.modified ? QStringLiteral("*") : QString())
                        .arg(doc.width)
                        .arg(doc.height)
-                       .arg(doc.Zoom)
+                       .arg(workspace_.view.zoom)
                        .arg(workspace_.eraseMode ? tr(" - erase mode (Caps Lock)") : QString()));
 }
 

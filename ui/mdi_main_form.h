@@ -8,6 +8,7 @@
 
 #include "core/commands.h"
 #include "core/host/view.h"
+#include "core/observer_list.h"
 #include "core/program_paths.h"
 
 class QMenu;
@@ -110,6 +111,8 @@ class MDI_MainForm : public QMainWindow, public View {
     std::vector<std::string> recent_;
     std::map<std::string, CommandDialog> commandDialogs_;
     bool shutDown_ = false;
+    Subscription paintSubscription_;
+    Subscription titleSubscriptions_[2];
 };
 
 }  // namespace wib

@@ -10,7 +10,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "anim/frame_methods.h"
 #include "anim/frame_store.h"
 #include "core/commands.h"
 #include "ui/frame_rate.h"
@@ -87,8 +86,7 @@ PlaybackPanel::PlaybackPanel(FrameStore& store, const CommandRegistry& commands,
     column->addStretch();
     setWidget(body);
 
-    connect(slider_, &QSlider::valueChanged, this,
-            [this](int frame) { Wib_GotoFrame(store_, frame); });
+    connect(slider_, &QSlider::valueChanged, this, [this](int frame) { store_.showFrame(frame); });
     if (parent != nullptr) {
         parent->installEventFilter(this);
     }

@@ -28,7 +28,7 @@ QWidget* FindControl(const std::string& panel, const std::string& control) {
     return nullptr;
 }
 
-std::optional<long long> AsInteger(const ControlValue& value) {
+std::optional<long long> AsInteger(const ParamValue& value) {
     if (const auto* whole = std::get_if<long long>(&value)) {
         return *whole;
     }
@@ -40,7 +40,7 @@ std::optional<long long> AsInteger(const ControlValue& value) {
     return std::nullopt;
 }
 
-std::optional<double> AsNumber(const ControlValue& value) {
+std::optional<double> AsNumber(const ParamValue& value) {
     if (const auto* whole = std::get_if<long long>(&value)) {
         return static_cast<double>(*whole);
     }
@@ -61,37 +61,37 @@ bool SetIfInRange(Widget* widget, Value value) {
 
 }  // namespace
 
-std::optional<ControlValue> QtControls::get(const std::string& panel, const std::string& control) {
+std::optional<ParamValue> QtControls::get(const std::string& panel, const std::string& control) {
     QWidget* widget = FindControl(panel, control);
     if (widget == nullptr) {
         return std::nullopt;
     }
     if (auto* button = qobject_cast<QAbstractButton*>(widget)) {
-        return ControlValue{button->isChecked() ? -1LL : 0LL};
+        return ParamValue{button->isChecked() ? -1LL : 0LL};
     }
     if (auto* slider = qobject_cast<QAbstractSlider*>(widget)) {
-        return ControlValue{static_cast<long long>(slider->value())};
+        return ParamValue{static_cast<long long>(slider->value())};
     }
     if (auto* spin = qobject_cast<QSpinBox*>(widget)) {
-        return ControlValue{static_cast<long long>(spin->value())};
+        return ParamValue{static_cast<long long>(spin->value())};
     }
     if (auto* spin = qobject_cast<QDoubleSpinBox*>(widget)) {
-        return ControlValue{spin->value()};
+        return ParamValue{spin->value()};
     }
     if (auto* list = qobject_cast<QComboBox*>(widget)) {
-        return ControlValue{static_cast<long long>(list->currentIndex())};
+        return ParamValue{static_cast<long long>(list->currentIndex())};
     }
     if (auto* field = qobject_cast<QLineEdit*>(widget)) {
-        return ControlValue{field->text().toStdString()};
+        return ParamValue{field->text().toStdString()};
     }
     if (auto* label = qobject_cast<QLabel*>(widget)) {
-        return ControlValue{label->text().toStdString()};
+        return ParamValue{label->text().toStdString()};
     }
     return std::nullopt;
 }
 
 bool QtControls::set(const std::string& panel, const std::string& control,
-                     const ControlValue& value) {
+                     const ParamValue& value) {
     QWidget* widget = FindControl(panel, control);
     if (widget == nullptr) {
         return false;

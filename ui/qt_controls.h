@@ -10,9 +10,9 @@ namespace wib {
 // text; a plain button is clicked by setting -1.
 class QtControls : public Controls {
   public:
-    std::optional<ControlValue> get(const std::string& panel, const std::string& control) override;
+    std::optional<ParamValue> get(const std::string& panel, const std::string& control) override;
     bool set(const std::string& panel, const std::string& control,
-             const ControlValue& value) override;
+             const ParamValue& value) override;
 };
 
 }  // namespace wib

@@ -2,13 +2,10 @@
 
 #include <optional>
 #include <string>
-#include <variant>
+
+#include "core/param_value.h"
 
 namespace wib {
-
-// A value a panel control holds: a number (sliders, spin boxes, check boxes as
-// -1 / 0, list positions) or text.
-using ControlValue = std::variant<long long, double, std::string>;
 
 // Panel controls reached by the panel's and the control's object names, as a
 // plug-in reaches them. Setting a value runs the control's change handler,
@@ -17,11 +14,10 @@ class Controls {
   public:
     virtual ~Controls() = default;
     // Nothing when there is no such panel or control.
-    virtual std::optional<ControlValue> get(const std::string& panel,
-                                            const std::string& control) = 0;
+    virtual std::optional<ParamValue> get(const std::string& panel, const std::string& control) = 0;
     // False when there is no such panel or control, or the value does not suit it.
     virtual bool set(const std::string& panel, const std::string& control,
-                     const ControlValue& value) = 0;
+                     const ParamValue& value) = 0;
 };
 
 }  // namespace wib

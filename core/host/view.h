@@ -1,5 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <vector>
+
+#include "core/observer_list.h"
+
 namespace wib {
 
 // What the document asks of the windows that show it. The main frame
@@ -23,49 +28,44 @@ class View {
     virtual void setCanvasEnabled(bool enabled) = 0;
     // Enables or disables the whole main frame: menus, panels and canvas.
     virtual void setMainFrameEnabled(bool enabled) = 0;
+    // The canvas's pointer shape changed (0 the arrow, 11 the busy pointer).
+    virtual void pointerShapeChanged(int shape) { static_cast<void>(shape); }
 };
 
-}  // namespace wib
-
-namespace wib {
-
-// Passes every request on to a view attached later, and drops them while none
-// is: the document is built before the window that shows it.
-class ViewRelay : public View {
+// Passes every request on to each attached view, in the order they attached;
+// with none attached requests are dropped: the document is built before the
+// windows that show it.
+class ViewList : public View {
   public:
-    void attach(View* target) { target_ = target; }
+    [[nodiscard]] Subscription attach(View& view) {
+        views_.push_back(&view);
+        return Subscription([this, target = &view] { std::erase(views_, target); });
+    }
 
-    void refresh() override {
-        if (target_)
-            target_->refresh();
-    }
+    void refresh() override { each(&View::refresh); }
     void refreshArea(int left, int top, int right, int bottom) override {
-        if (target_)
-            target_->refreshArea(left, top, right, bottom);
+        for (View* view : snapshot()) {
+            view->refreshArea(left, top, right, bottom);
+        }
     }
-    void completeRefresh() override {
-        if (target_)
-            target_->completeRefresh();
-    }
-    void documentResized() override {
-        if (target_)
-            target_->documentResized();
-    }
-    void processPendingEvents() override {
-        if (target_)
-            target_->processPendingEvents();
-    }
-    void setCanvasEnabled(bool enabled) override {
-        if (target_)
-            target_->setCanvasEnabled(enabled);
-    }
-    void setMainFrameEnabled(bool enabled) override {
-        if (target_)
-            target_->setMainFrameEnabled(enabled);
-    }
+    void completeRefresh() override { each(&View::completeRefresh); }
+    void documentResized() override { each(&View::documentResized); }
+    void processPendingEvents() override { each(&View::processPendingEvents); }
+    void setCanvasEnabled(bool enabled) override { each(&View::setCanvasEnabled, enabled); }
+    void setMainFrameEnabled(bool enabled) override { each(&View::setMainFrameEnabled, enabled); }
+    void pointerShapeChanged(int shape) override { each(&View::pointerShapeChanged, shape); }
 
   private:
-    View* target_ = nullptr;
+    // A view may detach while told, so walk a copy.
+    std::vector<View*> snapshot() const { return views_; }
+    template <typename... Params, typename... Args>
+    void each(void (View::*request)(Params...), Args... args) {
+        for (View* view : snapshot()) {
+            (view->*request)(args...);
+        }
+    }
+
+    std::vector<View*> views_;
 };
 
 }  // namespace wib

@@ -142,13 +142,13 @@ TEST(NewBuffer, BadSizesGetAMessageAndChangeNothing) {
     host.newDocument(5, 4);
     host.workspace.document.Zoom = 300;
     for (auto [w, h] : {std::pair{0, 10}, {10, -3}, {16385, 10}, {10, 40000}}) {
-        EXPECT_FALSE(Wib_NewBuffer(host.workspace, w, h));
+        EXPECT_FALSE(NewDocument(host.workspace, w, h));
     }
     EXPECT_EQ(host.prompter.messages.size(), 4u);
     EXPECT_EQ(host.workspace.document.width, 5);
     EXPECT_EQ(host.workspace.document.Zoom, 300);
 
-    EXPECT_TRUE(Wib_NewBuffer(host.workspace, 16, 9));
+    EXPECT_TRUE(NewDocument(host.workspace, 16, 9));
     EXPECT_EQ(host.workspace.document.Zoom, 100);
     EXPECT_EQ(host.workspace.document.ViewAnchorX, -1.0f);
     EXPECT_EQ(host.workspace.document.RBuffer.ubY(), 9);

@@ -62,7 +62,7 @@ TEST(CanvasSize, GrowingCentredKeepsPixelsAndFillsNewArea) {
     host.newDocument(4, 3);
     Document& doc = host.workspace.document;
     Pattern(doc);
-    ASSERT_TRUE(Wib_ChangeBufferSize(host.workspace, 7, 6, 10, 20, 30, 4));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 7, 6, 10, 20, 30, 4));
     // dW = 3 -> dx = 2 (1.5 to even), dH = 3 -> dy = 2.
     EXPECT_EQ(doc.width, 7);
     EXPECT_EQ(doc.RBuffer.ubX(), 7);
@@ -86,7 +86,7 @@ TEST(CanvasSize, ShrinkingBottomRightCropsTheTopLeft) {
     host.newDocument(6, 5);
     Document& doc = host.workspace.document;
     Pattern(doc);
-    ASSERT_TRUE(Wib_ChangeBufferSize(host.workspace, 4, 2, 0, 0, 0, 8));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 4, 2, 0, 0, 0, 8));
     // dx = -2, dy = -3: old (2..5, 3..4) survives at (0..3, 0..1).
     for (int y = 0; y < 2; ++y) {
         for (int x = 0; x < 4; ++x) {
@@ -108,7 +108,7 @@ TEST(CanvasSize, SavesAStepBeforeAndAfterAndTellsTheStores) {
     Document& doc = host.workspace.document;
     Wib_ClearBuffer(doc, 1, 2, 3);
 
-    ASSERT_TRUE(Wib_ChangeBufferSize(host.workspace, 6, 4, 9, 9, 9, 0));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 6, 4, 9, 9, 9, 0));
     ASSERT_EQ(frames.changes.size(), 1u);
     EXPECT_EQ(frames.widthSeen, 4) << "frames resize before the planes are rebuilt";
     EXPECT_EQ(layers.widthSeen, 6) << "layers resize after";
@@ -133,7 +133,7 @@ TEST(CanvasSize, BadSizeChangesNothing) {
     host.workspace.frameStore = &frames;
     Wib_SetRGB(host.workspace.document, 1, 1, 5, 6, 7);
     for (auto [w, h] : {std::pair{0, 4}, {4, -1}, {20000, 4}}) {
-        EXPECT_FALSE(Wib_ChangeBufferSize(host.workspace, w, h, 0, 0, 0, 4));
+        EXPECT_FALSE(ChangeCanvasSize(host.workspace, w, h, 0, 0, 0, 4));
     }
     EXPECT_EQ(host.prompter.messages.size(), 3u);
     EXPECT_TRUE(frames.changes.empty());

@@ -71,7 +71,7 @@ TEST_F(DocumentCommands, CanvasSizeDefaultsToTheCurrentSizeCentredOnWhite) {
 
 TEST_F(DocumentCommands, UndoAndRedoReportWhenThereIsNothingToDo) {
     EXPECT_EQ(run("edit.redo").status, Status::Refused);
-    Wib_SaveUndo(host.workspace);
+    SaveUndo(host.workspace);
     Wib_ClearBuffer(doc, 9, 9, 9);
     EXPECT_EQ(run("edit.undo").status, Status::Done);
     EXPECT_EQ(Wib_GetR(doc, 1, 1), 255);

@@ -39,8 +39,8 @@ TEST(UndoRingSize, FailureIsReportedAndTheDocumentGoesOn) {
     EXPECT_FALSE(host.workspace.undo.allocated());
     Document& doc = host.workspace.document;
     Wib_SetRGB(doc, 1, 1, 1, 2, 3);
-    Wib_SaveUndo(host.workspace);
-    Wib_RestoreUndo(host.workspace);
+    SaveUndo(host.workspace);
+    RestoreUndo(host.workspace);
     EXPECT_FALSE(EditUndo(host.workspace));
     EXPECT_EQ(Wib_GetRGB(doc, 1, 1), 197121);
     EXPECT_EQ(doc.width, 64);
@@ -53,13 +53,13 @@ TEST(UndoSave, WalksDownwardAndWraps) {
     UndoRing& ring = host.workspace.undo;
     ring.UndoIndex = 0;
     for (int expected : {54, 53, 52}) {
-        Wib_SaveUndo(host.workspace);
+        SaveUndo(host.workspace);
         EXPECT_EQ(ring.UndoIndex, expected);
     }
     EXPECT_EQ(ring.UndoFreshFlag, 1);
 
     ring.UndoDisabledFlag = true;
-    Wib_SaveUndo(host.workspace);
+    SaveUndo(host.workspace);
     EXPECT_EQ(ring.UndoIndex, 52);
 }
 
@@ -103,7 +103,7 @@ class UndoHistory : public ::testing::Test {
     }
     Document& doc() { return host.workspace.document; }
     void step(std::uint8_t k) {
-        Wib_SaveUndo(host.workspace);
+        SaveUndo(host.workspace);
         Wib_ClearBuffer(doc(), k, k, k);
         doc().ABuffer.at(5, 4) = k;  // the spare column travels too
     }
@@ -155,7 +155,7 @@ TEST_F(UndoHistory, RestoreKeepsTheCurrentImageBelowTheSlotForRedo) {
     UndoRing& ring = host.workspace.undo;
     step(1);
     const auto saved = ring.UndoIndex;
-    Wib_RestoreUndo(host.workspace);
+    RestoreUndo(host.workspace);
     EXPECT_EQ(shown(), 0);
     EXPECT_EQ(ring.UndoIndex, saved);
     EXPECT_EQ(ring.UndoFreshFlag, 0);
@@ -163,7 +163,7 @@ TEST_F(UndoHistory, RestoreKeepsTheCurrentImageBelowTheSlotForRedo) {
     EXPECT_EQ(ring.UndoPlaneR.slot(below)[0], 1);
 
     ring.RedoFlag = true;
-    Wib_RestoreUndo(host.workspace);
+    RestoreUndo(host.workspace);
     EXPECT_EQ(ring.UndoIndex, saved == ring.UndoMaxIndex ? 0 : saved + 1)
         << "after a redo the restore moves up first";
 }

@@ -55,7 +55,7 @@ class ConverterWait : public ::testing::Test {
     ConverterWait()
         : workspace(HostServices{host.prompter, host.preferences, clock, host.view, host.system,
                                  host.log}) {}
-    void SetUp() override { Wib_NewBuffer(workspace, 3, 2); }
+    void SetUp() override { NewDocument(workspace, 3, 2); }
 
     testing::TestHost host;
     ScheduledClock clock;
@@ -140,7 +140,7 @@ class RealConverter : public ::testing::Test {
         if (!processes.start("convert -version")) {
             GTEST_SKIP() << "no converter on the PATH";
         }
-        Wib_NewBuffer(workspace, 7, 5);
+        NewDocument(workspace, 7, 5);
         testing::PaintPattern(workspace.document);
         host.prompter.defaultAnswer = 1;
     }
@@ -211,7 +211,7 @@ TEST_F(RealConverter, ImagesComeInAndGoOutTheRightWayUp) {
     writePatternPpm(ppm);
     const std::string png = folder.file("pattern.png");
     convert(Quoted(ppm) + " " + Quoted(png));
-    Wib_NewBuffer(workspace, 2, 2);
+    NewDocument(workspace, 2, 2);
     ASSERT_TRUE(files.open(workspace, png, "auto"));
     expectPattern(0, false);
     EXPECT_EQ(workspace.document.FileName, png);
@@ -226,13 +226,13 @@ TEST_F(RealConverter, ImagesComeInAndGoOutTheRightWayUp) {
     const Rgba topLeft = testing::PatternAt(0, 0);
     EXPECT_EQ(pixels[0], (std::array<std::uint8_t, 3>{topLeft.r, topLeft.g, topLeft.b}));
 
-    Wib_NewBuffer(workspace, 2, 2);
+    NewDocument(workspace, 2, 2);
     ASSERT_TRUE(files.open(workspace, saved, "auto"));
     expectPattern(0, true);
 
     const std::string jpeg = folder.file("saved.jpg");
     ASSERT_TRUE(files.save(workspace, jpeg, {"Jpg", 2, 100}));
-    Wib_NewBuffer(workspace, 2, 2);
+    NewDocument(workspace, 2, 2);
     ASSERT_TRUE(files.open(workspace, jpeg, "auto"));
     expectPattern(16, false);
     EXPECT_FALSE(std::filesystem::exists(bridge.openTarga()));

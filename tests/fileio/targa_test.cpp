@@ -196,7 +196,7 @@ TEST_F(Targa, GreyscaleGoesThroughTheRampAndColourMapsKeepTheFirstEntryOffset) {
 }
 
 TEST_F(Targa, EveryRefusalIsItsMessageAndLeavesTheDocumentAlone) {
-    Wib_SaveUndo(host.workspace);
+    SaveUndo(host.workspace);
     const int undoSteps = host.workspace.undo.UndoSteps;
     struct Case {
         TargaHeader header;

@@ -2,7 +2,7 @@
 
 namespace wib::testing {
 
-std::optional<ControlValue> MapControls::get(const std::string& panel, const std::string& control) {
+std::optional<ParamValue> MapControls::get(const std::string& panel, const std::string& control) {
     const auto found = values.find({panel, control});
     if (found == values.end()) {
         return std::nullopt;
@@ -11,12 +11,12 @@ std::optional<ControlValue> MapControls::get(const std::string& panel, const std
 }
 
 bool MapControls::set(const std::string& panel, const std::string& control,
-                      const ControlValue& value) {
+                      const ParamValue& value) {
     const auto found = values.find({panel, control});
     if (found == values.end()) {
         return false;
     }
-    ControlValue accepted = value;
+    ParamValue accepted = value;
     if (std::holds_alternative<double>(found->second) && std::holds_alternative<long long>(value)) {
         accepted = static_cast<double>(std::get<long long>(value));
     }

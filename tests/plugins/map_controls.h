@@ -13,11 +13,11 @@ namespace wib::testing {
 // control); each accepted change counts as one run of the change handler.
 class MapControls : public Controls {
   public:
-    std::optional<ControlValue> get(const std::string& panel, const std::string& control) override;
+    std::optional<ParamValue> get(const std::string& panel, const std::string& control) override;
     bool set(const std::string& panel, const std::string& control,
-             const ControlValue& value) override;
+             const ParamValue& value) override;
 
-    std::map<std::pair<std::string, std::string>, ControlValue> values;
+    std::map<std::pair<std::string, std::string>, ParamValue> values;
     int changeHandlerRuns = 0;
 };
 

@@ -196,7 +196,7 @@ TEST(ServerOrder, ACallThatLetsEventsRunFinishesBeforeTheNextOneStarts) {
     Workspace workspace(HostServices{fakes.prompter, fakes.preferences, fakes.clock, view,
                                      fakes.system, fakes.log});
     view.document = &workspace.document;
-    Wib_NewBuffer(workspace, 8, 6);
+    NewDocument(workspace, 8, 6);
     CommandRegistry commands;
     MapControls controls;
     AutomationHost host{workspace, commands, controls, "", "", 1, nullptr, nullptr, nullptr};

@@ -30,7 +30,7 @@ void TestHost::setUndoBudget(long long megabytes) {
 }
 
 void TestHost::newDocument(int width, int height) {
-    Wib_NewBuffer(workspace, width, height);
+    NewDocument(workspace, width, height);
 }
 
 }  // namespace wib::testing

@@ -73,17 +73,17 @@ TEST_F(AnimationPanels, TheControlsFollowTheStoreAndDriveIt) {
     EXPECT_EQ(slider->maximum(), 4);
     EXPECT_EQ(control("PlaybackPanel", "lblFrame"), "0 of 5");
 
-    EXPECT_TRUE(controls.set("PlaybackPanel", "HScroll1", ControlValue{3LL}));
+    EXPECT_TRUE(controls.set("PlaybackPanel", "HScroll1", ParamValue{3LL}));
     EXPECT_EQ(store.CurrentFrame(), 3) << "the slider goes to the frame";
     EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 0);
-    EXPECT_TRUE(controls.set("PlaybackPanel", "cmdFirst", ControlValue{-1LL}));
+    EXPECT_TRUE(controls.set("PlaybackPanel", "cmdFirst", ParamValue{-1LL}));
     EXPECT_EQ(store.CurrentFrame(), 0);
     EXPECT_EQ(slider->value(), 0);
     EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 1);
-    EXPECT_TRUE(controls.set("PlaybackPanel", "cmdBack", ControlValue{-1LL}));
+    EXPECT_TRUE(controls.set("PlaybackPanel", "cmdBack", ParamValue{-1LL}));
     EXPECT_EQ(control("PlaybackPanel", "lblFrame"), "4 of 5");
 
-    EXPECT_TRUE(controls.set("Frame_Rate", "txtFrameRate", ControlValue{std::string("30")}));
+    EXPECT_TRUE(controls.set("Frame_Rate", "txtFrameRate", ParamValue{std::string("30")}));
     EXPECT_EQ(store.FrameDelayMs(), 33) << "the field's change handler ran";
     store.setFrameRateField("12");
     EXPECT_EQ(control("Frame_Rate", "txtFrameRate"), "12");
@@ -130,19 +130,19 @@ TEST_F(AnimationPanels, TheCreationPanelShowsLengthAndMemoryAndRefusesOneFrame) 
     EXPECT_EQ(control("Create_Anim", "lblLength"), "48 frames at 24 fps = 2.0 seconds");
     EXPECT_EQ(control("Create_Anim", "lblRequired"), "0 MB. required");
     EXPECT_EQ(control("Create_Anim", "lblMemory").rfind("3000 MB physical memory free of ", 0), 0u);
-    controls.set("Create_Anim", "txtFrames", ControlValue{1000LL});
+    controls.set("Create_Anim", "txtFrames", ParamValue{1000LL});
     EXPECT_EQ(control("Create_Anim", "lblRequired"), "8 MB. required");
 
-    controls.set("Create_Anim", "txtFrames", ControlValue{1LL});
+    controls.set("Create_Anim", "txtFrames", ParamValue{1LL});
     dialog.accept();
     EXPECT_EQ(host.prompter.messages,
               (std::vector<std::string>{"You cannot create an animation with 1 or less frames."}));
     EXPECT_EQ(dialog.result(), QDialog::Rejected) << "it stays open";
 
-    controls.set("Create_Anim", "txtFrames", ControlValue{12LL});
-    controls.set("Create_Anim", "cboContents", ControlValue{2LL});
-    controls.set("Create_Anim", "txtRate", ControlValue{std::string("12.5")});
-    controls.set("Create_Anim", "cmdDefaultRate", ControlValue{-1LL});
+    controls.set("Create_Anim", "txtFrames", ParamValue{12LL});
+    controls.set("Create_Anim", "cboContents", ParamValue{2LL});
+    controls.set("Create_Anim", "txtRate", ParamValue{std::string("12.5")});
+    controls.set("Create_Anim", "cmdDefaultRate", ParamValue{-1LL});
     EXPECT_EQ(host.preferences.value("Settings", "DefaultFrameRate"), "12.5");
     EXPECT_EQ(host.prompter.messages.back(), "Default frame rate is 12.5");
     const auto values = dialog.values();

@@ -38,17 +38,17 @@ TEST(CanvasSizeDialog, ControlsAreReachableByNameAndRunTheirHandlers) {
     EXPECT_EQ(std::get<long long>(*controls.get("CanvasSize", "Anchor8")), -1);
     EXPECT_EQ(std::get<long long>(*controls.get("CanvasSize", "Anchor4")), 0);
 
-    EXPECT_TRUE(controls.set("CanvasSize", "PresetList", ControlValue{1LL}));
-    EXPECT_TRUE(controls.set("CanvasSize", "Anchor0", ControlValue{-1LL}));
+    EXPECT_TRUE(controls.set("CanvasSize", "PresetList", ParamValue{1LL}));
+    EXPECT_TRUE(controls.set("CanvasSize", "Anchor0", ParamValue{-1LL}));
     auto values = dialog.values();
     EXPECT_EQ(std::get<long long>(values.at("width")), 300) << "the preset handler ran";
     EXPECT_EQ(std::get<long long>(values.at("anchor")), 0);
     EXPECT_EQ(std::get<long long>(values.at("fill")), 0x0000FF);
 
-    EXPECT_FALSE(controls.set("CanvasSize", "WidthText", ControlValue{0LL}));
-    EXPECT_FALSE(controls.set("CanvasSize", "WidthText", ControlValue{std::string("wide")}));
-    EXPECT_FALSE(controls.set("CanvasSize", "PresetList", ControlValue{7LL}));
-    EXPECT_FALSE(controls.set("CanvasSize", "NoSuchControl", ControlValue{1LL}));
+    EXPECT_FALSE(controls.set("CanvasSize", "WidthText", ParamValue{0LL}));
+    EXPECT_FALSE(controls.set("CanvasSize", "WidthText", ParamValue{std::string("wide")}));
+    EXPECT_FALSE(controls.set("CanvasSize", "PresetList", ParamValue{7LL}));
+    EXPECT_FALSE(controls.set("CanvasSize", "NoSuchControl", ParamValue{1LL}));
     EXPECT_FALSE(controls.get("NoSuchPanel", "WidthText").has_value());
     EXPECT_EQ(std::get<long long>(dialog.values().at("width")), 300);
 }

@@ -42,7 +42,7 @@ TEST_F(MainForm, EveryCommandHasItsMenuItemWithShortcut) {
 
 TEST_F(MainForm, MenuCommandsWithoutDialogsRunAtOnce) {
     MDI_MainForm form(host.workspace, commands, paths);
-    Wib_SaveUndo(host.workspace);
+    SaveUndo(host.workspace);
     Wib_ClearBuffer(host.workspace.document, 1, 1, 1);
     form.runFromMenu("edit.undo");
     EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 255);

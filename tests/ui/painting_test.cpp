@@ -38,20 +38,20 @@ class Painting : public ::testing::Test {
 
 TEST_F(Painting, PanelControlsReachTheBrushByName) {
     QtControls controls;
-    ASSERT_TRUE(controls.set("BrushOptions", "HScroll1", ControlValue{40LL}));
+    ASSERT_TRUE(controls.set("BrushOptions", "HScroll1", ParamValue{40LL}));
     EXPECT_EQ(paint.state().options.brushSize, 40);
     EXPECT_EQ(paint.state().tip.width, 40) << "the change handler rebuilt the tip";
-    ASSERT_TRUE(controls.set("BrushOptions", "Option3", ControlValue{-1LL}));
+    ASSERT_TRUE(controls.set("BrushOptions", "Option3", ParamValue{-1LL}));
     EXPECT_EQ(paint.state().options.transformQuality, 2);
-    ASSERT_TRUE(controls.set("BrushOptions", "kq_button2", ControlValue{-1LL}));
+    ASSERT_TRUE(controls.set("BrushOptions", "kq_button2", ParamValue{-1LL}));
     EXPECT_EQ(paint.state().options.alphaUse, AlphaUse::IgnoreSelection);
-    ASSERT_TRUE(controls.set("BrushOptions", "kq_button2", ControlValue{0LL}));
+    ASSERT_TRUE(controls.set("BrushOptions", "kq_button2", ParamValue{0LL}));
     EXPECT_EQ(paint.state().options.alphaUse, AlphaUse::RespectSelection) << "none down";
-    ASSERT_TRUE(controls.set("BrushOptions", "KQ_Dropslider3", ControlValue{5LL}));
+    ASSERT_TRUE(controls.set("BrushOptions", "KQ_Dropslider3", ParamValue{5LL}));
     EXPECT_EQ(paint.state().options.paintMode, 5);
-    ASSERT_TRUE(controls.set("Paper_Panel", "Check1", ControlValue{-1LL}));
+    ASSERT_TRUE(controls.set("Paper_Panel", "Check1", ParamValue{-1LL}));
     EXPECT_TRUE(paint.state().options.paperInvert);
-    ASSERT_TRUE(controls.set("BrushOptions", "kq_button5", ControlValue{-1LL}));
+    ASSERT_TRUE(controls.set("BrushOptions", "kq_button5", ParamValue{-1LL}));
     EXPECT_EQ(paint.Wib_GetBrushType(), 0);
 
     // A change made elsewhere shows in the panel.

@@ -1,0 +1,26 @@
+#pragma once
+
+namespace wib {
+
+// The animation's frames as operations that change the image see them: the
+// repeat over all frames steps through them. The frame store implements it;
+// a document without an animation has none.
+class FrameSequence {
+  public:
+    virtual ~FrameSequence() = default;
+    virtual int frameCount() const = 0;
+    // Stores the current image into its frame, then shows frame `index`.
+    virtual void gotoFrame(int index) = 0;
+    // Copies frame `index`'s stored colour planes into the main buffer.
+    virtual void loadStoredFrame(int index) = 0;
+};
+
+// The frames of a document that is no animation.
+class NoFrames final : public FrameSequence {
+  public:
+    int frameCount() const override { return 0; }
+    void gotoFrame(int) override {}
+    void loadStoredFrame(int) override {}
+};
+
+}  // namespace wib

@@ -1,0 +1,17 @@
+#pragma once
+
+namespace wib {
+
+// How the canvas shows the image: not part of the image, not saved for undo.
+struct ViewState {
+    int zoom = 100;  // percent; 100 = one image pixel per screen pixel
+    // The image point kept in view across a resize; -1 lets the canvas centre it.
+    float anchorX = -1.0f;
+    float anchorY = -1.0f;
+
+    // The view a document gets when its planes are made anew.
+    void reset() { *this = ViewState{}; }
+    float scale() const { return zoom / 100.0f; }
+};
+
+}  // namespace wib

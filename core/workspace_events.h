@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/observer_list.h"
+
+namespace wib {
+
+// What views and panels listen to. Each list takes any number of listeners.
+struct WorkspaceEvents {
+    // The document's modified state changed (the title shows it).
+    ObserverList<> modifiedChanged;
+    // The brush options, the brush image or the colours changed; panels show
+    // the model again.
+    ObserverList<> paintOptionsChanged;
+    // During a frame go-to, once the current frame holds the new index and
+    // before its pixels move; frame-dependent settings follow it here and
+    // must not touch the planes.
+    ObserverList<int> beforeFrameLoad;
+    // The document was renamed or saved under another name.
+    ObserverList<> fileNameChanged;
+};
+
+}  // namespace wib
