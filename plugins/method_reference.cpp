@@ -117,7 +117,7 @@ std::string AutomationReference() {
             out << "| Method | Arguments | Result | What it does |\n|---|---|---|---|\n";
         }
         out << "| `" << method.name << "` | " << Cell(Arguments(method)) << " | "
-            << Cell(method.result) << " | " << Cell(method.summary) << " |\n";
+            << Cell(method.result.text) << " | " << Cell(method.summary) << " |\n";
     }
     return out.str();
 }

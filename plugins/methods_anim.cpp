@@ -11,8 +11,8 @@ namespace wib {
 namespace {
 
 constexpr const char* kFamily = "Animation frames";
-constexpr const char* kNothing = "nothing";
-constexpr const char* kFramePlane = "plane: a copy of one colour of the frame";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
+constexpr MethodResult kFramePlane{ResultType::Plane, "plane: a copy of one colour of the frame"};
 
 FrameStore& Frames(CallContext& c) {
     if (c.host.frames == nullptr) {
@@ -43,7 +43,7 @@ MethodSpec IndexAction(const char* name, const char* summary, void (*action)(Fra
 
 MethodSpec Count(const char* name, const char* summary, std::int32_t (*read)(const FrameStore&)) {
     return {name,    kFamily,
-            {},      "integer",
+            {},      {ResultType::Integer, "integer"},
             summary, [read](CallContext& c, CallArgs&) { return Reply::Integer(read(Frames(c))); }};
 }
 
@@ -150,7 +150,7 @@ std::vector<MethodSpec> AnimationMethods() {
         {"Anim_Get_Name",
          kFamily,
          {},
-         "text",
+         {ResultType::Text, "text"},
          "The animation's name.",
          [](CallContext& c, CallArgs&) { return Reply::Text(Anim_Get_Name(Frames(c))); }},
     };

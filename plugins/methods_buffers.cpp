@@ -11,8 +11,8 @@ namespace wib {
 namespace {
 
 constexpr const char* kFamily = "Pixel and buffer access";
-constexpr const char* kNothing = "nothing";
-constexpr const char* kPlane = "plane: a copy of the whole plane";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
+constexpr MethodResult kPlane{ResultType::Plane, "plane: a copy of the whole plane"};
 
 const std::vector<ArgSpec> kPoint = {{"x", ArgType::Short}, {"y", ArgType::Short}};
 const std::vector<ArgSpec> kColour = {
@@ -34,7 +34,12 @@ std::uint8_t ByteArg(const CallArgs& args, std::size_t i) {
 using PixelRead = std::uint8_t (*)(const Document&, int, int);
 
 MethodSpec ChannelGetter(const char* name, const char* summary, PixelRead read) {
-    return {name, kFamily, kPoint, "byte", summary, [read](CallContext& c, CallArgs& args) {
+    return {name,
+            kFamily,
+            kPoint,
+            {ResultType::Integer, "byte"},
+            summary,
+            [read](CallContext& c, CallArgs& args) {
                 return Reply::Integer(read(c.document(), Arg(args, 0), Arg(args, 1)));
             }};
 }
@@ -69,7 +74,7 @@ MethodSpec BrushGetter(const char* name, const char* summary, BrushRead read) {
     return {name,
             kFamily,
             {},
-            "plane, or the integer -1 while no custom brush is active",
+            {ResultType::BrushPlane, "plane, or the integer -1 while no custom brush is active"},
             summary,
             [read](CallContext& c, CallArgs&) {
                 std::optional<Plane> plane = read(c.document());
@@ -92,16 +97,19 @@ std::vector<MethodSpec> BufferMethods() {
         {"Wib_BufferWidth",
          kFamily,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The document width in pixels.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(Wib_BufferWidth(c.document())); }},
         {"Wib_BufferHeight",
          kFamily,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The document height in pixels.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(Wib_BufferHeight(c.document())); }},
-        {"Wib_GetRGB", kFamily, kPoint, "integer: R + 256 * G + 65536 * B",
+        {"Wib_GetRGB",
+         kFamily,
+         kPoint,
+         {ResultType::Integer, "integer: R + 256 * G + 65536 * B"},
          "One pixel of the main buffer, packed.",
          [](CallContext& c, CallArgs& args) {
              return Reply::Integer(Wib_GetRGB(c.document(), Arg(args, 0), Arg(args, 1)));
@@ -161,7 +169,7 @@ std::vector<MethodSpec> BufferMethods() {
         {"Wib_GetAlphabits",
          kFamily,
          {},
-         "byte: 255 while the alpha buffer is in use, else 0",
+         {ResultType::Integer, "byte: 255 while the alpha buffer is in use, else 0"},
          "Whether the selection plane is in force.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(Wib_GetAlphabits(c.document())); }},
         AlphaSwitch("Wib_AlphaOn",
@@ -175,7 +183,7 @@ std::vector<MethodSpec> BufferMethods() {
         {"Wib_GetAlphaBounds",
          kFamily,
          {},
-         "array [left, top, right, bottom]",
+         {ResultType::Bounds, "array [left, top, right, bottom]"},
          "The inclusive box of alpha values above 0; right < left when nothing is selected.",
          [](CallContext& c, CallArgs&) {
              const AlphaBounds& b = c.document().SelectionBounds;
