@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The Wibbleton plug-in client for Python.
 
 A plug-in that Wibbleton starts finds the program's socket in WIBBLETON_SERVER
@@ -10,7 +11,8 @@ and its token in WIBBLETON_TOKEN:
     wib.Wib_SetRbuffer(red)
 
 Every method of the automation object is a method of Wibbleton_Class with the
-same name and arguments. A call the program refuses raises WibbletonError with
+same name and arguments (wibbleton_methods.py, generated from the program's
+method table). A call the program refuses raises WibbletonError with
 the program's error code and message. Uses Debian's python3-msgpack.
 """
 
@@ -18,6 +20,8 @@ import os
 import socket
 
 import msgpack
+
+from wibbleton_methods import WibbletonMethods
 
 __all__ = ["Plane", "Wibbleton_Class", "WibbletonError", "resolve_server_path"]
 
@@ -102,7 +106,7 @@ def _from_wire(value):
     return value
 
 
-class Wibbleton_Class:
+class Wibbleton_Class(WibbletonMethods):
     """The automation object of the running program."""
 
     def __init__(self, server=None, token=None):
@@ -142,38 +146,6 @@ class Wibbleton_Class:
 
     def __exit__(self, *exc):
         self.close()
-
-    def __getattr__(self, name):
-        if name.startswith(("Wib_", "Anim_", "GS_")):
-            return lambda *args: self.call(name, *args)
-        raise AttributeError(name)
-
-    # Helpers where the answer needs more than the plain value.
-
-    def Wib_RunCommand(self, command_id, params=None):
-        """True when the command ran, False when it refused."""
-        return self.call("Wib_RunCommand", command_id, params or {}) == -1
-
-    def Wib_GetAlphaBounds(self):
-        """(left, top, right, bottom); right < left when nothing is selected."""
-        return tuple(self.call("Wib_GetAlphaBounds"))
-
-    def _brush_plane(self, method):
-        result = self.call(method)
-        return None if result == -1 else result
-
-    def Wib_GetBrushRBuffer(self):
-        """The brush plane, or None while no custom brush is active."""
-        return self._brush_plane("Wib_GetBrushRBuffer")
-
-    def Wib_GetBrushGBuffer(self):
-        return self._brush_plane("Wib_GetBrushGBuffer")
-
-    def Wib_GetBrushBBuffer(self):
-        return self._brush_plane("Wib_GetBrushBBuffer")
-
-    def Wib_GetBrushABuffer(self):
-        return self._brush_plane("Wib_GetBrushABuffer")
 
     def _await(self, msgid):
         while True:
