@@ -3,7 +3,6 @@
 #include <functional>
 #include <utility>
 
-#include "core/buffer_access.h"
 #include "core/document_build.h"
 #include "plugins/rpc_error.h"
 #include "tests/plugins/server_fixture.h"
@@ -44,6 +43,10 @@ TEST_F(ServerProtocol, AWrongTokenIsRefusedAndClosed) {
     EXPECT_EQ(answer.errorCode, kErrorPermission);
     EXPECT_TRUE(client.waitClosed());
 
+    // The right token is answered -1 on a connection of its own.
+    RawClient right(server.fullServerName());
+    EXPECT_EQ(right.call("Wib_Connect", Params(std::string(kToken))).result().as<int>(), -1);
+
     // A bulky first message is refused before it is read whole.
     RawClient bulky(server.fullServerName());
     bulky.sendRaw(Bytes(Request(1, "Wib_Connect", Params(std::string(5000, 'x')))));
@@ -51,11 +54,15 @@ TEST_F(ServerProtocol, AWrongTokenIsRefusedAndClosed) {
 }
 
 TEST_F(ServerProtocol, CallsAnswerInOrderWhetherBatchedOrSplit) {
+    Document& doc = host.workspace.document;
+    doc.RBuffer.at(3, 2) = 1;
+    doc.GBuffer.at(3, 2) = 2;
+    doc.BBuffer.at(3, 2) = 3;
     auto client = connectedClient();
     // Three requests in one write.
     QByteArray batch = Bytes(Request(10, "Wib_BufferWidth", Params())) +
                        Bytes(Request(11, "Wib_NoSuchMethod", Params())) +
-                       Bytes(Request(12, "Wib_GetRGB", Params(0, 0)));
+                       Bytes(Request(12, "Wib_GetRGB", Params(3, 2)));
     client->sendRaw(batch);
     const auto first = client->next();
     const auto second = client->next();
@@ -65,10 +72,10 @@ TEST_F(ServerProtocol, CallsAnswerInOrderWhetherBatchedOrSplit) {
     EXPECT_EQ(first->result().as<int>(), 8);
     EXPECT_EQ(second->msgid, 11u);
     EXPECT_EQ(second->errorCode, kErrorUnknownMethod);
-    EXPECT_EQ(third->result().as<int>(), 0xFFFFFF);
+    EXPECT_EQ(third->result().as<int>(), 197121);
 
     // One request a byte at a time.
-    const QByteArray set = Bytes(Request(13, "Wib_SetRGB", Params(1, 1, 1, 2, 3)));
+    const QByteArray set = Bytes(Request(13, "Wib_SetRGB", Params(1, 1, 4, 5, 6)));
     for (char byte : set) {
         client->sendRaw(QByteArray(1, byte));
         RawClient::settle();
@@ -76,16 +83,26 @@ TEST_F(ServerProtocol, CallsAnswerInOrderWhetherBatchedOrSplit) {
     const auto fourth = client->next();
     ASSERT_TRUE(fourth);
     EXPECT_EQ(fourth->msgid, 13u);
-    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 1, 1), 197121);
+    EXPECT_EQ(doc.RBuffer.at(1, 1), 4);
+    EXPECT_EQ(doc.GBuffer.at(1, 1), 5);
+    EXPECT_EQ(doc.BBuffer.at(1, 1), 6);
 }
 
 TEST_F(ServerProtocol, PlanesTravelWholeAndNotificationsRunUnanswered) {
+    std::string expected;
+    Plane& green = host.workspace.document.GBuffer;
+    for (std::size_t i = 0; i < green.count(); ++i) {
+        green.data()[i] = static_cast<std::uint8_t>(i * 5);
+        expected += static_cast<char>(i * 5);
+    }
     auto client = connectedClient();
     const Response plane = client->call("Wib_GetGBuffer");
     const msgpack::object& value = plane.result();
     ASSERT_EQ(value.via.array.size, 3u);
     EXPECT_EQ(value.via.array.ptr[0].as<int>(), 8);
-    EXPECT_EQ(value.via.array.ptr[2].via.bin.size, 63u);
+    EXPECT_EQ(value.via.array.ptr[1].as<int>(), 6);
+    const msgpack::object_bin& bytes = value.via.array.ptr[2].via.bin;
+    EXPECT_EQ(std::string(bytes.ptr, bytes.size), expected);
 
     msgpack::sbuffer notification;
     msgpack::packer<msgpack::sbuffer> packer(notification);
@@ -126,7 +143,11 @@ TEST_F(ServerProtocol, AClientThatLeavesMidMessageChangesNothing) {
     RawClient::settle();
     client->close();
     EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
-    EXPECT_EQ(connectedClient()->call("Wib_GetR", Params(0, 0)).result().as<int>(), 255);
+    // The same message whole, from the next client, does change the plane.
+    auto next = connectedClient();
+    next->sendRaw(whole);
+    ASSERT_TRUE(next->next());
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 0);
 }
 
 TEST_F(ServerProtocol, AClientThatDiesHoldingLocksHasThemGivenBack) {
