@@ -104,8 +104,8 @@ void WriteCppOverload(std::ostream& out, const MethodSpec& method, std::size_t c
         out << (i > 0 ? ", " : "") << CppParameterType(method.args[i].type) << " " << name;
         names += ", " + name;
     }
-    out << ") {\n        " << (result == "void" ? "" : "return ") << "invoke<" << result
-        << ">(\"" << method.name << "\"" << names << ");\n    }\n";
+    out << ") {\n        " << (result == "void" ? "" : "return ") << "invoke<" << result << ">(\""
+        << method.name << "\"" << names << ");\n    }\n";
 }
 
 // Text as it may stand inside a """ docstring: a quote is escaped only
