@@ -11,9 +11,9 @@
 //     wib.Wib_SetRbuffer(red);
 //
 // Every method of the automation object is a member function of the same
-// name (wibbleton_methods.h, generated from the program's method table). A call the program refuses
-// throws WibbletonError with the program's error code; a lost connection throws std::system_error
-// or std::runtime_error.
+// name (wibbleton_methods.h, generated from the program's method table). A
+// call the program refuses throws WibbletonError with the program's error
+// code; a lost connection throws std::system_error or std::runtime_error.
 
 #ifndef MSGPACK_NO_BOOST
 #define MSGPACK_NO_BOOST
