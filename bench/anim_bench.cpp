@@ -17,7 +17,6 @@
 #include "anim/frame_store.h"
 #include "app/system_host.h"
 #include "bench/figures.h"
-#include "core/buffer_access.h"
 #include "core/commands.h"
 #include "core/document_build.h"
 #include "core/document_commands.h"
@@ -82,11 +81,11 @@ void TwoThreadCopy(benchmark::State& state, int width, int height) {
 
 // Stamps every redraw of the canvas, the moment a new frame is shown, and
 // stops playback once enough frames have been.
-class FrameTimer : public wib::ViewRelay {
+class FrameTimer : public wib::ViewList {
   public:
     FrameTimer(const wib::Clock& clock, std::size_t frames) : clock_(clock), frames_(frames) {}
     void refresh() override {
-        ViewRelay::refresh();
+        ViewList::refresh();
         if (store != nullptr && store->PlayingFlag() == -1) {
             stamps.push_back(clock_.now());
             if (stamps.size() > frames_) {
@@ -117,21 +116,21 @@ void Playback(benchmark::State& state) {
     wib::CommandRegistry commands;
     wib::RegisterDocumentCommands(commands);
     wib::FrameStore store(workspace, CropFile());
-    wib::RegisterAnimationCommands(commands, store, [] { return 0xFFFFFF; });
+    wib::RegisterAnimationCommands(commands, store);
     wib::NewDocument(workspace, 1920, 1080);
 
     wib::ProgramPaths paths;
     paths.tempDir = std::filesystem::temp_directory_path();
     paths.userDir = paths.tempDir / "wib-bench-user";
     wib::MDI_MainForm form(workspace, commands, paths);
-    view.attach(&form);
+    const wib::Subscription shown = view.attach(form);
     form.show();
     wib::AttachAnimationPanels(form, store, commands);
     store.CreateAnimation(12, 255);
     for (int f = 0; f < 12; ++f) {
         store.GotoFrame(f);
         const auto shade = static_cast<std::uint8_t>(f * 20);
-        wib::Wib_ClearBuffer(workspace.document, shade, 255 - shade, 128);
+        wib::ClearImage(workspace.document, {shade, static_cast<std::uint8_t>(255 - shade), 128});
     }
     store.setFrameRateField("24");
     view.store = &store;
@@ -154,7 +153,6 @@ void Playback(benchmark::State& state) {
         state.SetIterationTime(mean);
     }
     state.counters["largest_deviation_ms"] = worst * 1e3;
-    view.attach(nullptr);
 }
 
 // The interval playback aims for: the frame delay that 24 fps give, 41 ms.

@@ -21,6 +21,7 @@
 #include "core/commands.h"
 #include "plugins/automation_server.h"
 #include "plugins/sdk/cpp/wibbleton_client.h"
+#include "tests/plugins/program_parts.h"
 #include "tests/support/test_host.h"
 
 namespace {
@@ -72,8 +73,9 @@ class ServerThread {
     wib::testing::TestHost host_;
     wib::CommandRegistry commands_;
     NoControls controls_;
-    wib::AutomationHost automation_{host_.workspace, commands_, controls_, "", "", 1,
-                                    nullptr,         nullptr,   nullptr};
+    wib::testing::ProgramParts parts_{host_.workspace};
+    wib::AutomationHost automation_{host_.workspace, commands_,    controls_,    "", "", 1,
+                                    parts_.paint,    parts_.files, parts_.frames};
     std::unique_ptr<QThread> thread_;
     std::string path_;
 };

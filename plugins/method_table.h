@@ -38,13 +38,32 @@ struct CallContext {
 
 using MethodHandler = std::function<Reply(CallContext&, CallArgs&)>;
 
+// What an answer holds, as the generated clients type it.
+enum class ResultType {
+    Nothing,
+    Integer,
+    Number,
+    Text,
+    Flag,        // -1 or 0
+    Plane,       // [ubX, ubY, bin]
+    BrushPlane,  // a plane, or -1 while no custom brush is active
+    Bounds,      // [left, top, right, bottom]
+    Commands,    // the command list
+    Value,       // an integer, number or text
+};
+
+struct MethodResult {
+    ResultType type;
+    const char* text;  // what the answer is, in words
+};
+
 // One method of the automation object: dispatch, Wib_ListCommands' neighbours
 // and the method reference are all read from these.
 struct MethodSpec {
     std::string name;  // spelt exactly as plug-ins call it
     std::string family;
     std::vector<ArgSpec> args;
-    std::string result;   // what the answer is, in words
+    MethodResult result;
     std::string summary;  // one line
     MethodHandler handler;
 };

@@ -10,8 +10,8 @@ namespace wib {
 namespace {
 
 constexpr const char* kFamily = "Animation frames";
-constexpr const char* kNothing = "nothing";
-constexpr const char* kFramePlane = "plane: a copy of one colour of the frame";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
+constexpr MethodResult kFramePlane{ResultType::Plane, "plane: a copy of one colour of the frame"};
 
 FrameStore& Frames(CallContext& c) {
     return c.host.frames;
@@ -39,7 +39,7 @@ MethodSpec IndexAction(const char* name, const char* summary, void (*action)(Fra
 
 MethodSpec Count(const char* name, const char* summary, std::int32_t (*read)(const FrameStore&)) {
     return {name,    kFamily,
-            {},      "integer",
+            {},      {ResultType::Integer, "integer"},
             summary, [read](CallContext& c, CallArgs&) { return Reply::Integer(read(Frames(c))); }};
 }
 
@@ -162,7 +162,7 @@ std::vector<MethodSpec> AnimationMethods() {
         {"Anim_Get_Name",
          kFamily,
          {},
-         "text",
+         {ResultType::Text, "text"},
          "The animation's name.",
          [](CallContext& c, CallArgs&) { return Reply::Text(Frames(c).name()); }},
     };

@@ -15,8 +15,8 @@ constexpr const char* kPluginBufferSizeFault =
     "Plugin fault.  Cannot set buffer because buffer size has changed.";
 
 constexpr const char* kFamily = "Pixel and buffer access";
-constexpr const char* kNothing = "nothing";
-constexpr const char* kPlane = "plane: a copy of the whole plane";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
+constexpr MethodResult kPlane{ResultType::Plane, "plane: a copy of the whole plane"};
 
 const std::vector<ArgSpec> kPoint = {{"x", ArgType::Short}, {"y", ArgType::Short}};
 const std::vector<ArgSpec> kColour = {
@@ -36,7 +36,12 @@ std::uint8_t ByteArg(const CallArgs& args, std::size_t i) {
 }
 
 MethodSpec ChannelGetter(const char* name, const char* summary, Plane Document::*plane) {
-    return {name, kFamily, kPoint, "byte", summary, [plane](CallContext& c, CallArgs& args) {
+    return {name,
+            kFamily,
+            kPoint,
+            {ResultType::Integer, "byte"},
+            summary,
+            [plane](CallContext& c, CallArgs& args) {
                 return Reply::Integer((c.document().*plane).at(Arg(args, 0), Arg(args, 1)));
             }};
 }
@@ -77,7 +82,7 @@ MethodSpec BrushGetter(const char* name, const char* summary,
     return {name,
             kFamily,
             {},
-            "plane, or the integer -1 while no custom brush is active",
+            {ResultType::BrushPlane, "plane, or the integer -1 while no custom brush is active"},
             summary,
             [read](CallContext& c, CallArgs&) {
                 const BrushImage& brush = c.workspace().brush;
@@ -100,16 +105,19 @@ std::vector<MethodSpec> BufferMethods() {
         {"Wib_BufferWidth",
          kFamily,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The document width in pixels.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(c.document().width); }},
         {"Wib_BufferHeight",
          kFamily,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The document height in pixels.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(c.document().height); }},
-        {"Wib_GetRGB", kFamily, kPoint, "integer: R + 256 * G + 65536 * B",
+        {"Wib_GetRGB",
+         kFamily,
+         kPoint,
+         {ResultType::Integer, "integer: R + 256 * G + 65536 * B"},
          "One pixel of the main buffer, packed.",
          [](CallContext& c, CallArgs& args) {
              const Document& doc = c.document();
@@ -174,7 +182,7 @@ std::vector<MethodSpec> BufferMethods() {
         {"Wib_GetAlphabits",
          kFamily,
          {},
-         "byte: 255 while the alpha buffer is in use, else 0",
+         {ResultType::Integer, "byte: 255 while the alpha buffer is in use, else 0"},
          "Whether the selection plane is in force.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(c.document().AlphaBitsFlag); }},
         AlphaSwitch("Wib_AlphaOn",
@@ -188,7 +196,7 @@ std::vector<MethodSpec> BufferMethods() {
         {"Wib_GetAlphaBounds",
          kFamily,
          {},
-         "array [left, top, right, bottom]",
+         {ResultType::Bounds, "array [left, top, right, bottom]"},
          "The inclusive box of alpha values above 0; right < left when nothing is selected.",
          [](CallContext& c, CallArgs&) {
              const AlphaBounds b = SelectionBounds(c.document());

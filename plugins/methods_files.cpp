@@ -13,7 +13,8 @@ namespace wib {
 namespace {
 
 constexpr const char* kFamily = "Application and window";
-constexpr const char* kDone = "flag: -1 when done, 0 when refused (the user was told why)";
+constexpr MethodResult kDone{ResultType::Flag,
+                             "flag: -1 when done, 0 when refused (the user was told why)"};
 
 const std::vector<ArgSpec> kPath = {{"path", ArgType::Text}};
 
@@ -63,7 +64,7 @@ std::vector<MethodSpec> FileMethods() {
         {"Wib_NewFilename",
          kFamily,
          {{"name", ArgType::Text}},
-         "text",
+         {ResultType::Text, "text"},
          "The next name of a numbered series: name0009.tga gives name0010.tga; a name without a "
          "number gets 0001.",
          [](CallContext&, CallArgs& args) { return Reply::Text(NextNumberedName(args.text(0))); }},

@@ -16,7 +16,7 @@ constexpr const char* kStrokes = "Strokes";
 constexpr const char* kSettings = "Brush settings";
 constexpr const char* kImage = "Brush image";
 constexpr const char* kColours = "Colour and look-up tables";
-constexpr const char* kNothing = "nothing";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
 
 PaintSession& Paint(CallContext& c) {
     return c.host.paint;
@@ -63,7 +63,7 @@ std::pair<MethodSpec, MethodSpec> Option(const char* getter, const char* setter,
     MethodSpec get{getter,
                    kSettings,
                    {},
-                   "integer",
+                   {ResultType::Integer, "integer"},
                    std::string("The brush's ") + what + ".",
                    [bound](CallContext& c, CallArgs&) {
                        return Reply::Integer(bound->get(Paint(c).state().options));
@@ -101,7 +101,7 @@ MethodSpec ColourGetter(const char* name, const char* summary, PackedColour Colo
     return {name,
             kColours,
             {},
-            "integer: R + 256 * G + 65536 * B",
+            {ResultType::Integer, "integer: R + 256 * G + 65536 * B"},
             summary,
             [colour](CallContext& c, CallArgs&) {
                 return Reply::Integer((c.workspace().colours.*colour).packed());
@@ -139,14 +139,14 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_GetInterfacePen",
          kStrokes,
          {},
-         "number 0..1",
+         {ResultType::Number, "number 0..1"},
          "The pen pressure of the last canvas event (1 for the mouse).",
          [](CallContext& c, CallArgs&) { return Reply::Number(Paint(c).state().pressure); }},
 
         {"Wib_GetBrushSettings",
          kSettings,
          {},
-         "text: the file's path",
+         {ResultType::Text, "text: the file's path"},
          "Writes the brush settings record (176 bytes) to WT_BrushSettings.dat in the temporary "
          "folder and answers its path.",
          [](CallContext& c, CallArgs&) {
@@ -159,7 +159,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_SetBrushSettings",
          kSettings,
          {{"path", ArgType::Text}},
-         "flag: -1 when applied",
+         {ResultType::Flag, "flag: -1 when applied"},
          "Reads a brush settings record and sets every control from it. A missing or short file "
          "is reported to the user and changes nothing (answer 0).",
          [](CallContext& c, CallArgs& args) {
@@ -168,7 +168,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_GetBrushType",
          kSettings,
          {},
-         "integer: 0 smooth, 1 dabs, 2 image dabs",
+         {ResultType::Integer, "integer: 0 smooth, 1 dabs, 2 image dabs"},
          "Which brush-type button is down.",
          [](CallContext& c, CallArgs&) {
              return Reply::Integer(static_cast<int>(Paint(c).brushType()));
@@ -208,7 +208,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_Get_InternalBrushID",
          kSettings,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The built-in brush last chosen, 0..3.",
          [](CallContext& c, CallArgs&) {
              return Reply::Integer(Paint(c).state().options.builtinBrush);
@@ -226,7 +226,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_GetBrushWidth",
          kImage,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The brush image's width.",
          [](CallContext& c, CallArgs&) {
              return Reply::Integer(static_cast<long long>(Brush(c).mask().stride()));
@@ -234,7 +234,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_GetBrushHeight",
          kImage,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "The brush image's height.",
          [](CallContext& c, CallArgs&) {
              return Reply::Integer(static_cast<long long>(Brush(c).mask().rows()));
@@ -283,7 +283,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_GetBrushA",
          kImage,
          {{"x", ArgType::Short}, {"y", ArgType::Short}},
-         "byte",
+         {ResultType::Integer, "byte"},
          "One alpha value of the brush image.",
          [](CallContext& c, CallArgs& args) {
              return Reply::Integer(Brush(c).A().at(Arg(args, 0), Arg(args, 1)));
@@ -301,7 +301,7 @@ std::vector<MethodSpec> PaintMethods() {
         {"Wib_GetBrushRGB",
          kImage,
          {{"x", ArgType::Short}, {"y", ArgType::Short}},
-         "integer: R + 256 * G + 65536 * B",
+         {ResultType::Integer, "integer: R + 256 * G + 65536 * B"},
          "One pixel of the brush image, packed.",
          [](CallContext& c, CallArgs& args) {
              const BrushImage& brush = Brush(c);

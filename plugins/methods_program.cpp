@@ -86,7 +86,7 @@ std::vector<MethodSpec> ProgramMethods() {
         {"Wib_Connect",
          kFamily,
          {{"token", ArgType::Text}},
-         "integer: -1",
+         {ResultType::Integer, "integer: -1"},
          "Must be the first request on a connection, with the token from WIBBLETON_TOKEN. "
          "Anything else first, or a wrong token, gets error 70 and the connection is closed.",
          [](CallContext& c, CallArgs& args) {
@@ -98,33 +98,35 @@ std::vector<MethodSpec> ProgramMethods() {
         {"Wib_GetThreadcount",
          kFamily,
          {},
-         "integer",
+         {ResultType::Integer, "integer"},
          "How many worker threads the program's parallel work uses.",
          [](CallContext& c, CallArgs&) { return Reply::Integer(c.host.threadCount); }},
         {"Wib_GetAppDir",
          kFamily,
          {},
-         "text",
+         {ResultType::Text, "text"},
          "The program's folder.",
          [](CallContext& c, CallArgs&) { return Reply::Text(c.host.appDir); }},
         {"Wib_GetTempDir",
          kFamily,
          {},
-         "text",
+         {ResultType::Text, "text"},
          "A folder for temporary files.",
          [](CallContext& c, CallArgs&) { return Reply::Text(c.host.tempDir); }},
         {"Wib_ListCommands",
          kFamily,
          {},
-         "array of maps {id, caption, menu, params: [{name, caption, type, min, max, default, "
-         "choices}]}",
+         {ResultType::Commands,
+          "array of maps {id, caption, menu, params: [{name, caption, type, min, max, default, "
+          "choices}]}"},
          "The program's command table: every menu command and the values its dialog asks for, "
          "with their starting values now. Captions are the menu's, '&' marking the access key.",
          [](CallContext& c, CallArgs&) { return ListCommands(c); }},
         {"Wib_RunCommand",
          kFamily,
          {{"id", ArgType::Text}, {"params", ArgType::Params, true}},
-         "integer: -1 when the command ran, 0 when it refused (it has told the user why)",
+         {ResultType::Flag,
+          "integer: -1 when the command ran, 0 when it refused (it has told the user why)"},
          "Runs a menu command as the menu does, taking its dialog's values from params and the "
          "dialog's starting values for the rest. An unknown id, name, type or range is error 5 "
          "and nothing runs.",
@@ -132,7 +134,7 @@ std::vector<MethodSpec> ProgramMethods() {
         {"Wib_GetControl",
          kFamily,
          {{"panel", ArgType::Text}, {"control", ArgType::Text}},
-         "the control's value: integer (check boxes -1 / 0), number or text",
+         {ResultType::Value, "the control's value: integer (check boxes -1 / 0), number or text"},
          "Reads a panel control by the panel's and the control's object names. An unknown "
          "panel or control is error 5.",
          [](CallContext& c, CallArgs& args) {
@@ -145,7 +147,7 @@ std::vector<MethodSpec> ProgramMethods() {
         {"Wib_SetControl",
          kFamily,
          {{"panel", ArgType::Text}, {"control", ArgType::Text}, {"value", ArgType::Value}},
-         "nothing",
+         {ResultType::Nothing, "nothing"},
          "Sets a panel control and runs its change handler, as a user's click would. An "
          "unknown panel or control, or a value that does not suit it, is error 5.",
          [](CallContext& c, CallArgs& args) {

@@ -10,7 +10,7 @@ namespace wib {
 namespace {
 
 constexpr const char* kFamily = "Refresh, locking and undo";
-constexpr const char* kNothing = "nothing";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
 
 MethodSpec Plain(const char* name, const char* summary, void (*action)(CallContext&)) {
     return {name, kFamily, {}, kNothing, summary, [action](CallContext& context, CallArgs&) {

@@ -13,7 +13,7 @@ namespace wib {
 namespace {
 
 constexpr const char* kFamily = "Status and messages";
-constexpr const char* kNothing = "nothing";
+constexpr MethodResult kNothing{ResultType::Nothing, "nothing"};
 constexpr const char* kDefaultTitle = "Wibbleton";
 
 Prompter& PrompterOf(CallContext& c) {
@@ -42,7 +42,7 @@ MethodSpec FileRequestMethod(const char* name, const char* summary, FileRequest 
         name,
         kFamily,
         {{"title", ArgType::Text}, {"filter", ArgType::Text, true}},
-        "text: the chosen path, empty when cancelled",
+        {ResultType::Text, "text: the chosen path, empty when cancelled"},
         summary,
         [request](CallContext& c, CallArgs& args) {
             const std::string filter = args.size() > 1 ? args.text(1) : "All files (*)";
@@ -112,7 +112,7 @@ std::vector<MethodSpec> StatusMethods() {
         {"Wib_MessageBox",
          kFamily,
          {{"text", ArgType::Text}, {"title", ArgType::Text, true}},
-         "integer: 1 (the OK button)",
+         {ResultType::Integer, "integer: 1 (the OK button)"},
          "Shows a message box; the title defaults to \"Wibbleton\".",
          [](CallContext& c, CallArgs& args) {
              PrompterOf(c).messageBox(args.text(0), TitleArg(args, 1));
@@ -121,7 +121,7 @@ std::vector<MethodSpec> StatusMethods() {
         {"Wib_QuestionBox",
          kFamily,
          {{"text", ArgType::Text}, {"title", ArgType::Text, true}},
-         "integer: 1 for the first button (Yes), 2 for the second (No)",
+         {ResultType::Integer, "integer: 1 for the first button (Yes), 2 for the second (No)"},
          "Asks with the program's own two-button question box; the title defaults to "
          "\"Wibbleton\".",
          [](CallContext& c, CallArgs& args) {
@@ -133,7 +133,7 @@ std::vector<MethodSpec> StatusMethods() {
           {"default", ArgType::Number},
           {"min", ArgType::Number},
           {"max", ArgType::Number}},
-         "number: the value entered, the default when cancelled",
+         {ResultType::Number, "number: the value entered, the default when cancelled"},
          "Asks for a number between min and max.",
          [](CallContext& c, CallArgs& args) { return ValueBox(c, args, 0); }},
         {"Wib_ValueBox2",
@@ -143,7 +143,7 @@ std::vector<MethodSpec> StatusMethods() {
           {"default", ArgType::Number},
           {"min", ArgType::Number},
           {"max", ArgType::Number}},
-         "number: the value entered, the default when cancelled",
+         {ResultType::Number, "number: the value entered, the default when cancelled"},
          "Wib_ValueBox with a title first. The program's value box has a fixed title, so the "
          "title is accepted and not shown.",
          [](CallContext& c, CallArgs& args) { return ValueBox(c, args, 1); }},
@@ -159,7 +159,7 @@ std::vector<MethodSpec> StatusMethods() {
         {"Wib_DirectoryBrowse",
          kFamily,
          {{"title", ArgType::Text}},
-         "text: the chosen folder, empty when cancelled",
+         {ResultType::Text, "text: the chosen folder, empty when cancelled"},
          "Asks for a folder.",
          [](CallContext& c, CallArgs& args) {
              return Reply::Text(PrompterOf(c).directoryBrowse(args.text(0)));

@@ -12,7 +12,8 @@ namespace {
 class AnimationCommands : public FrameStoreTest {
   protected:
     AnimationCommands() {
-        RegisterAnimationCommands(commands, store, [this] { return secondary; });
+        host.workspace.colours.secondary = {0x10, 0x11, 0x12};
+        RegisterAnimationCommands(commands, store);
     }
 
     CommandOutcome::Status run(const std::string& id,
@@ -20,7 +21,6 @@ class AnimationCommands : public FrameStoreTest {
         return commands.run(host.workspace, id, values).status;
     }
 
-    std::int32_t secondary = 0x121110;
     CommandRegistry commands;
 };
 

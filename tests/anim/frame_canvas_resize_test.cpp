@@ -53,7 +53,7 @@ class FrameCanvasResize : public FrameStoreTest {
 
 TEST_F(FrameCanvasResize, EveryFrameMovesAndFillsLikeTheImage) {
     patternFrames(3);
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, 1, 2, 3, 4));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, {1, 2, 3}, 4));
     expectResizedFrames(3);
     store.GotoFrame(1);
     EXPECT_EQ(host.workspace.document.RBuffer.at(2, 0), 108) << "frames fit the new image";
@@ -63,7 +63,7 @@ TEST_F(FrameCanvasResize, FramesWaitInTheCropFileWhenBothStacksDoNotFit) {
     patternFrames(3);
     // The new stack alone fits; the old and new together do not.
     host.system.memory = 3 * 60 * 3 - 1;
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, 1, 2, 3, 4));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, {1, 2, 3}, 4));
     expectResizedFrames(3);
 }
 
@@ -71,23 +71,21 @@ TEST_F(FrameCanvasResize, WithoutTheCropFileFramesAreResizedInMemory) {
     FrameStore elsewhere(host.workspace, "/nonexistent-folder/CropAnim.tmp");
     elsewhere.attachDisplay(&display);
     ASSERT_TRUE(elsewhere.CreateAnimation(2, 255));
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, 1, 2, 3, 4));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, {1, 2, 3}, 4));
     EXPECT_EQ(elsewhere.FrameCount(), 2);
     EXPECT_EQ(elsewhere.framePlane(FrameColour::Green, 1).at(0, 0), 2);
     EXPECT_EQ(elsewhere.framePlane(FrameColour::Green, 1).at(2, 0), 255);
 }
 
-TEST_F(FrameCanvasResize, AnAnimationThatCannotBeResizedIsFreedWithAMessage) {
+TEST_F(FrameCanvasResize, ACanvasChangeTheFramesCannotFollowIsRefusedWhole) {
     FrameStore elsewhere(host.workspace, "/nonexistent-folder/CropAnim.tmp");
     ASSERT_TRUE(elsewhere.CreateAnimation(2, 255));
     host.system.memory = 2 * 60 * 3 - 1;
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 11, 4, 1, 2, 3, 4));
-    EXPECT_EQ(elsewhere.FrameCount(), 0);
-    const auto& messages = host.prompter.messages;
-    EXPECT_NE(std::find(messages.begin(), messages.end(),
-                        "The animation frames could not be resized to the new canvas size, so "
-                        "the animation was freed."),
-              messages.end());
+    EXPECT_FALSE(ChangeCanvasSize(host.workspace, 11, 4, {1, 2, 3}, 4));
+    EXPECT_EQ(elsewhere.FrameCount(), 2);
+    EXPECT_EQ(elsewhere.framePlane(FrameColour::Red, 1).ubX(), host.workspace.document.width);
+    EXPECT_NE(host.workspace.document.width, 11);
+    EXPECT_EQ(host.prompter.messages.back(), "Not enough memory to change the canvas size.");
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "anim/frame_methods.h"
 #include "tests/anim/frame_store_fixture.h"
 
 namespace wib::testing {
@@ -41,13 +40,13 @@ TEST(FrameRate, TheDefaultComesFromThePreferences) {
 
 TEST_F(FrameStoreTest, SettingTheRateFieldRecomputesTheDelay) {
     EXPECT_EQ(store.FrameDelayMs(), 41) << "24 fps to start";
-    Wib_SetFrameRate(store, 12);
+    store.setFrameRate(12);
     EXPECT_EQ(store.frameRateField(), "12");
     EXPECT_EQ(store.FrameDelayMs(), 83);
-    EXPECT_EQ(Wib_GetFrameRate(store), 12);
+    EXPECT_EQ(store.frameRate(), 12);
     store.setFrameRateField("fast");
     EXPECT_EQ(store.FrameDelayMs(), 1000);
-    EXPECT_EQ(Wib_GetFrameRate(store), 0);
+    EXPECT_EQ(store.frameRate(), 0);
 }
 
 }  // namespace

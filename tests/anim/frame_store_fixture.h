@@ -9,7 +9,6 @@
 
 #include "anim/frame_store.h"
 #include "anim/playback_display.h"
-#include "core/buffer_access.h"
 #include "tests/support/test_host.h"
 
 namespace wib::testing {
@@ -40,8 +39,8 @@ class FrameStoreTest : public ::testing::Test {
     }
 
     void paint(std::uint8_t v) {
-        Wib_ClearBuffer(host.workspace.document, v, static_cast<std::uint8_t>(v + 1),
-                        static_cast<std::uint8_t>(v + 2));
+        ClearImage(host.workspace.document,
+                   {v, static_cast<std::uint8_t>(v + 1), static_cast<std::uint8_t>(v + 2)});
     }
 
     static bool Uniform(const std::uint8_t* bytes, std::size_t count, std::uint8_t v) {

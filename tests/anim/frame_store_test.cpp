@@ -121,7 +121,8 @@ TEST_F(FrameStoreTest, GoingToAFrameClampsToZeroAndToTheFrameCount) {
 TEST_F(FrameStoreTest, TheFrameUpdateAndRedrawCanBeLeftOut) {
     makeNumberedFrames(3);
     std::vector<int> updates;
-    store.beforeFrameLoad = [&](int frame) { updates.push_back(frame); };
+    const Subscription listening = host.workspace.events.beforeFrameLoad.subscribe(
+        [&](int frame) { updates.push_back(frame); });
     const int redraws = host.view.refreshes;
     store.GotoFrame(1);
     store.GotoFrame(2, {.frameUpdate = false, .redraw = true});

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "anim/frame_methods.h"
 #include "tests/anim/frame_store_fixture.h"
 
 namespace wib::testing {
@@ -48,7 +47,7 @@ TEST_F(Playback, LoopsForwardOverEveryFrameUntilStopped) {
 
 TEST_F(Playback, FramesAreShownOneDelayApart) {
     makeNumberedFrames(3);
-    Wib_SetFrameRate(store, 24);
+    store.setFrameRate(24);
     play(5);
     for (std::size_t i = 1; i < times.size(); ++i) {
         const auto interval = times[i] - times[i - 1];

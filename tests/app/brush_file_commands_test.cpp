@@ -3,10 +3,10 @@
 #include <filesystem>
 
 #include "app/brush_file_commands.h"
-#include "core/buffer_access.h"
 #include "core/commands.h"
 #include "fileio/bitmap_reader.h"
 #include "paint/paint_session.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
@@ -15,7 +15,7 @@ namespace {
 TEST(BrushFileCommands, ABitmapBecomesTheCurrentImageBrush) {
     testing::TestHost host;
     host.newDocument(6, 4);
-    Wib_SetRGB(host.workspace.document, 2, 1, 7, 8, 9);
+    SetPixel(host.workspace.document, 2, 1, {7, 8, 9});
     const auto file = std::filesystem::temp_directory_path() / "wib-brush-command.bmp";
     ASSERT_TRUE(SaveBMP(host.workspace, file.string()));
 
@@ -24,8 +24,8 @@ TEST(BrushFileCommands, ABitmapBecomesTheCurrentImageBrush) {
     RegisterBrushFileCommands(commands, paint);
     const auto outcome = commands.run(host.workspace, "brush.load", {{"path", file.string()}});
     EXPECT_EQ(outcome.status, CommandOutcome::Status::Done);
-    EXPECT_TRUE(paint.state().imageBrush);
-    EXPECT_EQ(host.workspace.document.BrushR.at(2, 1), 7);
+    EXPECT_TRUE(host.workspace.brush.active());
+    EXPECT_EQ(host.workspace.brush.R.at(2, 1), 7);
 
     const auto missing =
         commands.run(host.workspace, "brush.load", {{"path", std::string("/no/such.tga")}});

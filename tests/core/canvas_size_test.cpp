@@ -1,20 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "core/buffer_access.h"
 #include "core/canvas_size.h"
 #include "core/undo.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
 namespace {
-
-TEST(CanvasSize, HalfRoundsToTheEvenNeighbour) {
-    const std::pair<int, int> cases[] = {{0, 0}, {1, 0},  {2, 1},   {3, 2},   {5, 2},
-                                         {7, 4}, {-1, 0}, {-3, -2}, {-5, -2}, {-6, -3}};
-    for (auto [v, half] : cases) {
-        EXPECT_EQ(HalfToEven(v), half) << v;
-    }
-}
 
 TEST(CanvasSize, AnchorsPlaceTheOldImage) {
     EXPECT_EQ(AnchorOffsets(4, 10, 10, 13, 10).dx, 2);  // 1.5 -> 2
@@ -49,12 +41,19 @@ void Pattern(Document& doc) {
 
 class RecordingStore : public CanvasResizeStore {
   public:
-    void resizeForCanvas(Workspace& workspace, const CanvasChange& change) override {
+    explicit RecordingStore(bool before, bool refuse = false) : before_(before), refuse_(refuse) {}
+    bool resizeBeforePlanes() const override { return before_; }
+    bool resizeForCanvas(Workspace& workspace, const CanvasChange& change) override {
         changes.push_back(change);
         widthSeen = workspace.document.width;
+        return !refuse_;
     }
     std::vector<CanvasChange> changes;
     int widthSeen = 0;
+
+  private:
+    bool before_;
+    bool refuse_;
 };
 
 TEST(CanvasSize, GrowingCentredKeepsPixelsAndFillsNewArea) {
@@ -62,7 +61,7 @@ TEST(CanvasSize, GrowingCentredKeepsPixelsAndFillsNewArea) {
     host.newDocument(4, 3);
     Document& doc = host.workspace.document;
     Pattern(doc);
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 7, 6, 10, 20, 30, 4));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 7, 6, {10, 20, 30}, 4));
     // dW = 3 -> dx = 2 (1.5 to even), dH = 3 -> dy = 2.
     EXPECT_EQ(doc.width, 7);
     EXPECT_EQ(doc.RBuffer.ubX(), 7);
@@ -78,7 +77,7 @@ TEST(CanvasSize, GrowingCentredKeepsPixelsAndFillsNewArea) {
             EXPECT_EQ(doc.SwapB.at(x, y), old ? v : 30);
         }
     }
-    EXPECT_EQ(doc.Zoom, 100);
+    EXPECT_EQ(host.workspace.view.zoom, 100);
 }
 
 TEST(CanvasSize, ShrinkingBottomRightCropsTheTopLeft) {
@@ -86,7 +85,7 @@ TEST(CanvasSize, ShrinkingBottomRightCropsTheTopLeft) {
     host.newDocument(6, 5);
     Document& doc = host.workspace.document;
     Pattern(doc);
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 4, 2, 0, 0, 0, 8));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 4, 2, {0, 0, 0}, 8));
     // dx = -2, dy = -3: old (2..5, 3..4) survives at (0..3, 0..1).
     for (int y = 0; y < 2; ++y) {
         for (int x = 0; x < 4; ++x) {
@@ -102,13 +101,12 @@ TEST(CanvasSize, ShrinkingBottomRightCropsTheTopLeft) {
 TEST(CanvasSize, SavesAStepBeforeAndAfterAndTellsTheStores) {
     testing::TestHost host;
     host.newDocument(4, 4);
-    RecordingStore frames, layers;
-    host.workspace.frameStore = &frames;
-    host.workspace.layerStore = &layers;
+    RecordingStore frames(true), layers(false);
+    host.workspace.resizeStores = {&frames, &layers};
     Document& doc = host.workspace.document;
-    Wib_ClearBuffer(doc, 1, 2, 3);
+    ClearImage(doc, {1, 2, 3});
 
-    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 6, 4, 9, 9, 9, 0));
+    ASSERT_TRUE(ChangeCanvasSize(host.workspace, 6, 4, {9, 9, 9}, 0));
     ASSERT_EQ(frames.changes.size(), 1u);
     EXPECT_EQ(frames.widthSeen, 4) << "frames resize before the planes are rebuilt";
     EXPECT_EQ(layers.widthSeen, 6) << "layers resize after";
@@ -117,28 +115,46 @@ TEST(CanvasSize, SavesAStepBeforeAndAfterAndTellsTheStores) {
 
     const UndoRing& ring = host.workspace.undo;
     EXPECT_EQ(ring.UndoIndex, ring.UndoMaxIndex - 1) << "two saves into the new ring";
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
+    EXPECT_EQ(PackedPixel(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
     // The step saved after the change holds the image on screen, so the first
     // undo goes on to the freshly rebuilt (white) planes; redo comes back.
     ASSERT_TRUE(EditUndo(host.workspace));
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 0xFFFFFF);
+    EXPECT_EQ(PackedPixel(doc, 0, 0), 0xFFFFFF);
     ASSERT_TRUE(EditRedo(host.workspace));
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
+    EXPECT_EQ(PackedPixel(doc, 0, 0), 1 + 2 * 256 + 3 * 65536);
 }
 
 TEST(CanvasSize, BadSizeChangesNothing) {
     testing::TestHost host;
     host.newDocument(4, 4);
-    RecordingStore frames;
-    host.workspace.frameStore = &frames;
-    Wib_SetRGB(host.workspace.document, 1, 1, 5, 6, 7);
+    RecordingStore frames(true);
+    host.workspace.resizeStores = {&frames};
+    SetPixel(host.workspace.document, 1, 1, {5, 6, 7});
     for (auto [w, h] : {std::pair{0, 4}, {4, -1}, {20000, 4}}) {
-        EXPECT_FALSE(ChangeCanvasSize(host.workspace, w, h, 0, 0, 0, 4));
+        EXPECT_FALSE(ChangeCanvasSize(host.workspace, w, h, {0, 0, 0}, 4));
     }
     EXPECT_EQ(host.prompter.messages.size(), 3u);
     EXPECT_TRUE(frames.changes.empty());
     EXPECT_EQ(host.workspace.document.width, 4);
-    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 1, 1), 5 + 6 * 256 + 7 * 65536);
+    EXPECT_EQ(PackedPixel(host.workspace.document, 1, 1), 5 + 6 * 256 + 7 * 65536);
+}
+
+TEST(CanvasSize, AStoreThatCannotFollowLeavesEverythingAsItWas) {
+    testing::TestHost host;
+    host.newDocument(4, 4);
+    RecordingStore frames(true, true), layers(false);
+    host.workspace.resizeStores = {&frames, &layers};
+    SetPixel(host.workspace.document, 1, 1, {5, 6, 7});
+    const int steps = host.workspace.undo.UndoSteps;
+
+    EXPECT_FALSE(ChangeCanvasSize(host.workspace, 9, 9, {0, 0, 0}, 4));
+    EXPECT_EQ(host.prompter.messages.size(), 1u);
+    EXPECT_TRUE(layers.changes.empty());
+    EXPECT_EQ(host.workspace.document.width, 4);
+    EXPECT_EQ(host.workspace.document.RBuffer.ubX(), 4);
+    EXPECT_EQ(PackedPixel(host.workspace.document, 1, 1), 5 + 6 * 256 + 7 * 65536);
+    EXPECT_EQ(host.workspace.undo.UndoSteps, steps);
+    EXPECT_FALSE(host.workspace.document.modified);
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "core/buffer_access.h"
 #include "core/commands.h"
 #include "core/document_commands.h"
 #include "core/undo.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
@@ -40,7 +40,7 @@ TEST_F(DocumentCommands, NewTakesItsSizeFromParamsThenPreferencesThenTheDefault)
 }
 
 TEST_F(DocumentCommands, BadParametersAreRefusedBeforeAnythingChanges) {
-    Wib_SetRGB(doc, 0, 0, 1, 2, 3);
+    SetPixel(doc, 0, 0, {1, 2, 3});
     const std::map<std::string, ParamValue> bad[] = {
         {{"width", 0LL}}, {{"width", 20000LL}}, {{"width", 12.5}}, {{"width", std::string("wide")}},
         {{"depth", 3LL}}, {{"anchor", 9LL}},    {{"fill", -1LL}},  {{"fill", 16777216LL}}};
@@ -51,32 +51,32 @@ TEST_F(DocumentCommands, BadParametersAreRefusedBeforeAnythingChanges) {
     }
     EXPECT_EQ(run("no.such.command").status, Status::UnknownCommand);
     EXPECT_EQ(doc.width, 10);
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 197121);
+    EXPECT_EQ(PackedPixel(doc, 0, 0), 197121);
 }
 
 TEST_F(DocumentCommands, CanvasSizeDefaultsToTheCurrentSizeCentredOnWhite) {
     EXPECT_EQ(run("image.canvas_size", {{"width", 14LL}}).status, Status::Done);
     EXPECT_EQ(doc.width, 14);
     EXPECT_EQ(doc.height, 10);
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 0xFFFFFF);
+    EXPECT_EQ(PackedPixel(doc, 0, 0), 0xFFFFFF);
 
-    Wib_ClearBuffer(doc, 0, 0, 0);
+    ClearImage(doc, {0, 0, 0});
     EXPECT_EQ(
         run("image.canvas_size", {{"width", 16LL}, {"anchor", 0LL}, {"fill", 0x030201LL}}).status,
         Status::Done);
-    EXPECT_EQ(Wib_GetRGB(doc, 0, 0), 0);
-    EXPECT_EQ(Wib_GetR(doc, 15, 0), 1);
-    EXPECT_EQ(Wib_GetB(doc, 15, 0), 3);
+    EXPECT_EQ(PackedPixel(doc, 0, 0), 0);
+    EXPECT_EQ(doc.RBuffer.at(15, 0), 1);
+    EXPECT_EQ(doc.BBuffer.at(15, 0), 3);
 }
 
 TEST_F(DocumentCommands, UndoAndRedoReportWhenThereIsNothingToDo) {
     EXPECT_EQ(run("edit.redo").status, Status::Refused);
     SaveUndo(host.workspace);
-    Wib_ClearBuffer(doc, 9, 9, 9);
+    ClearImage(doc, {9, 9, 9});
     EXPECT_EQ(run("edit.undo").status, Status::Done);
-    EXPECT_EQ(Wib_GetR(doc, 1, 1), 255);
+    EXPECT_EQ(doc.RBuffer.at(1, 1), 255);
     EXPECT_EQ(run("edit.redo").status, Status::Done);
-    EXPECT_EQ(Wib_GetR(doc, 1, 1), 9);
+    EXPECT_EQ(doc.RBuffer.at(1, 1), 9);
 }
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include <numeric>
 
-#include "core/buffer_access.h"
 #include "core/undo.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
@@ -38,11 +38,11 @@ TEST(UndoRingSize, FailureIsReportedAndTheDocumentGoesOn) {
               "Can't allocate undo buffers.  Try increasing undo memory.");
     EXPECT_FALSE(host.workspace.undo.allocated());
     Document& doc = host.workspace.document;
-    Wib_SetRGB(doc, 1, 1, 1, 2, 3);
+    SetPixel(doc, 1, 1, {1, 2, 3});
     SaveUndo(host.workspace);
     RestoreUndo(host.workspace);
     EXPECT_FALSE(EditUndo(host.workspace));
-    EXPECT_EQ(Wib_GetRGB(doc, 1, 1), 197121);
+    EXPECT_EQ(PackedPixel(doc, 1, 1), 197121);
     EXPECT_EQ(doc.width, 64);
 }
 
@@ -99,15 +99,15 @@ class UndoHistory : public ::testing::Test {
   protected:
     void SetUp() override {
         host.newDocument(5, 4);
-        Wib_ClearBuffer(doc(), 0, 0, 0);
+        ClearImage(doc(), {0, 0, 0});
     }
     Document& doc() { return host.workspace.document; }
     void step(std::uint8_t k) {
         SaveUndo(host.workspace);
-        Wib_ClearBuffer(doc(), k, k, k);
+        ClearImage(doc(), {k, k, k});
         doc().ABuffer.at(5, 4) = k;  // the spare column travels too
     }
-    int shown() { return Wib_GetR(doc(), 2, 2); }
+    int shown() { return doc().RBuffer.at(2, 2); }
     testing::TestHost host;
 };
 
@@ -190,16 +190,16 @@ TEST_F(UndoHistory, TheRingWrapsAndNeverUndoesIntoOverwrittenSlots) {
 
 TEST_F(UndoHistory, StateBytesComeBackWithTheirSlot) {
     doc().AlphaBitsFlag = 255;
-    doc().ModifiedFlag = 0;
+    doc().modified = false;
     step(1);
     doc().AlphaBitsFlag = 0;
-    doc().ModifiedFlag = 255;
+    doc().modified = true;
     ASSERT_TRUE(EditUndo(host.workspace));
     EXPECT_EQ(doc().AlphaBitsFlag, 255);
-    EXPECT_EQ(doc().ModifiedFlag, 0);
+    EXPECT_EQ(doc().modified, false);
     ASSERT_TRUE(EditRedo(host.workspace));
     EXPECT_EQ(doc().AlphaBitsFlag, 0);
-    EXPECT_EQ(doc().ModifiedFlag, 255);
+    EXPECT_EQ(doc().modified, true);
     EXPECT_GE(host.view.refreshes, 2);
 }
 

@@ -11,8 +11,8 @@ namespace wib {
 namespace {
 
 using testing::PatternAt;
-using testing::PixelAt;
 using testing::Rgba;
+using testing::RgbaAt;
 
 // A bitmap file of the given depth, rows bottom first and padded to 4 bytes,
 // with `palette` (blue, green, red, unused) before the bits.
@@ -74,27 +74,29 @@ TEST_F(Bitmap, TwentyFourAndThirtyTwoBitsRoundTripAnOddSizedImage) {
         for (int x = 0; x < 7; ++x) {
             Rgba expected = PatternAt(x, y);
             expected.a = 255;
-            ASSERT_EQ(PixelAt(doc, x, y), expected);
+            ASSERT_EQ(RgbaAt(doc, x, y), expected);
         }
     }
 
     // The brush goes out at 32 bits and keeps its alpha.
     ASSERT_TRUE(LoadBMPToBrush(host.workspace, path));
-    doc.BrushA.at(6, 0) = 9;
+    BrushImage& brush = host.workspace.brush;
+    brush.setAlpha(6, 0, 9);
     ASSERT_TRUE(SaveBrushToBMP(host.workspace, folder.file("brush.bmp")));
-    doc.BrushA.at(6, 0) = 255;
+    brush.setAlpha(6, 0, 255);
     ASSERT_TRUE(LoadBMPToBrush(host.workspace, folder.file("brush.bmp")));
-    EXPECT_EQ(doc.BrushA.at(6, 0), 9);
-    EXPECT_EQ(doc.BrushR.at(6, 4), PatternAt(6, 4).r);
+    EXPECT_EQ(brush.A().at(6, 0), 9);
+    EXPECT_EQ(brush.mask().at(6, 0), 246);
+    EXPECT_EQ(brush.R.at(6, 4), PatternAt(6, 4).r);
 }
 
 TEST_F(Bitmap, EightBitPixelsAreLookedUpInTheFilesPalette) {
     // 3 x 1: indices 1, 0, 5 (past the two entries: black), padded to 4.
     const std::vector<std::uint8_t> palette{10, 20, 30, 0, 40, 50, 60, 0};
     ASSERT_TRUE(load(BitmapFile(3, 1, 8, {1, 0, 5, 0}, palette)));
-    EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{60, 50, 40, 255}));
-    EXPECT_EQ(PixelAt(doc, 1, 0), (Rgba{30, 20, 10, 255}));
-    EXPECT_EQ(PixelAt(doc, 2, 0), (Rgba{0, 0, 0, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{60, 50, 40, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{30, 20, 10, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 0), (Rgba{0, 0, 0, 255}));
 }
 
 TEST_F(Bitmap, EachRefusalHasItsMessageAndChangesNothing) {
@@ -118,12 +120,12 @@ TEST_F(Bitmap, EachRefusalHasItsMessageAndChangesNothing) {
         EXPECT_FALSE(load(c.bytes));
         EXPECT_EQ(host.prompter.messages, std::vector<std::string>{c.message});
         EXPECT_EQ(doc.width, 3);
-        EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{255, 255, 255, 255}));
+        EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{255, 255, 255, 255}));
     }
     // Bits cut short: the whole rows read stay, and the file is called damaged.
     host.prompter.messages.clear();
     EXPECT_FALSE(load(BitmapFile(1, 2, 24, {1, 2, 3, 0, 4})));
-    EXPECT_EQ(PixelAt(doc, 0, 1), (Rgba{3, 2, 1, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{3, 2, 1, 255}));
     EXPECT_EQ(host.prompter.messages, std::vector<std::string>{kCorruptFileMessage});
 }
 
@@ -158,8 +160,8 @@ TEST_F(Bitmap, CDibRefusesWithTheNameAndExposesTheHeaders) {
 
     ASSERT_TRUE(dib.WriteToBuffs(host.workspace));
     EXPECT_EQ(doc.width, 1);
-    EXPECT_EQ(PixelAt(doc, 0, 1), (Rgba{3, 2, 1, 4}));
-    EXPECT_EQ(doc.ModifiedFlag, 255);
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{3, 2, 1, 4}));
+    EXPECT_EQ(doc.modified, true);
 
     Plane r(0, 1), g(0, 1), b(0, 1);
     ASSERT_TRUE(dib.WriteToFrames(r, g, b));
@@ -176,7 +178,7 @@ TEST_F(Bitmap, APackedBitmapFromTheClipboardHasNoFileHeader) {
     EXPECT_EQ(dib.filetype(), 0);
     EXPECT_EQ(dib.SizeFileHeader(), 0);
     ASSERT_TRUE(dib.WriteToBuffs(host.workspace));
-    EXPECT_EQ(PixelAt(doc, 1, 0), (Rgba{6, 5, 4, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{6, 5, 4, 255}));
 
     cDIB refused;
     EXPECT_FALSE(refused.CreateFromPackedDIBPointer(packed.data(), 20));

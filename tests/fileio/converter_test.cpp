@@ -20,8 +20,8 @@ namespace wib {
 namespace {
 
 using namespace std::chrono_literals;
-using testing::PixelAt;
 using testing::Rgba;
+using testing::RgbaAt;
 
 // A hand-driven clock that runs `action` once when it passes `at`.
 class ScheduledClock : public Clock {
@@ -188,7 +188,7 @@ class RealConverter : public ::testing::Test {
         for (int y = 0; y < 5; ++y) {
             for (int x = 0; x < 7; ++x) {
                 const Rgba want = testing::PatternAt(x, y);
-                const Rgba got = PixelAt(doc, x, y);
+                const Rgba got = RgbaAt(doc, x, y);
                 ASSERT_NEAR(got.r, want.r, tolerance) << x << "," << y;
                 ASSERT_NEAR(got.g, want.g, tolerance) << x << "," << y;
                 ASSERT_NEAR(got.b, want.b, tolerance) << x << "," << y;
@@ -262,7 +262,7 @@ TEST_F(RealConverter, TargasTheConverterWritesReadAsItReadsThem) {
         const auto pixels = readPpm(view);
         ASSERT_EQ(pixels.size(), 35u);
         for (int i = 0; i < 35; ++i) {
-            const Rgba got = PixelAt(workspace.document, i % 7, i / 7);
+            const Rgba got = RgbaAt(workspace.document, i % 7, i / 7);
             ASSERT_EQ((std::array<std::uint8_t, 3>{got.r, got.g, got.b}),
                       pixels[static_cast<std::size_t>(i)])
                 << i;

@@ -25,7 +25,8 @@ class FileCommands : public ::testing::Test {
   protected:
     void SetUp() override {
         RegisterFileCommands(registry, files);
-        files.fileUsed = [this](const std::string& path) { used.push_back(path); };
+        listening =
+            files.fileUsed.subscribe([this](const std::string& path) { used.push_back(path); });
         host.newDocument(7, 5);
         testing::PaintPattern(doc);
     }
@@ -45,6 +46,7 @@ class FileCommands : public ::testing::Test {
     CommandRegistry registry;
     Document& doc = host.workspace.document;
     std::vector<std::string> used;
+    Subscription listening;
 };
 
 TEST_F(FileCommands, SaveAsTargaThenOpenAndSaveAgainInTheSameFormat) {
@@ -57,10 +59,10 @@ TEST_F(FileCommands, SaveAsTargaThenOpenAndSaveAgainInTheSameFormat) {
     host.newDocument(2, 2);
     ASSERT_EQ(run("file.open", {{"path", path}}), Status::Done);
     EXPECT_EQ(doc.width, 7);
-    doc.ModifiedFlag = 255;
+    doc.modified = true;
     ASSERT_EQ(run("file.save_current"), Status::Done);
     EXPECT_EQ(headerOf(path).imageType, kTargaGreyscale);
-    EXPECT_EQ(doc.ModifiedFlag, 0);
+    EXPECT_EQ(doc.modified, false);
     EXPECT_EQ(used.size(), 3u);
 }
 

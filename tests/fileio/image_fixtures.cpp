@@ -34,7 +34,7 @@ void PaintPattern(Document& doc) {
     }
 }
 
-Rgba PixelAt(const Document& doc, int x, int y) {
+Rgba RgbaAt(const Document& doc, int x, int y) {
     return {doc.RBuffer.at(x, y), doc.GBuffer.at(x, y), doc.BBuffer.at(x, y), doc.ABuffer.at(x, y)};
 }
 

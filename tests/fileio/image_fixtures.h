@@ -36,7 +36,7 @@ struct Rgba {
 // 30 x + 5, green 40 y + 7, blue 11 (x + y) + 3 and alpha 50 + x + 9 y.
 void PaintPattern(Document& doc);
 Rgba PatternAt(int x, int y);
-Rgba PixelAt(const Document& doc, int x, int y);
+Rgba RgbaAt(const Document& doc, int x, int y);
 
 // A Targa file: the header, then `body` as it stands.
 std::vector<std::uint8_t> TargaFile(const TargaHeader& header,

@@ -1,19 +1,19 @@
 #include <gtest/gtest.h>
 
-#include "core/buffer_access.h"
 #include "core/undo.h"
 #include "fileio/file_messages.h"
 #include "fileio/targa_reader.h"
 #include "fileio/targa_writer.h"
 #include "tests/fileio/image_fixtures.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
 namespace {
 
 using testing::PatternAt;
-using testing::PixelAt;
 using testing::Rgba;
+using testing::RgbaAt;
 using testing::TargaFile;
 using testing::TrueColorHeader;
 
@@ -32,7 +32,7 @@ class Targa : public ::testing::Test {
     void expectUntouched() {
         EXPECT_EQ(doc.width, 3);
         EXPECT_EQ(doc.height, 2);
-        EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{255, 255, 255, 255}));
+        EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{255, 255, 255, 255}));
         EXPECT_TRUE(doc.FileName.empty());
     }
 
@@ -70,7 +70,7 @@ TEST_F(Targa, EveryPixelFormatRoundTripsAnOddSizedImage) {
                 if (!c.alpha) {
                     expected.a = 255;
                 }
-                ASSERT_EQ(PixelAt(doc, x, y), expected) << x << "," << y;
+                ASSERT_EQ(RgbaAt(doc, x, y), expected) << x << "," << y;
             }
         }
     }
@@ -111,16 +111,16 @@ TEST_F(Targa, TrueColourRowsComeBottomFirstWithBlueFirstAndAlphaOnlyAtThirtyTwoB
     // 2 x 2, bottom row first: blue, green, red, alpha.
     const std::vector<std::uint8_t> body{1, 2, 3, 40, 4, 5, 6, 0, 7, 8, 9, 0, 10, 11, 12, 0};
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(2, 2, 32), body)));
-    EXPECT_EQ(PixelAt(doc, 0, 1), (Rgba{3, 2, 1, 40}));
-    EXPECT_EQ(PixelAt(doc, 1, 1), (Rgba{6, 5, 4, 0}));
-    EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{9, 8, 7, 0}));
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{3, 2, 1, 40}));
+    EXPECT_EQ(RgbaAt(doc, 1, 1), (Rgba{6, 5, 4, 0}));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{9, 8, 7, 0}));
     EXPECT_EQ(host.prompter.statusLog[1], std::string("text:") + kTargaLoadingUncompressed);
     EXPECT_EQ(host.prompter.progressLog, (std::vector<int>{0, 100}));
 
     // The same bytes as 24 bits: alpha 255 everywhere, spare column included.
     const std::vector<std::uint8_t> rgb{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(2, 2, 24), rgb)));
-    EXPECT_EQ(PixelAt(doc, 0, 1), (Rgba{3, 2, 1, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{3, 2, 1, 255}));
     EXPECT_EQ(doc.ABuffer.at(2, 2), 255);
 }
 
@@ -129,18 +129,18 @@ TEST_F(Targa, AThirtyTwoBitFileWithNoAlphaAtAllComesInUnmasked) {
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(2, 2, 32), body)));
     for (int y = 0; y < 2; ++y) {
         for (int x = 0; x < 2; ++x) {
-            EXPECT_EQ(PixelAt(doc, x, y), (Rgba{0, 0, 0, 255}));
+            EXPECT_EQ(RgbaAt(doc, x, y), (Rgba{0, 0, 0, 255}));
         }
     }
-    EXPECT_FALSE(doc.SelectionBounds.empty());
+    EXPECT_FALSE(SelectionBounds(doc).empty());
 }
 
 TEST_F(Targa, TheDescriptorIsNotReadSoATopLeftFileComesInUpsideDown) {
     TargaHeader header = TrueColorHeader(1, 2, 24);
     header.descriptor = kTargaTopOrigin;
     ASSERT_TRUE(load(TargaFile(header, {0, 0, 255, 255, 0, 0})));
-    EXPECT_EQ(PixelAt(doc, 0, 0).b, 255);  // the second row stored is on top
-    EXPECT_EQ(PixelAt(doc, 0, 1).r, 255);
+    EXPECT_EQ(RgbaAt(doc, 0, 0).b, 255);  // the second row stored is on top
+    EXPECT_EQ(RgbaAt(doc, 0, 1).r, 255);
 }
 
 TEST_F(Targa, RlePacketsRepeatOrCarryPixelsAndNeverCrossARowEnd) {
@@ -152,12 +152,12 @@ TEST_F(Targa, RlePacketsRepeatOrCarryPixelsAndNeverCrossARowEnd) {
     body.insert(body.end(), {130, 40, 41, 42});  // run of 3 from x = 127: x 130 is dropped
     body.insert(body.end(), {1, 50, 51, 52, 53, 54, 55});  // not reached: the row is full
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(130, 2, 24, kTargaTrueColorRle), body)));
-    EXPECT_EQ(PixelAt(doc, 0, 1), (Rgba{30, 20, 10, 255}));
-    EXPECT_EQ(PixelAt(doc, 127, 1), (Rgba{30, 20, 10, 255}));
-    EXPECT_EQ(PixelAt(doc, 128, 1), (Rgba{3, 2, 1, 255}));
-    EXPECT_EQ(PixelAt(doc, 129, 1), (Rgba{6, 5, 4, 255}));
-    EXPECT_EQ(PixelAt(doc, 126, 0), (Rgba{9, 8, 7, 255}));
-    EXPECT_EQ(PixelAt(doc, 129, 0), (Rgba{42, 41, 40, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{30, 20, 10, 255}));
+    EXPECT_EQ(RgbaAt(doc, 127, 1), (Rgba{30, 20, 10, 255}));
+    EXPECT_EQ(RgbaAt(doc, 128, 1), (Rgba{3, 2, 1, 255}));
+    EXPECT_EQ(RgbaAt(doc, 129, 1), (Rgba{6, 5, 4, 255}));
+    EXPECT_EQ(RgbaAt(doc, 126, 0), (Rgba{9, 8, 7, 255}));
+    EXPECT_EQ(RgbaAt(doc, 129, 0), (Rgba{42, 41, 40, 255}));
     EXPECT_EQ(doc.RBuffer.at(130, 0), 255);  // the spare column is untouched
     EXPECT_EQ(host.prompter.statusLog[1], std::string("text:") + kTargaLoadingCompressed);
 }
@@ -165,14 +165,14 @@ TEST_F(Targa, RlePacketsRepeatOrCarryPixelsAndNeverCrossARowEnd) {
 TEST_F(Targa, ThirtyTwoBitRleCarriesAlpha) {
     const std::vector<std::uint8_t> body{129, 1, 2, 3, 77, 1, 4, 5, 6, 0, 7, 8, 9, 0};
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(2, 2, 32, kTargaTrueColorRle), body)));
-    EXPECT_EQ(PixelAt(doc, 1, 1), (Rgba{3, 2, 1, 77}));
-    EXPECT_EQ(PixelAt(doc, 1, 0), (Rgba{9, 8, 7, 0}));
+    EXPECT_EQ(RgbaAt(doc, 1, 1), (Rgba{3, 2, 1, 77}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{9, 8, 7, 0}));
 }
 
 TEST_F(Targa, GreyscaleGoesThroughTheRampAndColourMapsKeepTheFirstEntryOffset) {
     TargaHeader grey = TrueColorHeader(2, 1, 8, kTargaGreyscale);
     ASSERT_TRUE(load(TargaFile(grey, {0, 200})));
-    EXPECT_EQ(PixelAt(doc, 1, 0), (Rgba{200, 200, 200, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{200, 200, 200, 255}));
 
     TargaHeader mapped = TrueColorHeader(2, 1, 8, kTargaColorMapped);
     mapped.colorMapType = 1;
@@ -180,19 +180,19 @@ TEST_F(Targa, GreyscaleGoesThroughTheRampAndColourMapsKeepTheFirstEntryOffset) {
     mapped.colorMapEntrySize = 24;
     const std::vector<std::uint8_t> body{10, 20, 30, 40, 50, 60, 1, 0};
     ASSERT_TRUE(load(TargaFile(mapped, body)));
-    EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{60, 50, 40, 255}));
-    EXPECT_EQ(PixelAt(doc, 1, 0), (Rgba{30, 20, 10, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{60, 50, 40, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{30, 20, 10, 255}));
     EXPECT_EQ(host.prompter.statusLog.back(), "close");
 
     // A first entry of 1 shifts the palette by one byte, not one entry.
     mapped.colorMapFirstEntry = 1;
     ASSERT_TRUE(load(TargaFile(mapped, body)));
-    EXPECT_EQ(PixelAt(doc, 1, 0), (Rgba{20, 10, 0, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{20, 10, 0, 255}));
     // A first entry past the palette leaves it black; an index past the
     // entries reads the unused (black) rest of the palette.
     mapped.colorMapFirstEntry = 60000;
     ASSERT_TRUE(load(TargaFile(mapped, {10, 20, 30, 40, 50, 60, 255, 0})));
-    EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{0, 0, 0, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{0, 0, 0, 255}));
 }
 
 TEST_F(Targa, EveryRefusalIsItsMessageAndLeavesTheDocumentAlone) {
@@ -238,36 +238,37 @@ TEST_F(Targa, ATruncatedFileKeepsTheRowsReadAndSaysItIsDamaged) {
     ASSERT_FALSE(load(TargaFile(TrueColorHeader(2, 3, 24), body)));
     EXPECT_EQ(host.prompter.messages, std::vector<std::string>{kCorruptFileMessage});
     EXPECT_EQ(doc.height, 3);
-    EXPECT_EQ(PixelAt(doc, 0, 2), (Rgba{0, 0, 0, 255}));
-    EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{255, 255, 255, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 2), (Rgba{0, 0, 0, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{255, 255, 255, 255}));
     EXPECT_TRUE(doc.FileName.empty());
 
     host.prompter.messages.clear();
     // An RLE run whose pixel is cut short, and a literal packet cut short.
     EXPECT_FALSE(load(TargaFile(TrueColorHeader(2, 1, 24, kTargaTrueColorRle), {129, 1, 2})));
     EXPECT_FALSE(load(TargaFile(TrueColorHeader(2, 1, 24, kTargaTrueColorRle), {1, 1, 2, 3, 4})));
-    EXPECT_EQ(PixelAt(doc, 0, 0), (Rgba{3, 2, 1, 255}));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{3, 2, 1, 255}));
     EXPECT_EQ(host.prompter.messages.size(), 2u);
 }
 
 TEST_F(Targa, KeepSizeReadsIntoTheDocumentAsItIsAndOpeningCanBeUndone) {
     const std::vector<std::uint8_t> body(3 * 2 * 3, 0);
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(3, 2, 24), body), 1));
-    EXPECT_EQ(PixelAt(doc, 2, 1), (Rgba{0, 0, 0, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 1), (Rgba{0, 0, 0, 255}));
     ASSERT_TRUE(EditUndo(host.workspace));
-    EXPECT_EQ(PixelAt(doc, 2, 1), (Rgba{255, 255, 255, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 1), (Rgba{255, 255, 255, 255}));
 }
 
 TEST_F(Targa, ABrushTakesTheFilesOwnSizeAndBecomesTheCustomBrush) {
     const std::string path = folder.file("brush.tga");
     testing::WriteFile(path, TargaFile(TrueColorHeader(2, 1, 32), {1, 2, 3, 0, 4, 5, 6, 255}));
     ASSERT_TRUE(LoadTargaToBrush(host.workspace, path));
-    EXPECT_EQ(doc.BrushR.ubX(), 1);
-    EXPECT_EQ(doc.BrushR.ubY(), 0);
-    EXPECT_EQ(doc.BrushR.at(1, 0), 6);
-    EXPECT_EQ(doc.BrushMask.at(0, 0), 255);
-    EXPECT_EQ(doc.BrushMask.at(1, 0), 0);
-    EXPECT_TRUE(doc.CustomBrushActive);
+    const BrushImage& brush = host.workspace.brush;
+    EXPECT_EQ(brush.R.ubX(), 1);
+    EXPECT_EQ(brush.R.ubY(), 0);
+    EXPECT_EQ(brush.R.at(1, 0), 6);
+    EXPECT_EQ(brush.mask().at(0, 0), 255);
+    EXPECT_EQ(brush.mask().at(1, 0), 0);
+    EXPECT_TRUE(brush.active());
     expectUntouched();
 }
 
@@ -275,8 +276,9 @@ TEST_F(Targa, EightBitColourOfARichImageStaysCloseThroughTheMedianCut) {
     host.newDocument(64, 64);
     for (int y = 0; y < 64; ++y) {
         for (int x = 0; x < 64; ++x) {
-            Wib_SetRGB(doc, x, y, static_cast<std::uint8_t>(4 * x),
-                       static_cast<std::uint8_t>(4 * y), static_cast<std::uint8_t>(2 * (x + y)));
+            SetPixel(doc, x, y,
+                     {static_cast<std::uint8_t>(4 * x), static_cast<std::uint8_t>(4 * y),
+                      static_cast<std::uint8_t>(2 * (x + y))});
         }
     }
     const Document before = doc;

@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <random>
 
-#include "core/buffer_access.h"
 #include "core/text_file.h"
 #include "paint/brush_controls.h"
 #include "paint/brush_settings_file.h"
 #include "paint/paint_session.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
@@ -50,14 +50,14 @@ TEST_F(BrushSettings, RoundTripLeavesEveryControlAsItWas) {
     PaintSession session(host.workspace, folder);
     for (std::uint32_t seed = 1; seed <= 20; ++seed) {
         session.state().options = RandomOptions(seed);
-        session.Wib_SetBrushType(static_cast<int>(seed % 3));
+        session.setBrushType(static_cast<int>(seed % 3));
         const auto before = Values(session.state().options);
-        const std::string path = session.Wib_GetBrushSettings();
+        const std::string path = session.writeBrushSettings();
         ASSERT_EQ(std::filesystem::file_size(path), 176u);
         session.state().options = BrushOptionsModel{};
-        ASSERT_TRUE(session.Wib_SetBrushSettings(path));
+        ASSERT_TRUE(session.readBrushSettings(path));
         EXPECT_EQ(Values(session.state().options), before) << "seed " << seed;
-        EXPECT_EQ(session.Wib_GetBrushType(), static_cast<int>(seed % 3))
+        EXPECT_EQ(static_cast<int>(session.brushType()), static_cast<int>(seed % 3))
             << "the brush type is not part of the record";
     }
 }
@@ -108,15 +108,13 @@ TEST_F(BrushSettings, OutOfRangeValuesPressNoButtonOrClamp) {
 TEST_F(BrushSettings, MissingOrShortFilesAreReportedAndChangeNothing) {
     PaintSession session(host.workspace, folder);
     session.state().options.brushSize = 33;
-    EXPECT_FALSE(session.Wib_SetBrushSettings((folder / "none.dat").string()));
+    EXPECT_FALSE(session.readBrushSettings((folder / "none.dat").string()));
     WriteTextFile(folder / "short.dat", std::string(100, '\x01'));
-    EXPECT_FALSE(session.Wib_SetBrushSettings((folder / "short.dat").string()));
+    EXPECT_FALSE(session.readBrushSettings((folder / "short.dat").string()));
     ASSERT_EQ(host.prompter.messages.size(), 2u);
     EXPECT_NE(host.prompter.messages[1].find("too short"), std::string::npos);
     EXPECT_EQ(session.state().options.brushSize, 33);
-    EXPECT_FALSE(session.Wib_SetBrushType(3));
-    EXPECT_FALSE(session.Wib_SetPrimaryColor(0x1000000));
-    EXPECT_FALSE(session.Wib_SetSecondaryColor(-1));
+    EXPECT_FALSE(session.setBrushType(3));
 }
 
 TEST_F(BrushSettings, BrushFromSelectionTakesTheSelectedBoxAndItsMatte) {
@@ -128,14 +126,15 @@ TEST_F(BrushSettings, BrushFromSelectionTakesTheSelectedBoxAndItsMatte) {
     doc.ABuffer.at(7, 9) = 100;
     doc.RBuffer.at(7, 9) = 42;
     ASSERT_TRUE(session.makeBrushFromSelection());
-    EXPECT_EQ(doc.BrushMask.stride(), 3u);
-    EXPECT_EQ(doc.BrushMask.rows(), 4u);
-    EXPECT_EQ(doc.BrushMask.at(0, 0), 0);
-    EXPECT_EQ(doc.BrushMask.at(2, 3), 155);
-    EXPECT_EQ(doc.BrushR.at(2, 3), 42);
-    EXPECT_TRUE(doc.CustomBrushActive);
+    const BrushImage& brush = host.workspace.brush;
+    EXPECT_EQ(brush.mask().stride(), 3u);
+    EXPECT_EQ(brush.mask().rows(), 4u);
+    EXPECT_EQ(brush.mask().at(0, 0), 0);
+    EXPECT_EQ(brush.mask().at(2, 3), 155);
+    EXPECT_EQ(brush.R.at(2, 3), 42);
+    EXPECT_TRUE(brush.active());
     session.chooseBuiltinBrush(BuiltinBrush::Chalk);
-    EXPECT_FALSE(doc.CustomBrushActive);
+    EXPECT_FALSE(brush.active());
 }
 
 }  // namespace
@@ -150,33 +149,37 @@ TEST(CloneSource, StrokesCopyFromTheSourceAlignedOrAfresh) {
     Document& doc = host.workspace.document;
     for (int x = 0; x < 60; ++x) {
         for (int y = 0; y < 40; ++y) {
-            Wib_SetRGB(doc, x, y, static_cast<std::uint8_t>(x * 4),
-                       static_cast<std::uint8_t>(y * 6), 0);
+            SetPixel(doc, x, y,
+                     {static_cast<std::uint8_t>(x * 4), static_cast<std::uint8_t>(y * 6), 0});
         }
     }
     PaintSession session(host.workspace, std::filesystem::temp_directory_path());
     session.state().options.paintMode = static_cast<int>(PaintMode::Clone);
     session.state().options.brushSize = 3;
     session.state().options.hardness = 100;
+    // Every position lays a dab, so each click paints whatever the spacing
+    // counter carried over from the stroke before.
+    session.state().options.relativeSpacing = false;
+    session.state().options.spacing = 0;
     session.optionsChanged();
 
     session.setCloneSource(5, 5);
     session.penPress(1, 30, 20, 1.0, false);
     session.penRelease(30, 20);
-    EXPECT_EQ(Wib_GetR(doc, 30, 20), 5 * 4) << "the pixel at the source";
-    EXPECT_EQ(Wib_GetG(doc, 30, 20), 5 * 6);
+    EXPECT_EQ(doc.RBuffer.at(30, 20), 5 * 4) << "the pixel at the source";
+    EXPECT_EQ(doc.GBuffer.at(30, 20), 5 * 6);
 
     // Aligned: the next stroke keeps the offset (25, 15).
     session.penPress(1, 40, 30, 1.0, false);
     session.penRelease(40, 30);
-    EXPECT_EQ(Wib_GetR(doc, 40, 30), 15 * 4);
+    EXPECT_EQ(doc.RBuffer.at(40, 30), 15 * 4);
 
     // Not aligned: every stroke starts again from the source.
     session.state().options.cloneAligned = false;
     session.penPress(1, 50, 10, 1.0, false);
     session.penRelease(50, 10);
-    EXPECT_EQ(Wib_GetR(doc, 50, 10), 5 * 4);
-    EXPECT_EQ(Wib_GetG(doc, 50, 10), 5 * 6);
+    EXPECT_EQ(doc.RBuffer.at(50, 10), 5 * 4);
+    EXPECT_EQ(doc.GBuffer.at(50, 10), 5 * 6);
 }
 
 }  // namespace

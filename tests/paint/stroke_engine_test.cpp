@@ -4,10 +4,10 @@
 #include <set>
 #include <utility>
 
-#include "core/buffer_access.h"
 #include "paint/paint_state.h"
 #include "paint/stroke_engine.h"
 #include "paint/symmetry.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
@@ -25,15 +25,17 @@ class Stroke : public ::testing::Test {
         paint.options.hardness = 100;
         paint.options.relativeSpacing = false;
         paint.options.spacing = 0;
-        paint.primary = {0, 0, 0};
+        host.workspace.colours.primary = {0, 0, 0};
         RebuildBuiltinTip(paint);
     }
     void step(int button, float x, float y) {
         std::int16_t b = static_cast<std::int16_t>(button), shift = 0;
         BrushStep(host.workspace, paint, b, shift, x, y);
     }
+    // Each line starts as a fresh session's first stroke does, with a dab:
+    // strokes themselves carry the spacing counter on.
     void line(float x0, float y0, float x1, float y1) {
-        BeginStroke(paint);
+        paint.stroke.spacingCounter = 0;
         step(0, x0, y0);
         step(1, x1, y1);
     }
@@ -88,7 +90,6 @@ TEST_F(Stroke, SpacingCountsVisitedPositions) {
 
 TEST_F(Stroke, SpacingCarriesAcrossSegments) {
     paint.options.spacing = 10;
-    BeginStroke(paint);
     step(0, 0, 5);
     for (int x = 3; x <= 60; x += 3) {
         step(1, static_cast<float>(x), 5);
@@ -112,7 +113,7 @@ TEST_F(Stroke, DryOutEmptiesTheBrushAtItsDivisor) {
 }
 
 TEST_F(Stroke, CoordinatesAreCanvasUnitsAtTheZoom) {
-    host.workspace.document.Zoom = 200;
+    host.workspace.view.zoom = 200;
     float x = 40, y = 20;
     std::int16_t button = 0, shift = 0;
     BrushStep(host.workspace, paint, button, shift, x, y);
@@ -135,11 +136,10 @@ TEST_F(Stroke, CoordinatesAreCanvasUnitsAtTheZoom) {
 TEST_F(Stroke, SecondButtonPaintsTheSecondaryColour) {
     paint.options.brushSize = 3;
     RebuildBuiltinTip(paint);
-    paint.secondary = {10, 20, 30};
-    BeginStroke(paint);
+    host.workspace.colours.secondary = {10, 20, 30};
     step(0, 5, 5);
     step(2, 5, 5);
-    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 5, 5), 10 + 20 * 256 + 30 * 65536);
+    EXPECT_EQ(PackedPixel(host.workspace.document, 5, 5), 10 + 20 * 256 + 30 * 65536);
 }
 
 TEST_F(Stroke, RadialCopiesAreJoinedOnlyToThemselves) {
@@ -148,7 +148,6 @@ TEST_F(Stroke, RadialCopiesAreJoinedOnlyToThemselves) {
     paint.options.radialCopies = 4;
     paint.options.symmetryCentreX = 50;
     paint.options.symmetryCentreY = 50;
-    BeginStroke(paint);
     DispatchStroke(host.workspace, paint, 0, 0, 70, 20);
     DispatchStroke(host.workspace, paint, 1, 0, 90, 20);
     Pixels expected;
@@ -166,7 +165,6 @@ TEST_F(Stroke, MirrorsPaintEachCopyOfTheStroke) {
     paint.options.mirrorTopBottom = true;
     paint.options.symmetryCentreX = 50;
     paint.options.symmetryCentreY = 50;
-    BeginStroke(paint);
     DispatchStroke(host.workspace, paint, 0, 0, 10, 10);
     DispatchStroke(host.workspace, paint, 1, 0, 10, 10);
     EXPECT_EQ(painted(), (Pixels{{10, 10}, {110, 10}, {10, 110}, {110, 110}}));
@@ -178,26 +176,25 @@ class ImageBrush : public Stroke {
     void SetUp() override {
         Stroke::SetUp();
         Document& doc = host.workspace.document;
-        doc.BrushMask = Plane(4, 4, 0);
-        doc.BrushR = Plane(4, 4, 90);
-        doc.BrushG = Plane(4, 4, 60);
-        doc.BrushB = Plane(4, 4, 30);
+        Plane alpha(4, 4, 255);
         for (int y = 0; y < 5; ++y) {
-            doc.BrushMask.at(0, y) = 255;
-            doc.BrushMask.at(1, y) = 255;
+            alpha.at(0, y) = 0;
+            alpha.at(1, y) = 0;
         }
-        paint.imageBrush = true;
-        paint.primary = {200, 100, 50};
+        host.workspace.brush.assign(Plane(4, 4, 90), Plane(4, 4, 60), Plane(4, 4, 30),
+                                    std::move(alpha));
+        host.workspace.brush.setActive(true);
+        host.workspace.colours.primary = {200, 100, 50};
         paint.cloneOffsetX = 3;
         paint.cloneOffsetY = 0;
         // One dab per call, however short the segment.
         paint.options.spacing = 1000;
         // Something other than one flat colour under the brush, for the modes
         // that read the image.
-        Wib_ClearBuffer(host.workspace.document, 120, 130, 140);
+        ClearImage(host.workspace.document, {120, 130, 140});
         for (int x = 0; x < 40; ++x) {
             for (int y = 15; y < 26; ++y) {
-                Wib_SetRGB(doc, x, y, static_cast<std::uint8_t>(x * 6), 77, 33);
+                SetPixel(doc, x, y, {static_cast<std::uint8_t>(x * 6), 77, 33});
             }
         }
         for (Plane* p : {&doc.SwapR, &doc.SwapG, &doc.SwapB}) {
@@ -237,7 +234,7 @@ TEST_F(ImageBrush, ZeroAlphaStopsAllPaintUnlessIgnored) {
     paint.options.paintMode = 0;
     paint.options.alphaUse = AlphaUse::IgnoreSelection;
     line(20, 20, 20, 20);
-    EXPECT_EQ(Wib_GetRGB(doc, 20, 20), 200 + 100 * 256 + 50 * 65536);
+    EXPECT_EQ(PackedPixel(doc, 20, 20), 200 + 100 * 256 + 50 * 65536);
 }
 
 TEST_F(ImageBrush, PaintingOnAlphaRaisesTheMatte) {
@@ -261,12 +258,12 @@ TEST_F(ImageBrush, SourceModesTakeTheirColourFromWhereTheySay) {
 
     paint.options.paintMode = static_cast<int>(PaintMode::Pattern);
     line(30, 30, 30, 30);
-    EXPECT_EQ(Wib_GetRGB(doc, 30, 30), 90 + 60 * 256 + 30 * 65536);
+    EXPECT_EQ(PackedPixel(doc, 30, 30), 90 + 60 * 256 + 30 * 65536);
 
-    Wib_SetRGB(doc, 47, 40, 1, 2, 3);
+    SetPixel(doc, 47, 40, {1, 2, 3});
     paint.options.paintMode = static_cast<int>(PaintMode::Clone);
     line(50, 40, 50, 40);
-    EXPECT_EQ(Wib_GetRGB(doc, 50, 40), 1 + 2 * 256 + 3 * 65536) << "clone offset 3 to the left";
+    EXPECT_EQ(PackedPixel(doc, 50, 40), 1 + 2 * 256 + 3 * 65536) << "clone offset 3 to the left";
 
     paint.options.paintMode = static_cast<int>(PaintMode::Multiply);
     doc.RBuffer.at(60, 60) = 100;

@@ -9,6 +9,7 @@
 #include "core/document_commands.h"
 #include "plugins/dispatch.h"
 #include "tests/plugins/map_controls.h"
+#include "tests/plugins/program_parts.h"
 #include "tests/plugins/raw_client.h"
 #include "tests/support/test_host.h"
 
@@ -57,8 +58,10 @@ class MethodFixture : public ::testing::Test {
     Document& doc = host.workspace.document;
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton", "/var/tmp", 3,
-                              nullptr,        nullptr,  nullptr};
+    ProgramParts parts{host.workspace};
+    AutomationHost automation{host.workspace,   commands,    controls,
+                              "/opt/wibbleton", "/var/tmp",  3,
+                              parts.paint,      parts.files, parts.frames};
     ServerState server;
     ConnectionState connection;
     CallContext context{automation, server, connection};

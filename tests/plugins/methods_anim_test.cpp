@@ -1,21 +1,19 @@
 #include <filesystem>
 
 #include "anim/frame_store.h"
-#include "core/buffer_access.h"
 #include "tests/plugins/method_fixture.h"
+#include "tests/support/pixels.h"
 
 namespace wib::testing {
 namespace {
 
 class AnimationMethods : public MethodFixture {
   protected:
-    AnimationMethods() { automation.frames = &frames; }
-    FrameStore frames{host.workspace,
-                      std::filesystem::temp_directory_path() / "wib-methods-crop.tmp"};
+    FrameStore& frames = parts.frames;
 };
 
 TEST_F(AnimationMethods, APlugInStepsThroughFramesAndWritesTheirPlanes) {
-    Wib_SetRGB(doc, 1, 1, 40, 50, 60);
+    SetPixel(doc, 1, 1, {40, 50, 60});
     ASSERT_EQ(errorOf("Wib_CreateAnim", Params(3)), 0);
     EXPECT_EQ(answer("Wib_GetTotalFrames").get().as<int>(), 3);
 
@@ -35,24 +33,19 @@ TEST_F(AnimationMethods, APlugInStepsThroughFramesAndWritesTheirPlanes) {
 
     ASSERT_EQ(errorOf("Wib_GotoFrame", Params(2)), 0);
     EXPECT_EQ(answer("Wib_GetCurrentFrame").get().as<int>(), 2);
-    EXPECT_EQ(Wib_GetR(doc, 1, 1), 7);
-    EXPECT_EQ(Wib_GetG(doc, 1, 1), 50) << "the other planes were copied from the image";
+    EXPECT_EQ(doc.RBuffer.at(1, 1), 7);
+    EXPECT_EQ(doc.GBuffer.at(1, 1), 50) << "the other planes were copied from the image";
     EXPECT_TRUE(planeEquals(answer("Wib_GetRFrame", Params(2)).get(), red));
     EXPECT_EQ(errorOf("Wib_GetRFrame", Params(3)), 9);
 
     ASSERT_EQ(errorOf("Wib_GotoFrame", Params(-5)), 0);
     EXPECT_EQ(answer("Wib_GetCurrentFrame").get().as<int>(), 0) << "clamped";
-    EXPECT_EQ(Wib_GetR(doc, 1, 1), 40);
+    EXPECT_EQ(doc.RBuffer.at(1, 1), 40);
 
     ASSERT_EQ(errorOf("Anim_Set_Name", Params("walk cycle")), 0);
     EXPECT_EQ(answer("Anim_Get_Name").get().as<std::string>(), "walk cycle");
     ASSERT_EQ(errorOf("Wib_FreeAnim", Params()), 0);
     EXPECT_EQ(answer("Wib_GetTotalFrames").get().as<int>(), 0);
-}
-
-TEST_F(AnimationMethods, WithoutAFrameStoreTheCallsAreRefused) {
-    automation.frames = nullptr;
-    EXPECT_EQ(errorOf("Wib_GetTotalFrames", Params()), 5);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #include <filesystem>
 
-#include "core/buffer_access.h"
 #include "paint/paint_session.h"
 #include "tests/plugins/method_fixture.h"
+#include "tests/support/pixels.h"
 
 namespace wib::testing {
 namespace {
@@ -11,27 +11,26 @@ class PaintMethods : public MethodFixture {
   protected:
     PaintMethods() {
         host.newDocument(60, 40);
-        automation.paint = &paint;
         paint.state().options.brushSize = 3;
         paint.state().options.hardness = 100;
         paint.state().options.relativeSpacing = false;
         paint.state().options.spacing = 0;
         paint.optionsChanged();
     }
-    PaintSession paint{host.workspace, std::filesystem::temp_directory_path()};
+    PaintSession& paint = parts.paint;
 };
 
 TEST_F(PaintMethods, APlugInPaintsALineWithDownAndMove) {
     ASSERT_EQ(errorOf("Wib_SetPrimaryColor", Params(0x0000FF)), 0);
     ASSERT_EQ(errorOf("Wib_BrushDown", Params(10.0, 20.0)), 0);
     ASSERT_EQ(errorOf("Wib_BrushUp", Params(50.0, 20.0)), 0);
-    EXPECT_EQ(Wib_GetRGB(doc, 30, 20), 0xFFFFFF) << "down and up paint nothing";
+    EXPECT_EQ(PackedPixel(doc, 30, 20), 0xFFFFFF) << "down and up paint nothing";
     ASSERT_EQ(errorOf("Wib_BrushDown", Params(10.0, 20.0)), 0);
     ASSERT_EQ(errorOf("Wib_BrushMove", Params(50.0, 20.0)), 0);
     for (int x = 10; x <= 50; x += 5) {
-        EXPECT_EQ(Wib_GetRGB(doc, x, 20), 0x0000FF) << x;
+        EXPECT_EQ(PackedPixel(doc, x, 20), 0x0000FF) << x;
     }
-    EXPECT_EQ(Wib_GetRGB(doc, 30, 25), 0xFFFFFF);
+    EXPECT_EQ(PackedPixel(doc, 30, 25), 0xFFFFFF);
 }
 
 TEST_F(PaintMethods, BrushOptionsAreCheckedAndFollowedByTheBrush) {
@@ -68,12 +67,12 @@ TEST_F(PaintMethods, TheBrushImageIsBuiltPlaneByPlane) {
     EXPECT_EQ(answer("Wib_GetBrushWidth").get().as<int>(), 4);
     ASSERT_EQ(errorOf("Wib_SetBrushA", Params(1, 1, 200)), 0);
     EXPECT_EQ(errorOf("Wib_SetBrushA", Params(4, 0, 200)), 9);
-    EXPECT_EQ(doc.BrushMask.at(1, 1), 55);
+    EXPECT_EQ(host.workspace.brush.mask().at(1, 1), 55);
     ASSERT_EQ(errorOf("Wib_SetBrushRGB", Params(1, 1, 9, 8, 7)), 0);
     EXPECT_EQ(answer("Wib_GetBrushRGB", Params(1, 1)).get().as<int>(), 9 + 8 * 256 + 7 * 65536);
     ASSERT_EQ(errorOf("Wib_ActivateCustomBrush", Params(-1)), 0);
-    EXPECT_TRUE(doc.CustomBrushActive);
-    EXPECT_TRUE(planeEquals(answer("Wib_GetBrushABuffer").get(), doc.BrushA));
+    EXPECT_TRUE(host.workspace.brush.active());
+    EXPECT_TRUE(planeEquals(answer("Wib_GetBrushABuffer").get(), host.workspace.brush.A()));
     EXPECT_EQ(errorOf("Wib_CreateEmptyBrush", Params(0, 3)), 5);
 
     ASSERT_EQ(errorOf("Wib_ReplaceInternalBrush", Params(2)), 0);
@@ -84,12 +83,6 @@ TEST_F(PaintMethods, TheBrushImageIsBuiltPlaneByPlane) {
     EXPECT_GT(paint.state().tip.at(3, 3), 100);
     EXPECT_EQ(paint.state().tip.at(7, 5), 0);
     EXPECT_EQ(errorOf("Wib_ReplaceInternalBrush", Params(4)), 5);
-}
-
-TEST_F(PaintMethods, WithoutAPaintSessionTheCallsAreRefused) {
-    automation.paint = nullptr;
-    EXPECT_EQ(errorOf("Wib_BrushMove", Params(1.0, 1.0)), 5);
-    EXPECT_EQ(errorOf("Wib_GetPrimaryColor", Params()), 5);
 }
 
 }  // namespace

@@ -90,6 +90,10 @@ TEST_F(Program, ControlsAreReadAndSetByName) {
                   .get()
                   .as<int>(),
               10);
+    EXPECT_EQ(answer("Wib_GetControl", Params(std::string("BrushOptions"), std::string("Opacity")))
+                  .get()
+                  .as<double>(),
+              0.5);
     EXPECT_EQ(
         errorOf("Wib_SetControl", Params(std::string("BrushOptions"), std::string("HScroll1"), 42)),
         0);
@@ -97,6 +101,7 @@ TEST_F(Program, ControlsAreReadAndSetByName) {
     EXPECT_EQ(errorOf("Wib_SetControl",
                       Params(std::string("BrushOptions"), std::string("Opacity"), 0.25)),
               0);
+    EXPECT_EQ(std::get<double>(controls.values[{"BrushOptions", "Opacity"}]), 0.25);
     EXPECT_EQ(controls.changeHandlerRuns, 2);
 
     EXPECT_EQ(errorOf("Wib_GetControl", Params(std::string("Nowhere"), std::string("HScroll1"))),

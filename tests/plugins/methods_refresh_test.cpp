@@ -1,23 +1,24 @@
 #include <gtest/gtest.h>
 
-#include "core/buffer_access.h"
 #include "tests/plugins/method_fixture.h"
+#include "tests/support/pixels.h"
 
 namespace wib::testing {
 namespace {
 
 using Refresh = MethodFixture;
 
-TEST_F(Refresh, LockCounterHasNoFloorAndHardUnlockResetsIt) {
+TEST_F(Refresh, TheLockCounterHasNoFloorUntilHardUnlock) {
     call("Wib_Lock");
     call("Wib_Lock");
-    EXPECT_EQ(doc.InterfaceLockCount, 2);
-    for (int i = 0; i < 5; ++i) {
+    call("Wib_Unlock");
+    EXPECT_EQ(host.workspace.lock.count, 1);
+    for (int i = 0; i < 3; ++i) {
         call("Wib_Unlock");
     }
-    EXPECT_EQ(doc.InterfaceLockCount, -3);
+    EXPECT_EQ(host.workspace.lock.count, -2);
     call("Wib_HardUnlock");
-    EXPECT_EQ(doc.InterfaceLockCount, 0);
+    EXPECT_EQ(host.workspace.lock.count, 0);
 }
 
 TEST_F(Refresh, WindowLocksAreRecordedForTheConnection) {
@@ -69,9 +70,9 @@ TEST_F(Refresh, RedrawsReachTheView) {
 TEST_F(Refresh, SaveUndoThenRestoreTakesTheChangeBack) {
     call("Wib_SaveUndo");
     call("Wib_SetRGB", Params(1, 1, 0, 0, 0));
-    EXPECT_EQ(Wib_GetRGB(doc, 1, 1), 0);
+    EXPECT_EQ(PackedPixel(doc, 1, 1), 0);
     call("Wib_RestoreUndo");
-    EXPECT_EQ(Wib_GetRGB(doc, 1, 1), 0xFFFFFF);
+    EXPECT_EQ(PackedPixel(doc, 1, 1), 0xFFFFFF);
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "core/document_commands.h"
 #include "plugins/automation_server.h"
 #include "tests/plugins/map_controls.h"
+#include "tests/plugins/program_parts.h"
 #include "tests/plugins/raw_client.h"
 #include "tests/support/test_host.h"
 
@@ -54,8 +55,9 @@ class ServerFixture : public ::testing::Test {
     TestHost host;
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost automation{host.workspace, commands, controls, "/opt/wibbleton", "/tmp", 2,
-                              nullptr,        nullptr,  nullptr};
+    ProgramParts parts{host.workspace};
+    AutomationHost automation{host.workspace, commands,    controls,    "/opt/wibbleton", "/tmp", 2,
+                              parts.paint,    parts.files, parts.frames};
     AutomationServer server{automation};
 
   private:

@@ -3,9 +3,9 @@
 #include <functional>
 #include <utility>
 
-#include "core/buffer_access.h"
 #include "core/document_build.h"
 #include "plugins/rpc_error.h"
+#include "tests/plugins/program_parts.h"
 #include "tests/plugins/server_fixture.h"
 
 namespace wib::testing {
@@ -44,6 +44,10 @@ TEST_F(ServerProtocol, AWrongTokenIsRefusedAndClosed) {
     EXPECT_EQ(answer.errorCode, kErrorPermission);
     EXPECT_TRUE(client.waitClosed());
 
+    // The right token is answered -1 on a connection of its own.
+    RawClient right(server.fullServerName());
+    EXPECT_EQ(right.call("Wib_Connect", Params(std::string(kToken))).result().as<int>(), -1);
+
     // A bulky first message is refused before it is read whole.
     RawClient bulky(server.fullServerName());
     bulky.sendRaw(Bytes(Request(1, "Wib_Connect", Params(std::string(5000, 'x')))));
@@ -51,11 +55,15 @@ TEST_F(ServerProtocol, AWrongTokenIsRefusedAndClosed) {
 }
 
 TEST_F(ServerProtocol, CallsAnswerInOrderWhetherBatchedOrSplit) {
+    Document& doc = host.workspace.document;
+    doc.RBuffer.at(3, 2) = 1;
+    doc.GBuffer.at(3, 2) = 2;
+    doc.BBuffer.at(3, 2) = 3;
     auto client = connectedClient();
     // Three requests in one write.
     QByteArray batch = Bytes(Request(10, "Wib_BufferWidth", Params())) +
                        Bytes(Request(11, "Wib_NoSuchMethod", Params())) +
-                       Bytes(Request(12, "Wib_GetRGB", Params(0, 0)));
+                       Bytes(Request(12, "Wib_GetRGB", Params(3, 2)));
     client->sendRaw(batch);
     const auto first = client->next();
     const auto second = client->next();
@@ -65,10 +73,10 @@ TEST_F(ServerProtocol, CallsAnswerInOrderWhetherBatchedOrSplit) {
     EXPECT_EQ(first->result().as<int>(), 8);
     EXPECT_EQ(second->msgid, 11u);
     EXPECT_EQ(second->errorCode, kErrorUnknownMethod);
-    EXPECT_EQ(third->result().as<int>(), 0xFFFFFF);
+    EXPECT_EQ(third->result().as<int>(), 197121);
 
     // One request a byte at a time.
-    const QByteArray set = Bytes(Request(13, "Wib_SetRGB", Params(1, 1, 1, 2, 3)));
+    const QByteArray set = Bytes(Request(13, "Wib_SetRGB", Params(1, 1, 4, 5, 6)));
     for (char byte : set) {
         client->sendRaw(QByteArray(1, byte));
         RawClient::settle();
@@ -76,16 +84,26 @@ TEST_F(ServerProtocol, CallsAnswerInOrderWhetherBatchedOrSplit) {
     const auto fourth = client->next();
     ASSERT_TRUE(fourth);
     EXPECT_EQ(fourth->msgid, 13u);
-    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 1, 1), 197121);
+    EXPECT_EQ(doc.RBuffer.at(1, 1), 4);
+    EXPECT_EQ(doc.GBuffer.at(1, 1), 5);
+    EXPECT_EQ(doc.BBuffer.at(1, 1), 6);
 }
 
 TEST_F(ServerProtocol, PlanesTravelWholeAndNotificationsRunUnanswered) {
+    std::string expected;
+    Plane& green = host.workspace.document.GBuffer;
+    for (std::size_t i = 0; i < green.count(); ++i) {
+        green.data()[i] = static_cast<std::uint8_t>(i * 5);
+        expected += static_cast<char>(i * 5);
+    }
     auto client = connectedClient();
     const Response plane = client->call("Wib_GetGBuffer");
     const msgpack::object& value = plane.result();
     ASSERT_EQ(value.via.array.size, 3u);
     EXPECT_EQ(value.via.array.ptr[0].as<int>(), 8);
-    EXPECT_EQ(value.via.array.ptr[2].via.bin.size, 63u);
+    EXPECT_EQ(value.via.array.ptr[1].as<int>(), 6);
+    const msgpack::object_bin& bytes = value.via.array.ptr[2].via.bin;
+    EXPECT_EQ(std::string(bytes.ptr, bytes.size), expected);
 
     msgpack::sbuffer notification;
     msgpack::packer<msgpack::sbuffer> packer(notification);
@@ -96,7 +114,7 @@ TEST_F(ServerProtocol, PlanesTravelWholeAndNotificationsRunUnanswered) {
     client->sendRaw(notification);
     const Response after = client->call("Wib_BufferHeight");
     EXPECT_EQ(after.result().as<int>(), 6);
-    EXPECT_EQ(host.workspace.document.InterfaceLockCount, 1);
+    EXPECT_EQ(host.workspace.lock.count, 1);
 }
 
 TEST_F(ServerProtocol, MalformedOrOversizedMessagesDropOnlyTheirConnection) {
@@ -126,7 +144,11 @@ TEST_F(ServerProtocol, AClientThatLeavesMidMessageChangesNothing) {
     RawClient::settle();
     client->close();
     EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
-    EXPECT_EQ(connectedClient()->call("Wib_GetR", Params(0, 0)).result().as<int>(), 255);
+    // The same message whole, from the next client, does change the plane.
+    auto next = connectedClient();
+    next->sendRaw(whole);
+    ASSERT_TRUE(next->next());
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 0);
 }
 
 TEST_F(ServerProtocol, AClientThatDiesHoldingLocksHasThemGivenBack) {
@@ -142,8 +164,8 @@ TEST_F(ServerProtocol, AClientThatDiesHoldingLocksHasThemGivenBack) {
     }
     EXPECT_TRUE(host.view.mainFrameEnabled);
     EXPECT_TRUE(host.view.canvasEnabled);
-    EXPECT_TRUE(host.workspace.document.MainFrameEnabled);
-    EXPECT_EQ(host.workspace.document.InterfaceLockCount, 1);
+    EXPECT_TRUE(host.workspace.lock.mainFrameEnabled);
+    EXPECT_EQ(host.workspace.lock.count, 1);
     EXPECT_EQ(host.prompter.statusLog.back(), "close");
     EXPECT_TRUE(
         logHas("Plug-in disconnected while holding the interface lock; windows enabled again."));
@@ -155,7 +177,7 @@ TEST_F(ServerProtocol, AClientThatDiesHoldingLocksHasThemGivenBack) {
     next->call("Wib_StatusOpen");
     EXPECT_EQ(host.prompter.statusLog.back(), "open:Processing...");
     next->call("Wib_HardUnlock");
-    EXPECT_EQ(host.workspace.document.InterfaceLockCount, 0);
+    EXPECT_EQ(host.workspace.lock.count, 0);
 }
 
 TEST_F(ServerProtocol, AClientThatReleasedItsLocksLeavesNoTrace) {
@@ -178,14 +200,14 @@ namespace {
 class PumpingView : public RecordingView {
   public:
     void processPendingEvents() override {
-        const int before = document->InterfaceLockCount;
+        const int before = lock->count;
         if (const auto action = std::exchange(duringPump, nullptr)) {
             action();
         }
         RawClient::settle();
-        changedDuringPump = document->InterfaceLockCount != before;
+        changedDuringPump = lock->count != before;
     }
-    const Document* document = nullptr;
+    const InterfaceLock* lock = nullptr;
     std::function<void()> duringPump;
     bool changedDuringPump = false;
 };
@@ -195,11 +217,13 @@ TEST(ServerOrder, ACallThatLetsEventsRunFinishesBeforeTheNextOneStarts) {
     PumpingView view;
     Workspace workspace(HostServices{fakes.prompter, fakes.preferences, fakes.clock, view,
                                      fakes.system, fakes.log});
-    view.document = &workspace.document;
+    view.lock = &workspace.lock;
     NewDocument(workspace, 8, 6);
     CommandRegistry commands;
     MapControls controls;
-    AutomationHost host{workspace, commands, controls, "", "", 1, nullptr, nullptr, nullptr};
+    ProgramParts parts(workspace);
+    AutomationHost host{workspace, commands,    controls,    "",          "",
+                        1,         parts.paint, parts.files, parts.frames};
     AutomationServer server(host);
     ASSERT_TRUE(server.listen(
         QString("wib-automation-order-%1").arg(QCoreApplication::applicationPid()), kToken));
@@ -215,7 +239,7 @@ TEST(ServerOrder, ACallThatLetsEventsRunFinishesBeforeTheNextOneStarts) {
     const auto lockAnswer = second.next();
     ASSERT_TRUE(lockAnswer);
     EXPECT_EQ(lockAnswer->msgid, lockId);
-    EXPECT_EQ(workspace.document.InterfaceLockCount, 1);
+    EXPECT_EQ(workspace.lock.count, 1);
 }
 
 }  // namespace

@@ -91,6 +91,7 @@ class RecordingView : public View {
     }
     void setCanvasEnabled(bool enabled) override { canvasEnabled = enabled; }
     void setMainFrameEnabled(bool enabled) override { mainFrameEnabled = enabled; }
+    void pointerShapeChanged(int shape) override { pointerShapes.push_back(shape); }
 
     int refreshes = 0;
     int areaRefreshes = 0;
@@ -99,6 +100,7 @@ class RecordingView : public View {
     int eventPumps = 0;
     bool canvasEnabled = true;
     bool mainFrameEnabled = true;
+    std::vector<int> pointerShapes;
     // What the interface's pending events do when they are let through.
     std::function<void()> pendingEvents;
 };

@@ -13,7 +13,6 @@
 
 #include "anim/animation_commands.h"
 #include "anim/frame_store.h"
-#include "core/buffer_access.h"
 #include "core/document_commands.h"
 #include "tests/support/test_host.h"
 #include "ui/animation_panels.h"
@@ -29,7 +28,7 @@ class AnimationPanels : public ::testing::Test {
   protected:
     AnimationPanels() {
         RegisterDocumentCommands(commands);
-        RegisterAnimationCommands(commands, store, [] { return 0xFFFFFF; });
+        RegisterAnimationCommands(commands, store);
         paths.dataDir = WIB_DATA_DIR;
         paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-anim-user";
         paths.tempDir = std::filesystem::temp_directory_path();
@@ -67,7 +66,7 @@ TEST_F(AnimationPanels, TheAnimationMenuAndPlaybackControlsAreThere) {
 TEST_F(AnimationPanels, TheControlsFollowTheStoreAndDriveIt) {
     MDI_MainForm form(host.workspace, commands, paths);
     AttachAnimationPanels(form, store, commands);
-    Wib_ClearBuffer(host.workspace.document, 1, 2, 3);
+    ClearImage(host.workspace.document, {1, 2, 3});
     ASSERT_TRUE(store.CreateAnimation(5, 0));
     auto* slider = form.findChild<QSlider*>("HScroll1");
     EXPECT_EQ(slider->maximum(), 4);
@@ -75,11 +74,11 @@ TEST_F(AnimationPanels, TheControlsFollowTheStoreAndDriveIt) {
 
     EXPECT_TRUE(controls.set("PlaybackPanel", "HScroll1", ParamValue{3LL}));
     EXPECT_EQ(store.CurrentFrame(), 3) << "the slider goes to the frame";
-    EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 0);
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 0);
     EXPECT_TRUE(controls.set("PlaybackPanel", "cmdFirst", ParamValue{-1LL}));
     EXPECT_EQ(store.CurrentFrame(), 0);
     EXPECT_EQ(slider->value(), 0);
-    EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 1);
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 1);
     EXPECT_TRUE(controls.set("PlaybackPanel", "cmdBack", ParamValue{-1LL}));
     EXPECT_EQ(control("PlaybackPanel", "lblFrame"), "4 of 5");
 

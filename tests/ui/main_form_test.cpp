@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <fstream>
 
-#include "core/buffer_access.h"
 #include "core/document_commands.h"
 #include "core/recent_files.h"
 #include "core/undo.h"
@@ -43,11 +42,11 @@ TEST_F(MainForm, EveryCommandHasItsMenuItemWithShortcut) {
 TEST_F(MainForm, MenuCommandsWithoutDialogsRunAtOnce) {
     MDI_MainForm form(host.workspace, commands, paths);
     SaveUndo(host.workspace);
-    Wib_ClearBuffer(host.workspace.document, 1, 1, 1);
+    ClearImage(host.workspace.document, {1, 1, 1});
     form.runFromMenu("edit.undo");
-    EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 255);
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
     form.runFromMenu("edit.redo");
-    EXPECT_EQ(Wib_GetR(host.workspace.document, 0, 0), 1);
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 1);
     form.runFromMenu("edit.redo");  // nothing to redo: refused quietly
     EXPECT_TRUE(host.prompter.messages.empty());
 }
@@ -55,15 +54,15 @@ TEST_F(MainForm, MenuCommandsWithoutDialogsRunAtOnce) {
 TEST_F(MainForm, ZoomStepsResizeTheCanvas) {
     MDI_MainForm form(host.workspace, commands, paths);
     form.zoomIn();
-    EXPECT_EQ(host.workspace.document.Zoom, 150);
+    EXPECT_EQ(host.workspace.view.zoom, 150);
     EXPECT_EQ(form.canvas()->width(), 96);
     form.zoomActual();
     form.zoomOut();
-    EXPECT_EQ(host.workspace.document.Zoom, 67);
+    EXPECT_EQ(host.workspace.view.zoom, 67);
     for (int i = 0; i < 20; ++i) {
         form.zoomOut();
     }
-    EXPECT_EQ(host.workspace.document.Zoom, 10);
+    EXPECT_EQ(host.workspace.view.zoom, 10);
     EXPECT_EQ(form.canvas()->width(), 7);
 }
 

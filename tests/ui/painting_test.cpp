@@ -4,10 +4,10 @@
 #include <QMouseEvent>
 #include <filesystem>
 
-#include "core/buffer_access.h"
 #include "core/document_commands.h"
 #include "core/undo.h"
 #include "paint/paint_session.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 #include "ui/form1.h"
 #include "ui/mdi_main_form.h"
@@ -52,7 +52,7 @@ TEST_F(Painting, PanelControlsReachTheBrushByName) {
     ASSERT_TRUE(controls.set("Paper_Panel", "Check1", ParamValue{-1LL}));
     EXPECT_TRUE(paint.state().options.paperInvert);
     ASSERT_TRUE(controls.set("BrushOptions", "kq_button5", ParamValue{-1LL}));
-    EXPECT_EQ(paint.Wib_GetBrushType(), 0);
+    EXPECT_EQ(paint.brushType(), BrushType::Smooth);
 
     // A change made elsewhere shows in the panel.
     paint.state().options.dryOut = 99;
@@ -61,7 +61,7 @@ TEST_F(Painting, PanelControlsReachTheBrushByName) {
 }
 
 TEST_F(Painting, ADragPaintsOneUndoableStroke) {
-    paint.Wib_SetPrimaryColor(0x00FF00);
+    paint.setPrimaryColour({0, 255, 0});
     const QPointF from(40, 60), to(160, 60);
     mouse(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
     for (int x = 50; x <= 160; x += 10) {
@@ -69,24 +69,24 @@ TEST_F(Painting, ADragPaintsOneUndoableStroke) {
     }
     mouse(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
     const Document& doc = host.workspace.document;
-    EXPECT_EQ(Wib_GetRGB(doc, 100, 60), 0x00FF00);
-    EXPECT_EQ(Wib_GetRGB(doc, 100, 100), 0xFFFFFF);
+    EXPECT_EQ(PackedPixel(doc, 100, 60), 0x00FF00);
+    EXPECT_EQ(PackedPixel(doc, 100, 100), 0xFFFFFF);
     EXPECT_GT(host.view.areaRefreshes, 0) << "only dirty rectangles were redrawn";
 
     ASSERT_TRUE(EditUndo(host.workspace));
-    EXPECT_EQ(Wib_GetRGB(doc, 100, 60), 0xFFFFFF) << "the stroke was one step";
+    EXPECT_EQ(PackedPixel(doc, 100, 60), 0xFFFFFF) << "the stroke was one step";
 }
 
 TEST_F(Painting, RightButtonPaintsSecondaryAndAltPicks) {
-    paint.Wib_SetSecondaryColor(0x123456);
+    paint.setSecondaryColour({0x56, 0x34, 0x12});
     mouse(QEvent::MouseButtonPress, QPointF(30, 30), Qt::RightButton, Qt::RightButton);
     mouse(QEvent::MouseButtonRelease, QPointF(30, 30), Qt::RightButton, Qt::NoButton);
-    EXPECT_EQ(Wib_GetRGB(host.workspace.document, 30, 30), 0x123456);
+    EXPECT_EQ(PackedPixel(host.workspace.document, 30, 30), 0x123456);
 
     QMouseEvent pick(QEvent::MouseButtonPress, QPointF(30, 30), QPointF(30, 30), Qt::LeftButton,
                      Qt::LeftButton, Qt::AltModifier);
     QApplication::sendEvent(form.canvas(), &pick);
-    EXPECT_EQ(paint.Wib_GetPrimaryColor(), 0x123456);
+    EXPECT_EQ(host.workspace.colours.primary.packed(), 0x123456);
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/buffer_access.h"
+#include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 #include "ui/plane_image.h"
 
@@ -11,8 +11,8 @@ TEST(PlaneImage, ConvertsTheRequestedAreaWithoutTheSpareColumnOrRow) {
     testing::TestHost host;
     host.newDocument(4, 3);
     Document& doc = host.workspace.document;
-    Wib_SetRGB(doc, 3, 2, 10, 20, 30);
-    Wib_SetRGB(doc, 1, 1, 1, 2, 3);
+    SetPixel(doc, 3, 2, {10, 20, 30});
+    SetPixel(doc, 1, 1, {1, 2, 3});
 
     QImage image;
     PlanesToImage(doc, QRect(0, 0, 100, 100), image);
@@ -31,7 +31,7 @@ TEST(PlaneImage, ARedrawOfTheSameSizeReusesThePicture) {
     QImage image;
     PlanesToImage(host.workspace.document, QRect(0, 0, 4, 3), image);
     const uchar* bits = image.constBits();
-    Wib_SetRGB(host.workspace.document, 0, 0, 7, 8, 9);
+    SetPixel(host.workspace.document, 0, 0, {7, 8, 9});
     PlanesToImage(host.workspace.document, QRect(0, 0, 4, 3), image);
     EXPECT_EQ(image.constBits(), bits);
     EXPECT_EQ(image.pixel(0, 0), qRgb(7, 8, 9));

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 // The Wibbleton plug-in client for C++: header-only, over a Unix-domain
@@ -10,8 +11,9 @@
 //     wib.Wib_SetRbuffer(red);
 //
 // Every method of the automation object is a member function of the same
-// name. A call the program refuses throws WibbletonError with the program's
-// error code; a lost connection throws std::system_error or std::runtime_error.
+// name (wibbleton_methods.h, generated from the program's method table). A
+// call the program refuses throws WibbletonError with the program's error
+// code; a lost connection throws std::system_error or std::runtime_error.
 
 #ifndef MSGPACK_NO_BOOST
 #define MSGPACK_NO_BOOST
@@ -35,6 +37,7 @@
 #include <stdexcept>
 #include <string>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -130,23 +133,48 @@ inline std::string RequiredEnvironment(const char* name) {
     return value;
 }
 
-template <typename Stream>
-void PackArg(msgpack::packer<Stream>& packer, const Value& value) {
+// A request on its way out: the msgpack bytes, and the planes whose bytes go
+// out from the caller's memory at recorded offsets instead of being copied.
+struct Outgoing {
+    struct Splice {
+        std::size_t at;
+        const std::uint8_t* data;
+        std::size_t size;
+    };
+    msgpack::sbuffer bytes;
+    std::vector<Splice> splices;
+};
+
+inline void PackArg(Outgoing& out, const Value& value) {
+    msgpack::packer<msgpack::sbuffer> packer(out.bytes);
     std::visit([&packer](const auto& v) { packer.pack(v); }, value);
 }
 
-template <typename Stream>
-void PackArg(msgpack::packer<Stream>& packer, const std::map<std::string, Value>& values) {
-    packer.pack_map(static_cast<std::uint32_t>(values.size()));
+inline void PackArg(Outgoing& out, const std::map<std::string, Value>& values) {
+    msgpack::packer<msgpack::sbuffer>(out.bytes).pack_map(
+        static_cast<std::uint32_t>(values.size()));
     for (const auto& [name, value] : values) {
-        packer.pack(name);
-        PackArg(packer, value);
+        msgpack::packer<msgpack::sbuffer>(out.bytes).pack(name);
+        PackArg(out, value);
     }
 }
 
-template <typename Stream, typename T>
-void PackArg(msgpack::packer<Stream>& packer, const T& value) {
-    packer.pack(value);
+inline void PackArg(Outgoing& out, const Plane& plane) {
+    if (plane.data.size() !=
+        static_cast<std::size_t>(plane.ubX + 1) * static_cast<std::size_t>(plane.ubY + 1)) {
+        throw std::invalid_argument("plane data does not match its upper bounds");
+    }
+    msgpack::packer<msgpack::sbuffer> packer(out.bytes);
+    packer.pack_array(3);
+    packer.pack(plane.ubX);
+    packer.pack(plane.ubY);
+    packer.pack_bin(static_cast<std::uint32_t>(plane.data.size()));
+    out.splices.push_back({out.bytes.size(), plane.data.data(), plane.data.size()});
+}
+
+template <typename T>
+void PackArg(Outgoing& out, const T& value) {
+    msgpack::packer<msgpack::sbuffer>(out.bytes).pack(value);
 }
 
 inline Value ToValue(const msgpack::object& o) {
@@ -187,23 +215,70 @@ inline const msgpack::object& Field(const msgpack::object& map, const char* key)
     throw std::runtime_error(std::string("the command table has no field ") + key);
 }
 
+inline std::vector<Command> ToCommands(const msgpack::object& list) {
+    std::vector<Command> commands;
+    for (std::uint32_t i = 0; i < list.via.array.size; ++i) {
+        const msgpack::object& entry = list.via.array.ptr[i];
+        Command command;
+        command.id = Field(entry, "id").as<std::string>();
+        command.caption = Field(entry, "caption").as<std::string>();
+        command.menu = Field(entry, "menu").as<std::string>();
+        const msgpack::object& params = Field(entry, "params");
+        for (std::uint32_t p = 0; p < params.via.array.size; ++p) {
+            const msgpack::object& spec = params.via.array.ptr[p];
+            CommandParam param;
+            param.name = Field(spec, "name").as<std::string>();
+            param.caption = Field(spec, "caption").as<std::string>();
+            param.type = Field(spec, "type").as<std::string>();
+            param.min = Field(spec, "min").as<double>();
+            param.max = Field(spec, "max").as<double>();
+            param.initial = ToValue(Field(spec, "default"));
+            param.choices = Field(spec, "choices").as<std::vector<std::string>>();
+            command.params.push_back(std::move(param));
+        }
+        commands.push_back(std::move(command));
+    }
+    return commands;
+}
+
+// An answer as the typed member functions return it.
+template <typename T>
+T FromWire(const msgpack::object& o) {
+    if constexpr (std::is_same_v<T, bool>) {
+        return o.as<int>() == -1;  // the program's true
+    } else if constexpr (std::is_same_v<T, Plane>) {
+        return ToPlane(o);
+    } else if constexpr (std::is_same_v<T, std::optional<Plane>>) {
+        // A brush plane getter answers -1 while no custom brush is active.
+        return o.type == msgpack::type::ARRAY ? std::optional<Plane>(ToPlane(o)) : std::nullopt;
+    } else if constexpr (std::is_same_v<T, std::vector<Command>>) {
+        return ToCommands(o);
+    } else if constexpr (std::is_same_v<T, Value>) {
+        return ToValue(o);
+    } else {
+        return o.as<T>();
+    }
+}
+
 }  // namespace detail
 
-class Wibbleton_Class {
+// The connection to the program: everything but the methods, which
+// Wibbleton_Class adds.
+class Connection {
   public:
     // Connects to the program that started the plug-in.
-    Wibbleton_Class()
-        : Wibbleton_Class(detail::RequiredEnvironment("WIBBLETON_SERVER"),
-                          detail::RequiredEnvironment("WIBBLETON_TOKEN")) {}
+    Connection()
+        : Connection(detail::RequiredEnvironment("WIBBLETON_SERVER"),
+                     detail::RequiredEnvironment("WIBBLETON_TOKEN")) {}
 
-    Wibbleton_Class(const std::string& server, const std::string& token) {
+    Connection(const std::string& server, const std::string& token) {
         connectTo(ResolveServerPath(server));
         call("Wib_Connect", token);
     }
 
-    Wibbleton_Class(const Wibbleton_Class&) = delete;
-    Wibbleton_Class& operator=(const Wibbleton_Class&) = delete;
-    ~Wibbleton_Class() {
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+    ~Connection() {
         if (fd_ >= 0) {
             ::close(fd_);
         }
@@ -218,112 +293,13 @@ class Wibbleton_Class {
     // Notifications that have arrived so far, oldest first; taking them empties the queue.
     std::deque<Event> events() { return std::exchange(events_, {}); }
 
-    // Refresh, locking and undo.
-    void Wib_Lock() { call("Wib_Lock"); }
-    void Wib_Unlock() { call("Wib_Unlock"); }
-    void Wib_HardUnlock() { call("Wib_HardUnlock"); }
-    void Wib_LockInterface() { call("Wib_LockInterface"); }
-    void Wib_UnlockInterface() { call("Wib_UnlockInterface"); }
-    void Wib_LockBuffer() { call("Wib_LockBuffer"); }
-    void Wib_UnlockBuffer() { call("Wib_UnlockBuffer"); }
-    void Wib_Refresh() { call("Wib_Refresh"); }
-    void Wib_CompleteRefresh() { call("Wib_CompleteRefresh"); }
-    void Wib_SimpleRefresh(bool on) { call("Wib_SimpleRefresh", on); }
-    void Wib_NoRefresh(bool on) { call("Wib_NoRefresh", on); }
-    void Wib_RefreshTitleOnly(bool on) { call("Wib_RefreshTitleOnly", on); }
-    void Wib_RefreshLayers() { call("Wib_RefreshLayers"); }
-    void Wib_Refresh_BrushDisplays() { call("Wib_Refresh_BrushDisplays"); }
-    void Wib_SaveUndo() { call("Wib_SaveUndo"); }
-    void Wib_RestoreUndo() { call("Wib_RestoreUndo"); }
-
-    // Status and messages.
-    void Wib_StatusOpen() { call("Wib_StatusOpen"); }
-    void Wib_StatusOpen(const std::string& caption) { call("Wib_StatusOpen", caption); }
-    void Wib_Status(const std::string& text) { call("Wib_Status", text); }
-    void Wib_SetProgress(float percent) { call("Wib_SetProgress", percent); }
-    void Wib_StatusClose() { call("Wib_StatusClose"); }
-    void Wib_PrintError(const std::string& text) { call("Wib_PrintError", text); }
-    int Wib_MessageBox(const std::string& text, const std::string& title = "Wibbleton") {
-        return call("Wib_MessageBox", text, title)->as<int>();
-    }
-    // 1 for the first button (Yes), 2 for the second (No).
-    int Wib_QuestionBox(const std::string& text, const std::string& title = "Wibbleton") {
-        return call("Wib_QuestionBox", text, title)->as<int>();
-    }
-    double Wib_ValueBox(const std::string& prompt, double initial, double min, double max) {
-        return call("Wib_ValueBox", prompt, initial, min, max)->as<double>();
-    }
-    double Wib_ValueBox2(const std::string& title, const std::string& prompt, double initial,
-                         double min, double max) {
-        return call("Wib_ValueBox2", title, prompt, initial, min, max)->as<double>();
-    }
-    std::string Wib_RequestFile_Open(const std::string& title,
-                                     const std::string& filter = "All files (*)") {
-        return call("Wib_RequestFile_Open", title, filter)->as<std::string>();
-    }
-    std::string Wib_RequestFile_Save(const std::string& title,
-                                     const std::string& filter = "All files (*)") {
-        return call("Wib_RequestFile_Save", title, filter)->as<std::string>();
-    }
-    std::string Wib_DirectoryBrowse(const std::string& title) {
-        return call("Wib_DirectoryBrowse", title)->as<std::string>();
-    }
-
-    // Pixel and buffer access.
-    int Wib_BufferWidth() { return call("Wib_BufferWidth")->as<int>(); }
-    int Wib_BufferHeight() { return call("Wib_BufferHeight")->as<int>(); }
-    int Wib_GetRGB(int x, int y) { return call("Wib_GetRGB", x, y)->as<int>(); }
-    int Wib_GetR(int x, int y) { return call("Wib_GetR", x, y)->as<int>(); }
-    int Wib_GetG(int x, int y) { return call("Wib_GetG", x, y)->as<int>(); }
-    int Wib_GetB(int x, int y) { return call("Wib_GetB", x, y)->as<int>(); }
-    void Wib_SetRGB(int x, int y, int r, int g, int b) { call("Wib_SetRGB", x, y, r, g, b); }
-    Plane Wib_GetRBuffer() { return planeCall("Wib_GetRBuffer"); }
-    Plane Wib_GetGBuffer() { return planeCall("Wib_GetGBuffer"); }
-    Plane Wib_GetBBuffer() { return planeCall("Wib_GetBBuffer"); }
-    Plane Wib_GetABuffer() { return planeCall("Wib_GetABuffer"); }
-    void Wib_SetRbuffer(const Plane& plane) { sendPlane("Wib_SetRbuffer", plane); }
-    void Wib_SetGBuffer(const Plane& plane) { sendPlane("Wib_SetGBuffer", plane); }
-    void Wib_SetBBuffer(const Plane& plane) { sendPlane("Wib_SetBBuffer", plane); }
-    void Wib_SetABuffer(const Plane& plane) { sendPlane("Wib_SetABuffer", plane); }
-    Plane Wib_GetSwapRBuffer() { return planeCall("Wib_GetSwapRBuffer"); }
-    Plane Wib_GetSwapGBuffer() { return planeCall("Wib_GetSwapGBuffer"); }
-    Plane Wib_GetSwapBBuffer() { return planeCall("Wib_GetSwapBBuffer"); }
-    void Wib_SetSwapRBuffer(const Plane& plane) { sendPlane("Wib_SetSwapRBuffer", plane); }
-    void Wib_SetSwapGBuffer(const Plane& plane) { sendPlane("Wib_SetSwapGBuffer", plane); }
-    void Wib_SetSwapBBuffer(const Plane& plane) { sendPlane("Wib_SetSwapBBuffer", plane); }
-    int Wib_GetAlphabits() { return call("Wib_GetAlphabits")->as<int>(); }
-    void Wib_AlphaOn() { call("Wib_AlphaOn"); }
-    void Wib_AlphaOff() { call("Wib_AlphaOff"); }
-    // left, top, right, bottom; right < left when nothing is selected.
-    std::array<int, 4> Wib_GetAlphaBounds() {
-        return call("Wib_GetAlphaBounds")->as<std::array<int, 4>>();
-    }
-    // Nothing while no custom brush is active.
-    std::optional<Plane> Wib_GetBrushRBuffer() { return brushCall("Wib_GetBrushRBuffer"); }
-    std::optional<Plane> Wib_GetBrushGBuffer() { return brushCall("Wib_GetBrushGBuffer"); }
-    std::optional<Plane> Wib_GetBrushBBuffer() { return brushCall("Wib_GetBrushBBuffer"); }
-    std::optional<Plane> Wib_GetBrushABuffer() { return brushCall("Wib_GetBrushABuffer"); }
-    void Wib_NewBuffer(int width, int height) { call("Wib_NewBuffer", width, height); }
-    void Wib_ClearBuffer(int r, int g, int b) { call("Wib_ClearBuffer", r, g, b); }
-    void Wib_ChangeBufferSize(int newWidth, int newHeight, int r, int g, int b, int anchor) {
-        call("Wib_ChangeBufferSize", newWidth, newHeight, r, g, b, anchor);
-    }
-    void Wib_RenameBuffer(const std::string& name) { call("Wib_RenameBuffer", name); }
-
-    // Program, commands and controls.
-    int Wib_GetThreadcount() { return call("Wib_GetThreadcount")->as<int>(); }
-    std::string Wib_GetAppDir() { return call("Wib_GetAppDir")->as<std::string>(); }
-    std::string Wib_GetTempDir() { return call("Wib_GetTempDir")->as<std::string>(); }
-    std::vector<Command> Wib_ListCommands();
-    // True when the command ran, false when it refused.
-    bool Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params = {}) {
-        return call("Wib_RunCommand", id, params)->as<int>() == -1;
-    }
-    Value Wib_GetControl(const std::string& panel, const std::string& control) {
-        return detail::ToValue(call("Wib_GetControl", panel, control).get());
-    }
-    void Wib_SetControl(const std::string& panel, const std::string& control, const Value& value) {
-        call("Wib_SetControl", panel, control, value);
+  protected:
+    template <typename Result, typename... Args>
+    Result invoke(const std::string& method, const Args&... args) {
+        const msgpack::object_handle result = request(method, args...);
+        if constexpr (!std::is_void_v<Result>) {
+            return detail::FromWire<Result>(result.get());
+        }
     }
 
   private:
@@ -355,37 +331,35 @@ class Wibbleton_Class {
     // The result refers to the receive buffer: use it before the next request.
     template <typename... Args>
     msgpack::object_handle request(const std::string& method, const Args&... args) {
-        msgpack::sbuffer request;
-        msgpack::packer<msgpack::sbuffer> packer(request);
-        const std::uint32_t msgid = startRequest(packer, method, sizeof...(Args));
-        (detail::PackArg(packer, args), ...);
-        sendAll(request.data(), request.size(), nullptr, 0);
-        return awaitResponse(msgid);
-    }
-
-    std::uint32_t startRequest(msgpack::packer<msgpack::sbuffer>& packer, const std::string& method,
-                               std::size_t argCount) {
         const std::uint32_t msgid = nextId_++;
+        detail::Outgoing out;
+        msgpack::packer<msgpack::sbuffer> packer(out.bytes);
         packer.pack_array(4);
         packer.pack(0);
         packer.pack(msgid);
         packer.pack(method);
-        packer.pack_array(static_cast<std::uint32_t>(argCount));
-        return msgid;
+        packer.pack_array(static_cast<std::uint32_t>(sizeof...(Args)));
+        (detail::PackArg(out, args), ...);
+        sendAll(out);
+        return awaitResponse(msgid);
     }
 
-    // Writes the head and then the tail with as few system calls as the
-    // socket allows, the tail straight from the caller's memory.
-    void sendAll(const char* head, std::size_t headSize, const std::uint8_t* tail,
-                 std::size_t tailSize) {
-        iovec parts[2] = {{const_cast<char*>(head), headSize},
-                          {const_cast<std::uint8_t*>(tail), tailSize}};
-        int first = 0;
-        const int count = tailSize > 0 ? 2 : 1;
-        while (first < count) {
+    // Writes the request with as few system calls as the socket allows,
+    // plane bytes straight from the caller's memory.
+    void sendAll(const detail::Outgoing& out) {
+        std::vector<iovec> parts;
+        std::size_t from = 0;
+        for (const detail::Outgoing::Splice& splice : out.splices) {
+            parts.push_back({const_cast<char*>(out.bytes.data()) + from, splice.at - from});
+            parts.push_back({const_cast<std::uint8_t*>(splice.data), splice.size});
+            from = splice.at;
+        }
+        parts.push_back({const_cast<char*>(out.bytes.data()) + from, out.bytes.size() - from});
+        std::size_t first = 0;
+        while (first < parts.size()) {
             msghdr message{};
-            message.msg_iov = parts + first;
-            message.msg_iovlen = static_cast<std::size_t>(count - first);
+            message.msg_iov = parts.data() + first;
+            message.msg_iovlen = parts.size() - first;
             // MSG_NOSIGNAL: a closed connection is an exception, not SIGPIPE.
             const ssize_t sent = ::sendmsg(fd_, &message, MSG_NOSIGNAL);
             if (sent < 0) {
@@ -395,11 +369,11 @@ class Wibbleton_Class {
                 throw std::system_error(errno, std::generic_category(), "send to Wibbleton");
             }
             std::size_t left = static_cast<std::size_t>(sent);
-            while (first < count && left >= parts[first].iov_len) {
+            while (first < parts.size() && left >= parts[first].iov_len) {
                 left -= parts[first].iov_len;
                 ++first;
             }
-            if (first < count) {
+            if (first < parts.size()) {
                 parts[first].iov_base = static_cast<char*>(parts[first].iov_base) + left;
                 parts[first].iov_len -= left;
             }
@@ -483,32 +457,6 @@ class Wibbleton_Class {
         end_ += static_cast<std::size_t>(got);
     }
 
-    Plane planeCall(const std::string& method) { return detail::ToPlane(request(method).get()); }
-
-    std::optional<Plane> brushCall(const std::string& method) {
-        const msgpack::object_handle result = request(method);
-        if (result->type != msgpack::type::ARRAY) {
-            return std::nullopt;
-        }
-        return detail::ToPlane(result.get());
-    }
-
-    void sendPlane(const std::string& method, const Plane& plane) {
-        if (plane.data.size() !=
-            static_cast<std::size_t>(plane.ubX + 1) * static_cast<std::size_t>(plane.ubY + 1)) {
-            throw std::invalid_argument("plane data does not match its upper bounds");
-        }
-        msgpack::sbuffer head;
-        msgpack::packer<msgpack::sbuffer> packer(head);
-        const std::uint32_t msgid = startRequest(packer, method, 1);
-        packer.pack_array(3);
-        packer.pack(plane.ubX);
-        packer.pack(plane.ubY);
-        packer.pack_bin(static_cast<std::uint32_t>(plane.data.size()));
-        sendAll(head.data(), head.size(), plane.data.data(), plane.data.size());
-        awaitResponse(msgid);
-    }
-
     int fd_ = -1;
     std::uint32_t nextId_ = 1;
     std::unique_ptr<char[]> inbox_;  // received bytes; [start_, end_) not yet parsed
@@ -518,31 +466,7 @@ class Wibbleton_Class {
     std::deque<Event> events_;
 };
 
-inline std::vector<Command> Wibbleton_Class::Wib_ListCommands() {
-    const msgpack::object_handle list = call("Wib_ListCommands");
-    std::vector<Command> commands;
-    for (std::uint32_t i = 0; i < list->via.array.size; ++i) {
-        const msgpack::object& entry = list->via.array.ptr[i];
-        Command command;
-        command.id = detail::Field(entry, "id").as<std::string>();
-        command.caption = detail::Field(entry, "caption").as<std::string>();
-        command.menu = detail::Field(entry, "menu").as<std::string>();
-        const msgpack::object& params = detail::Field(entry, "params");
-        for (std::uint32_t p = 0; p < params.via.array.size; ++p) {
-            const msgpack::object& spec = params.via.array.ptr[p];
-            CommandParam param;
-            param.name = detail::Field(spec, "name").as<std::string>();
-            param.caption = detail::Field(spec, "caption").as<std::string>();
-            param.type = detail::Field(spec, "type").as<std::string>();
-            param.min = detail::Field(spec, "min").as<double>();
-            param.max = detail::Field(spec, "max").as<double>();
-            param.initial = detail::ToValue(detail::Field(spec, "default"));
-            param.choices = detail::Field(spec, "choices").as<std::vector<std::string>>();
-            command.params.push_back(std::move(param));
-        }
-        commands.push_back(std::move(command));
-    }
-    return commands;
-}
-
 }  // namespace wibbleton
+
+// The methods, one for every method of the automation object.
+#include "wibbleton_methods.h"

@@ -1,3 +1,4 @@
+#SPDX - License - Identifier : MIT
 """The Wibbleton plug-in client for Python.
 
 A plug-in that Wibbleton starts finds the program's socket in WIBBLETON_SERVER
@@ -10,7 +11,8 @@ and its token in WIBBLETON_TOKEN:
     wib.Wib_SetRbuffer(red)
 
 Every method of the automation object is a method of Wibbleton_Class with the
-same name and arguments. A call the program refuses raises WibbletonError with
+same name and arguments (wibbleton_methods.py, generated from the program's
+method table). A call the program refuses raises WibbletonError with
 the program's error code and message. Uses Debian's python3-msgpack.
 """
 
@@ -19,13 +21,15 @@ import socket
 
 import msgpack
 
+from wibbleton_methods import WibbletonMethods
+
 __all__ = ["Plane", "Wibbleton_Class", "WibbletonError", "resolve_server_path"]
 
 _REQUEST = 0
 _RESPONSE = 1
 _NOTIFICATION = 2
 
-# Room for one plane of the largest document the program accepts, and the rest.
+#Room for one plane of the largest document the program accepts, and the rest.
 _MAX_MESSAGE = (16384 + 1) ** 2 + (1 << 20)
 _READ_CHUNK = 4 << 20
 _SOCKET_BUFFER = 4 << 20
@@ -95,14 +99,14 @@ def _to_wire(value):
 
 
 def _from_wire(value):
-    # Only planes travel as [int, int, bin].
+#Only planes travel as[int, int, bin].
     if (isinstance(value, list) and len(value) == 3 and isinstance(value[2], bytes)
             and isinstance(value[0], int) and isinstance(value[1], int)):
         return Plane(value[0], value[1], value[2])
     return value
 
 
-class Wibbleton_Class:
+class Wibbleton_Class(WibbletonMethods):
     """The automation object of the running program."""
 
     def __init__(self, server=None, token=None):
@@ -142,38 +146,6 @@ class Wibbleton_Class:
 
     def __exit__(self, *exc):
         self.close()
-
-    def __getattr__(self, name):
-        if name.startswith(("Wib_", "Anim_", "GS_")):
-            return lambda *args: self.call(name, *args)
-        raise AttributeError(name)
-
-    # Helpers where the answer needs more than the plain value.
-
-    def Wib_RunCommand(self, command_id, params=None):
-        """True when the command ran, False when it refused."""
-        return self.call("Wib_RunCommand", command_id, params or {}) == -1
-
-    def Wib_GetAlphaBounds(self):
-        """(left, top, right, bottom); right < left when nothing is selected."""
-        return tuple(self.call("Wib_GetAlphaBounds"))
-
-    def _brush_plane(self, method):
-        result = self.call(method)
-        return None if result == -1 else result
-
-    def Wib_GetBrushRBuffer(self):
-        """The brush plane, or None while no custom brush is active."""
-        return self._brush_plane("Wib_GetBrushRBuffer")
-
-    def Wib_GetBrushGBuffer(self):
-        return self._brush_plane("Wib_GetBrushGBuffer")
-
-    def Wib_GetBrushBBuffer(self):
-        return self._brush_plane("Wib_GetBrushBBuffer")
-
-    def Wib_GetBrushABuffer(self):
-        return self._brush_plane("Wib_GetBrushABuffer")
 
     def _await(self, msgid):
         while True:

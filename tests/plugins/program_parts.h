@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "anim/frame_store.h"
+#include "core/host/process_runner.h"
+#include "fileio/converter_bridge.h"
+#include "fileio/image_files.h"
+#include "paint/paint_session.h"
+
+namespace wib::testing {
+
+// The parts of the program the automation object serves beside the
+// Workspace, as the program builds them; the converter starts nothing.
+struct ProgramParts {
+    class NoProcesses : public ProcessRunner {
+      public:
+        std::optional<int> start(const std::string&) override { return std::nullopt; }
+        bool running(int) override { return false; }
+    };
+
+    explicit ProgramParts(Workspace& workspace)
+        : converter(processes, std::filesystem::temp_directory_path()),
+          files(converter),
+          paint(workspace, std::filesystem::temp_directory_path()),
+          frames(workspace, std::filesystem::temp_directory_path() / "wib-plugins-crop.tmp") {}
+
+    NoProcesses processes;
+    ConverterBridge converter;
+    ImageFiles files;
+    PaintSession paint;
+    FrameStore frames;
+};
+
+}  // namespace wib::testing
