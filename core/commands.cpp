@@ -1,5 +1,6 @@
 #include "core/commands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -124,13 +125,28 @@ std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& va
 }
 
 void CommandRegistry::add(CommandSpec command) {
-    for (CommandSpec& existing : commands_) {
-        if (existing.id == command.id) {
-            existing = std::move(command);
-            return;
-        }
+    const auto existing =
+        std::find_if(commands_.begin(), commands_.end(),
+                     [&command](const CommandSpec& one) { return one.id == command.id; });
+    if (existing != commands_.end()) {
+        *existing = std::move(command);
+    } else {
+        commands_.push_back(std::move(command));
     }
-    commands_.push_back(std::move(command));
+    // A copy: an observer may stop observing while it is told.
+    const auto observers = observers_;
+    for (const auto& [key, changed] : observers) {
+        changed();
+    }
+}
+
+std::size_t CommandRegistry::observe(std::function<void()> changed) {
+    observers_[nextObserver_] = std::move(changed);
+    return nextObserver_++;
+}
+
+void CommandRegistry::forget(std::size_t key) {
+    observers_.erase(key);
 }
 
 const CommandSpec* CommandRegistry::find(const std::string& id) const {
@@ -176,10 +192,24 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
         }
         values[name] = *checked;
     }
-    if (!command->run(workspace, ParamValues(std::move(values)))) {
+    // A copy: a command may add commands as it runs, which moves the table.
+    const auto body = command->run;
+    if (!body(workspace, ParamValues(std::move(values)))) {
         return {Status::Refused, {}};
     }
     return {};
+}
+
+CommandOutcome CommandRegistry::runAsking(Workspace& workspace, const std::string& id) const {
+    const CommandSpec* command = find(id);
+    if (command == nullptr) {
+        return {CommandOutcome::Status::UnknownCommand, "no command " + id};
+    }
+    auto values = defaults(workspace, *command);
+    if (!command->params.empty() && dialog_ && !dialog_(*command, values)) {
+        return {CommandOutcome::Status::Cancelled, {}};
+    }
+    return run(workspace, id, values);
 }
 
 }  // namespace wib
