@@ -25,11 +25,11 @@ std::vector<Figure>& Figures() {
     return figures;
 }
 
-// What one benchmark reported: the time per iteration of each repetition in
+// What one benchmark reported, for each repetition: the time per iteration in
 // milliseconds, and the bytes it moved per second where it counts them.
 struct Measured {
     std::vector<double> timesMs;
-    double bytesPerSecond = 0;
+    std::vector<double> bytesPerSecond;
 };
 
 double Median(std::vector<double> values) {
@@ -54,7 +54,7 @@ class CapturingReporter : public benchmark::ConsoleReporter {
             one.timesMs.push_back(seconds * 1e3);
             if (const auto bytes = run.counters.find("bytes_per_second");
                 bytes != run.counters.end()) {
-                one.bytesPerSecond = bytes->second.value;
+                one.bytesPerSecond.push_back(bytes->second.value);
             }
         }
     }
@@ -122,12 +122,13 @@ int RunAndReport(int argc, char** argv) {
         const bool pass = ratio >= figure.target;
         failures += pass ? 0 : 1;
         std::string rate;
-        if (ours->second.bytesPerSecond > 0) {
+        if (!ours->second.bytesPerSecond.empty()) {
             char text[48];
-            std::snprintf(text, sizeof text, " ours=%.2fGB/s", ours->second.bytesPerSecond / 1e9);
+            std::snprintf(text, sizeof text, " ours=%.2fGB/s",
+                          Median(ours->second.bytesPerSecond) / 1e9);
             rate = text;
         }
-        std::printf("FIGURE %s ours=%.4fms %s=%.4fms ratio=%.2f target>=%.2f%s %s\n",
+        std::printf("FIGURE %s ours=%.4gms %s=%.4gms ratio=%.2f target>=%.2f%s %s\n",
                     figure.name.c_str(), oursMs, budget ? "budget" : "ref", referenceMs, ratio,
                     figure.target, rate.c_str(), pass ? "PASS" : "FAIL");
     }
