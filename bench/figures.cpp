@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstring>
 #include <map>
+#include <set>
 #include <vector>
 
 namespace wib::bench {
@@ -45,7 +46,11 @@ class CapturingReporter : public benchmark::ConsoleReporter {
     void ReportRuns(const std::vector<Run>& runs) override {
         ConsoleReporter::ReportRuns(runs);
         for (const Run& run : runs) {
-            if (run.run_type != Run::RT_Iteration || run.error_occurred) {
+            if (run.run_type != Run::RT_Iteration) {
+                continue;
+            }
+            if (run.error_occurred) {
+                failed.insert(run.run_name.function_name);
                 continue;
             }
             Measured& one = measured[run.run_name.function_name];
@@ -59,10 +64,11 @@ class CapturingReporter : public benchmark::ConsoleReporter {
         }
     }
     std::map<std::string, Measured> measured;
+    std::set<std::string> failed;
 };
 
-// Whether the command line picks benchmarks: figures whose benchmarks it
-// left out are then not reported at all.
+// Whether the command line picks benchmarks: a figure with a benchmark it
+// left out is then not reported at all.
 bool Filtered(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) {
         if (std::strncmp(argv[i], "--benchmark_filter", 18) == 0) {
@@ -105,9 +111,10 @@ int RunAndReport(int argc, char** argv) {
                    found->second.timesMs.size() >= static_cast<std::size_t>(kMinRepetitions);
         };
         if (!complete(ours) || (!budget && !complete(reference))) {
-            const bool leftOut =
-                ours == reporter.measured.end() && (budget || reference == reporter.measured.end());
-            if (filtered && leftOut) {
+            const auto ran = [&reporter](const std::string& name) {
+                return reporter.measured.contains(name) || reporter.failed.contains(name);
+            };
+            if (filtered && (!ran(figure.ours) || (!budget && !ran(figure.reference)))) {
                 continue;
             }
             ++failures;

@@ -22,8 +22,8 @@ inline constexpr int kMinRepetitions = 5;
 // --benchmark_* flags), then prints one line per figure, with the rate of a
 // benchmark that counts the bytes it moves:
 //   FIGURE undo_save_1080p ours=0.41ms ref=0.39ms ratio=0.95 target>=0.80 PASS
-// A figure whose benchmarks did not report (they failed, or ran fewer times)
-// fails; one whose benchmarks a --benchmark_filter left out is not printed.
+// A figure whose benchmarks did not report (one failed or ran fewer times)
+// fails; one with a benchmark that a --benchmark_filter left out is not printed.
 int RunAndReport(int argc, char** argv);
 
 }  // namespace wib::bench
