@@ -36,8 +36,10 @@ void CheckScreen(Log& log, Prompter& prompter) {
     if (screen == nullptr) {
         return;
     }
-    const double dpi = screen->logicalDotsPerInch();
-    log.line("DPI scale factor is " + FormatNumber(dpi / 96.0 * screen->devicePixelRatio()));
+    // Qt keeps the logical DPI near 96 and scales by the device pixel ratio
+    // instead; the screen's setting is the two together.
+    const double dpi = screen->logicalDotsPerInch() * screen->devicePixelRatio();
+    log.line("DPI scale factor is " + FormatNumber(dpi / 96.0));
     if (const auto conflict = ScreenConflictText(dpi)) {
         log.line(kConflictTitle);
         log.line(*conflict);
