@@ -1,6 +1,6 @@
 #include "anim/animation_plan.h"
 
-#include <cstdio>
+#include <cmath>
 
 #include "anim/frame_rate.h"
 #include "core/workspace.h"
@@ -20,12 +20,24 @@ std::optional<std::string> FrameCountProblem(long long frames) {
     return std::nullopt;
 }
 
+std::string FormatOneDecimalNoZeros(double value) {
+    const long long tenths = std::llround(std::fabs(value) * 10);
+    std::string text = value < 0 && tenths != 0 ? "-" : "";
+    if (tenths >= 10) {
+        text += std::to_string(tenths / 10);
+    }
+    text += '.';
+    if (tenths % 10 != 0) {
+        text += static_cast<char>('0' + tenths % 10);
+    }
+    return text;
+}
+
 std::string ProjectLengthText(long long frames, const std::string& rateText) {
     const double rate = FrameRateFromText(rateText);
-    char seconds[32];
-    std::snprintf(seconds, sizeof seconds, "%.1f",
-                  static_cast<double>(frames) / (rate > 1 ? rate : 1));
-    return std::to_string(frames) + " frames at " + rateText + " fps = " + seconds + " seconds";
+    return std::to_string(frames) + " frames at " + rateText + " fps = " +
+           FormatOneDecimalNoZeros(static_cast<double>(frames) / (rate > 1 ? rate : 1)) +
+           " seconds";
 }
 
 std::string RequiredMemoryText(long long frames, int width, int height) {

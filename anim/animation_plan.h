@@ -16,10 +16,15 @@ inline constexpr const char* kTooFewFramesMessage =
 // The creation panel refuses fewer than 2 frames.
 std::optional<std::string> FrameCountProblem(long long frames);
 
-// "12 frames at 24 fps = 0.5 seconds": the length is the frame count divided
-// by the rate (a rate of 1 or less counting as 1, as in playback), with one
-// decimal.
+// "12 frames at 24 fps = .5 seconds": the length is the frame count divided
+// by the rate (a rate of 1 or less counting as 1, as in playback), in the
+// format "##.#".
 std::string ProjectLengthText(long long frames, const std::string& rateText);
+
+// A number in the format "##.#": rounded to one decimal, halves away from
+// zero, with no leading zero and the point kept when the decimal is zero
+// (0.5 gives ".5", 5 gives "5.", 12.25 gives "12.3").
+std::string FormatOneDecimalNoZeros(double value);
 
 // frames x width x height x 3 bytes in whole megabytes, rounded down:
 // "95 MB. required".

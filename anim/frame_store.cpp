@@ -38,7 +38,8 @@ bool FrameStore::CreateAnimation(int frames, int copyImage) {
         prompter.message(kNoFramesMessage);
         return false;
     }
-    if (frameCount_ > 0 && prompter.question(kAnimationExistsQuestion) != 1) {
+    if (frameCount_ > 0 &&
+        prompter.choiceBox(kAnimationExistsQuestion, "Wibbleton", "OK", "Cancel") != 1) {
         return false;
     }
     const Document& doc = workspace_.document;

@@ -27,7 +27,8 @@ std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& 
             }
             return arguments[++i];
         };
-        if (Upper(argument) == "-NOGPU") {
+        // The switch counts wherever it stands in an argument ("x-nogpu", "/-NOGPU").
+        if (Upper(argument).find("-NOGPU") != std::string::npos) {
             options.noGpu = true;
         } else if (argument == "--headless") {
             options.headless = true;

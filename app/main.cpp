@@ -4,9 +4,8 @@
 #include <cstdio>
 #include <memory>
 
-#include "anim/animation_commands.h"
 #include "anim/frame_store.h"
-#include "app/brush_file_commands.h"
+#include "app/builtin_commands.h"
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
 #include "app/program_paths.h"
@@ -14,23 +13,20 @@
 #include "app/startup.h"
 #include "app/system_host.h"
 #include "core/commands.h"
-#include "core/document_commands.h"
 #include "core/workspace.h"
 #include "fileio/converter_bridge.h"
-#include "fileio/file_commands.h"
 #include "fileio/image_files.h"
-#include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "plugins/automation_server.h"
 #include "plugins/token.h"
 #include "ui/animation_panels.h"
-#include "ui/clipboard_commands.h"
 #include "ui/error_console_form.h"
 #include "ui/host/dialog_prompter.h"
 #include "ui/host/qt_preferences.h"
 #include "ui/host/qt_process_runner.h"
 #include "ui/mdi_main_form.h"
 #include "ui/qt_controls.h"
+#include "ui/window_commands.h"
 
 int main(int argc, char* argv[]) {
     std::vector<std::string> arguments(argv + 1, argv + argc);
@@ -63,26 +59,27 @@ int main(int argc, char* argv[]) {
     paint.state().chalkProfile = wib::LoadEdgeprofile(paths.dataDir / "brushes" / "chalk.profile");
     paint.optionsChanged();
 
-    wib::CommandRegistry commands;
-    wib::RegisterDocumentCommands(commands);
-    wib::RegisterPaintCommands(commands, paint);
-
     // Image files: the converter runs as a Qt process; files opened and saved
     // go on the recent-files list once the main frame is there.
     wib::QtProcessRunner processes;
     wib::ConverterBridge converter(processes, paths.tempDir);
     wib::ImageFiles files(converter);
-    wib::RegisterFileCommands(commands, files);
-    wib::RegisterClipboardCommands(commands);
-    wib::RegisterBrushFileCommands(commands, paint);
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
-    wib::RegisterAnimationCommands(commands, frameStore);
+
+    wib::CommandRegistry commands;
+    wib::WindowActions window;
+    wib::RegisterBuiltinCommands(commands, {paint, files, frameStore, window});
 
     wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
     std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
     dialogs.setParent(mainForm.get());
+    window = mainForm->windowActions();
+    // Headless, nobody answers a dialog: commands take their starting values.
+    if (options->headless) {
+        commands.setDialog(nullptr);
+    }
     const wib::Subscription recentFiles = files.fileUsed.subscribe(
         [&mainForm](const std::string& path) { mainForm->addRecentFile(path); });
     wib::AttachAnimationPanels(*mainForm, frameStore, commands);

@@ -4,12 +4,11 @@
 
 #include <QApplication>
 #include <QLocale>
-#include <QScreen>
 #include <QStandardPaths>
 #include <cmath>
 #include <cstdlib>
-#include <sstream>
 
+#include "app/screen_check.h"
 #include "core/commands.h"
 #include "core/workspace.h"
 #include "paint/paint_session.h"
@@ -31,12 +30,6 @@ std::string Environment(const char* name) {
     return value != nullptr ? value : "";
 }
 
-std::string FormatNumber(double value) {
-    std::ostringstream text;
-    text << value;
-    return text.str();
-}
-
 void LogEnvironment(Log& log, const SystemInfo& system) {
     // There is no account-control setting here: -1 says it is unknown.
     log.line("Current UAC setting is -1");
@@ -49,25 +42,6 @@ void LogEnvironment(Log& log, const SystemInfo& system) {
         }
     }
     log.line(processors);
-}
-
-void LogScreen(Log& log) {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr) {
-        return;
-    }
-    const double dpi = screen->logicalDotsPerInch();
-    log.line("DPI scale factor is " + FormatNumber(dpi / 96.0 * screen->devicePixelRatio()));
-    if (std::lround(dpi) != 96) {
-        log.line("SCREEN SETTINGS CONFLICT");
-        log.line("Your screen DPI is set to " + FormatNumber(std::round(dpi)) +
-                 " instead of the standard 96.");
-        log.line("This may result in window formatting errors.");
-    }
-    const QRect desktop = screen->virtualGeometry();
-    log.line("Virtual monitor size... left " + std::to_string(desktop.left()) + " top " +
-             std::to_string(desktop.top()) + " right " + std::to_string(desktop.right() + 1) +
-             " Bottom " + std::to_string(desktop.bottom() + 1));
 }
 
 void LoadTabletCalibration(Workspace& workspace) {
@@ -121,7 +95,7 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
 
     log.line("Decimal separator is comma = " + TrueFalse(QLocale().decimalPoint() == ","));
     LogEnvironment(log, workspace.host.system);
-    LogScreen(log);
+    CheckScreen(log, workspace.host.prompter);
 
     const auto generalFile = context.paths.dataDir / "General.dat";
     workspace.general = GeneralTable::Load(generalFile);

@@ -15,9 +15,15 @@ void RegisterFigure(const std::string& figure, const std::string& ours,
 void RegisterBudgetFigure(const std::string& figure, const std::string& ours, double budgetMs,
                           double target);
 
-// Runs every registered benchmark (honouring the usual --benchmark_* flags),
-// then prints one line per figure:
+// Each side of a figure is the median of this many repetitions at least.
+inline constexpr int kMinRepetitions = 5;
+
+// Runs every registered benchmark kMinRepetitions times (honouring the usual
+// --benchmark_* flags), then prints one line per figure, with the rate of a
+// benchmark that counts the bytes it moves:
 //   FIGURE undo_save_1080p ours=0.41ms ref=0.39ms ratio=0.95 target>=0.80 PASS
+// A figure whose benchmarks did not report (one failed or ran fewer times)
+// fails; one with a benchmark that a --benchmark_filter left out is not printed.
 int RunAndReport(int argc, char** argv);
 
 }  // namespace wib::bench

@@ -1,18 +1,34 @@
-# Shared settings of our own targets: warnings as errors, includes rooted at the
-# repository so that every header is named by its folder ("core/plane.h").
-# Table rows (commands, methods) leave trailing fields to their defaults, so
-# missing field initializers are not warned about.
+# Shared settings of our own targets: warnings as errors. Headers are named by
+# their folder ("core/plane.h"). Table rows (commands, methods) leave trailing
+# fields to their defaults, so missing field initializers are not warned about.
 
 function(wib_target_defaults target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Werror -Wno-missing-field-initializers)
-    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR})
+endfunction()
+
+# The layering is checked by the compiler: a library of a layer folder sees,
+# instead of the repository root, a folder of the build tree holding one link
+# to its own folder. Libraries it links add theirs, so it sees the layers below
+# it and an include from a layer above ("paint/x.h" in core) does not compile.
+function(wib_layer_includes target folder)
+    set(layer_dir ${CMAKE_BINARY_DIR}/layers/${folder})
+    file(MAKE_DIRECTORY ${layer_dir})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${folder} ${layer_dir}/${folder} SYMBOLIC)
+    target_include_directories(${target} PUBLIC ${layer_dir})
 endfunction()
 
 # wib_library(<name> SOURCES ... [DEPS ...]) makes the static library wib_<name>.
+# The library of a layer folder (<name> is the folder) sees the layers it links;
+# any other (the tests' and benchmarks' helpers) sees the whole repository.
 function(wib_library name)
     cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
     add_library(wib_${name} STATIC ${ARG_SOURCES})
     wib_target_defaults(wib_${name})
+    if(CMAKE_CURRENT_SOURCE_DIR STREQUAL "${PROJECT_SOURCE_DIR}/${name}")
+        wib_layer_includes(wib_${name} ${name})
+    else()
+        target_include_directories(wib_${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    endif()
     target_link_libraries(wib_${name} PUBLIC ${ARG_DEPS})
 endfunction()
 
@@ -27,6 +43,7 @@ function(wib_test name)
     cmake_parse_arguments(ARG "OWN_MAIN" "" "SOURCES;DEPS" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     wib_target_defaults(${name})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gtest)
     if(NOT ARG_OWN_MAIN)
         target_link_libraries(${name} PRIVATE GTest::gtest_main)

@@ -1,5 +1,6 @@
 #include "core/commands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -126,13 +127,15 @@ std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& va
 }
 
 void CommandRegistry::add(CommandSpec command) {
-    for (CommandSpec& existing : commands_) {
-        if (existing.id == command.id) {
-            existing = std::move(command);
-            return;
-        }
+    const auto existing =
+        std::find_if(commands_.begin(), commands_.end(),
+                     [&command](const CommandSpec& one) { return one.id == command.id; });
+    if (existing != commands_.end()) {
+        *existing = std::move(command);
+    } else {
+        commands_.push_back(std::move(command));
     }
-    commands_.push_back(std::move(command));
+    changed.notify();
 }
 
 const CommandSpec* CommandRegistry::find(const std::string& id) const {
@@ -178,15 +181,28 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
         }
         values[name] = *checked;
     }
+    // A copy: a command may add commands as it runs, which moves the table.
+    const CommandSpec spec = *command;
     const ParamValues checked(std::move(values));
-    const auto runOnce = [&] { return command->run(workspace, checked); };
-    const bool done = command->changesImage
-                          ? RunImageOperation(workspace, runOnce, command->repeatQuestion)
-                          : runOnce();
+    const auto runOnce = [&] { return spec.run(workspace, checked); };
+    const bool done =
+        spec.changesImage ? RunImageOperation(workspace, runOnce, spec.repeatQuestion) : runOnce();
     if (!done) {
         return {Status::Refused, {}};
     }
     return {};
+}
+
+CommandOutcome CommandRegistry::runAsking(Workspace& workspace, const std::string& id) const {
+    const CommandSpec* command = find(id);
+    if (command == nullptr) {
+        return {CommandOutcome::Status::UnknownCommand, "no command " + id};
+    }
+    auto values = defaults(workspace, *command);
+    if (!command->params.empty() && dialog_ && !dialog_(*command, values)) {
+        return {CommandOutcome::Status::Cancelled, {}};
+    }
+    return run(workspace, id, values);
 }
 
 }  // namespace wib

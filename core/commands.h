@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "core/observer_list.h"
 #include "core/param_value.h"
 
 namespace wib {
@@ -57,16 +58,23 @@ struct CommandSpec {
 };
 
 struct CommandOutcome {
-    enum class Status { Done, Refused, UnknownCommand, BadParameter };
+    // Cancelled: the user closed the command's dialog; nothing ran.
+    enum class Status { Done, Refused, UnknownCommand, BadParameter, Cancelled };
     Status status = Status::Done;
     std::string error;  // what was wrong, for UnknownCommand and BadParameter
 };
+
+// Asks the user for a command's values: starts from what `values` holds,
+// leaves the answer there and returns true, or returns false when cancelled.
+using CommandDialog =
+    std::function<bool(const CommandSpec& command, std::map<std::string, ParamValue>& values)>;
 
 // Every menu command of the program, registered once. Menus, the automation
 // method Wib_RunCommand and the command reference are all built from it.
 class CommandRegistry {
   public:
-    // A command registered twice under one id replaces the first.
+    // A command registered twice under one id replaces the first. Either way
+    // the observers hear of it.
     void add(CommandSpec command);
     const CommandSpec* find(const std::string& id) const;
     const std::vector<CommandSpec>& all() const { return commands_; }
@@ -81,8 +89,21 @@ class CommandRegistry {
     CommandOutcome run(Workspace& workspace, const std::string& id,
                        const std::map<std::string, ParamValue>& given) const;
 
+    // Runs the command as its menu item does: the dialog first when the
+    // command has parameters, then the command with the dialog's answer.
+    // Without a dialog (no interface) the starting values are taken as they are.
+    CommandOutcome runAsking(Workspace& workspace, const std::string& id) const;
+
+    // The interface's dialogs, used by runAsking; empty removes them.
+    void setDialog(CommandDialog dialog) { dialog_ = std::move(dialog); }
+
+    // Told after every change to the table (menus follow it, and plug-ins add
+    // commands while the program runs).
+    ObserverList<> changed;
+
   private:
     std::vector<CommandSpec> commands_;
+    CommandDialog dialog_;
 };
 
 // An integer parameter in [minimum, maximum]. Its dialog starts at what

@@ -44,7 +44,13 @@ void RegisterFileCommands(CommandRegistry& registry, ImageFiles& files) {
                   "File",
                   "Ctrl+S",
                   {},
-                  [&files](Workspace& workspace, const ParamValues&) {
+                  [&files, &registry](Workspace& workspace, const ParamValues&) {
+                      // An image that has never been saved is saved as a new
+                      // file, asking for its name as Save As does.
+                      if (workspace.document.FileName.empty()) {
+                          return registry.runAsking(workspace, "file.save").status ==
+                                 CommandOutcome::Status::Done;
+                      }
                       return files.saveCurrent(workspace);
                   }});
     registry.add({"file.save",

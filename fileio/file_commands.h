@@ -8,7 +8,8 @@ class ImageFiles;
 // The File menu's open and save commands:
 //   file.open          path, type ("targa" or "auto")
 //   file.save          path, type (the save filter's entry name), targa_format (1 to 4), quality
-//   file.save_current  saves to the document's own file as it was last written
+//   file.save_current  saves to the document's own file as it was last written;
+//                      an untitled image runs file.save with its dialog instead
 // The menu asks for the values with its dialogs first; Wib_RunCommand gives
 // them. `files` outlives the registry.
 void RegisterFileCommands(CommandRegistry& registry, ImageFiles& files);

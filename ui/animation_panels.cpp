@@ -16,7 +16,7 @@ void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
     panel->show();
     // The layout of the last session again, now that it can place the panel.
     mainForm.restoreWindowPos();
-    mainForm.setCommandDialog("anim.create", [&mainForm, &store](auto& values) {
+    mainForm.setCommandDialog("anim.create", [&mainForm, &store](const CommandSpec&, auto& values) {
         Create_Anim dialog(store.workspace(), &mainForm);
         dialog.setValues(values);
         if (dialog.exec() != QDialog::Accepted) {

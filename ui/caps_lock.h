@@ -3,7 +3,8 @@
 namespace wib {
 
 // Whether Caps Lock is on. Read from the X server's keyboard indicators;
-// false on platforms without them (the offscreen one of headless mode).
+// false on platforms without them (the offscreen one of headless mode) and
+// in a build without X11.
 bool CapsLockIsOn();
 
 }  // namespace wib

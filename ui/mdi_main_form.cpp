@@ -3,7 +3,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFileDialog>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenuBar>
@@ -18,13 +17,12 @@
 #include "core/workspace.h"
 #include "paint/paint_session.h"
 #include "ui/brush_control_panel.h"
-#include "ui/canvas_size.h"
 #include "ui/caps_lock.h"
 #include "ui/colour_wells.h"
+#include "ui/document_dialogs.h"
 #include "ui/error_console_form.h"
-#include "ui/file_dialogs.h"
 #include "ui/form1.h"
-#include "ui/param_dialog.h"
+#include "ui/menu_order.h"
 #include "ui/tool_panel.h"
 
 namespace wib {
@@ -33,8 +31,6 @@ namespace {
 
 constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
                                          200, 300, 400, 600, 800, 1600};
-constexpr std::array<const char*, 7> kMenus{"File",      "Edit", "Image", "Brush",
-                                            "Animation", "View", "Window"};
 // Temporary files the animation and layer stores leave in the temporary folder.
 constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
 
@@ -50,7 +46,8 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
       workspace_(workspace),
       commands_(commands),
       paths_(std::move(paths)),
-      paint_(paint) {
+      paint_(paint),
+      dialogs_(this) {
     setObjectName("MDI_MainForm");
     scroll_ = new QScrollArea(this);
     scroll_->setObjectName("CanvasScroll");
@@ -81,9 +78,12 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         qApp->installEventFilter(this);
     }
 
-    registerWindowCommands();
+    SetDocumentDialogs(dialogs_, workspace_, paths_.dataDir / "Def_Res.txt", this);
+    commands_.setDialog(
+        [this](const CommandSpec& command, auto& values) { return dialogs_.ask(command, values); });
     recent_ = LoadMruds(paths_.userDir / "Mruds.txt");
     buildMenus();
+    commandsSubscription_ = commands_.changed.subscribe([this] { menusChanged(); });
     resize(1240, 860);
     // The title shows the file name and a "*" while there are unsaved changes.
     titleSubscriptions_[0] = workspace_.events.modifiedChanged.subscribe([this] { updateTitle(); });
@@ -91,34 +91,37 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     updateTitle();
 }
 
-void MDI_MainForm::registerWindowCommands() {
-    auto add = [this](const char* id, const char* caption, const char* menu, const char* shortcut,
-                      void (MDI_MainForm::*action)()) {
-        commands_.add(
-            {id, caption, menu, shortcut, {}, [this, action](Workspace&, const ParamValues&) {
-                 (this->*action)();
-                 return true;
-             }});
-    };
-    add("view.zoom_in", "Zoom &in", "View", "Ctrl++", &MDI_MainForm::zoomIn);
-    add("view.zoom_out", "Zoom &out", "View", "Ctrl+-", &MDI_MainForm::zoomOut);
-    add("view.zoom_actual", "&Actual pixels", "View", "Ctrl+0", &MDI_MainForm::zoomActual);
-    commands_.add(
-        {"window.log", "&Log", "Window", "Ctrl+L", {}, [this](Workspace&, const ParamValues&) {
-             log_->setVisible(!log_->isVisible());
-             return true;
-         }});
-    commands_.add(
-        {"file.exit", "E&xit", "File", "Ctrl+Q", {}, [this](Workspace&, const ParamValues&) {
-             close();
-             return true;
-         }});
+MDI_MainForm::~MDI_MainForm() {
+    commands_.setDialog(nullptr);
+}
+
+WindowActions MDI_MainForm::windowActions() {
+    return {[this] { zoomIn(); }, [this] { zoomOut(); }, [this] { zoomActual(); },
+            [this] { log_->setVisible(!log_->isVisible()); }, [this] { close(); }};
+}
+
+void MDI_MainForm::menusChanged() {
+    // Rebuilt once the current event is done: the change may come from a
+    // command that a menu item of the old bar is still running.
+    if (menusPending_) {
+        return;
+    }
+    menusPending_ = true;
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            menusPending_ = false;
+            buildMenus();
+        },
+        Qt::QueuedConnection);
 }
 
 void MDI_MainForm::buildMenus() {
-    for (const char* name : kMenus) {
-        QMenu* menu = menuBar()->addMenu(tr("&%1").arg(name));
-        menu->setObjectName(QStringLiteral("mnu%1").arg(name));
+    menuBar()->clear();
+    recentMenu_ = nullptr;
+    for (const std::string& name : MenuOrder(commands_)) {
+        QMenu* menu = menuBar()->addMenu(tr("&%1").arg(QString::fromStdString(name)));
+        menu->setObjectName(QStringLiteral("mnu%1").arg(QString::fromStdString(name)).remove('-'));
         for (const CommandSpec& command : commands_.all()) {
             if (command.menu != name || command.id == "file.exit") {
                 continue;
@@ -131,41 +134,48 @@ void MDI_MainForm::buildMenus() {
             const std::string id = command.id;
             connect(action, &QAction::triggered, this, [this, id] { runFromMenu(id); });
         }
-        if (std::string(name) == "File") {
+        if (name == "File") {
             menu->addSeparator();
             recentMenu_ = menu->addMenu(tr("Recent &files"));
             recentMenu_->setObjectName("mnuRecent");
             rebuildRecentMenu();
-            menu->addSeparator();
             if (const CommandSpec* exit = commands_.find("file.exit")) {
+                menu->addSeparator();
                 QAction* action = menu->addAction(QString::fromStdString(exit->caption));
                 action->setObjectName("file.exit");
                 action->setShortcut(QKeySequence(QString::fromStdString(exit->shortcut)));
                 connect(action, &QAction::triggered, this, [this] { runFromMenu("file.exit"); });
             }
         }
-        if (std::string(name) == "Edit") {
-            connect(menu, &QMenu::aboutToShow, this, [this, menu] {
-                for (QAction* action : menu->actions()) {
-                    if (action->objectName() == "edit.undo") {
-                        action->setEnabled(CanUndo(workspace_));
-                    } else if (action->objectName() == "edit.redo") {
-                        action->setEnabled(CanRedo(workspace_));
-                    }
-                }
-            });
-            // Shortcuts stay live while the menu is closed; the command itself
-            // refuses when there is nothing to undo.
-            connect(menu, &QMenu::aboutToHide, this, [menu] {
-                for (QAction* action : menu->actions()) {
-                    action->setEnabled(true);
-                }
-            });
+        if (name == "Edit") {
+            addEditMenuStates(menu);
         }
     }
 }
 
+void MDI_MainForm::addEditMenuStates(QMenu* menu) {
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] {
+        for (QAction* action : menu->actions()) {
+            if (action->objectName() == "edit.undo") {
+                action->setEnabled(CanUndo(workspace_));
+            } else if (action->objectName() == "edit.redo") {
+                action->setEnabled(CanRedo(workspace_));
+            }
+        }
+    });
+    // Shortcuts stay live while the menu is closed; the command itself
+    // refuses when there is nothing to undo.
+    connect(menu, &QMenu::aboutToHide, this, [menu] {
+        for (QAction* action : menu->actions()) {
+            action->setEnabled(true);
+        }
+    });
+}
+
 void MDI_MainForm::rebuildRecentMenu() {
+    if (recentMenu_ == nullptr) {
+        return;
+    }
     recentMenu_->clear();
     // Opening files is done by the file commands; until one is registered
     // the list is shown for reference only.
@@ -188,68 +198,14 @@ void MDI_MainForm::addRecentFile(const std::string& path) {
 }
 
 void MDI_MainForm::setCommandDialog(const std::string& id, CommandDialog dialog) {
-    commandDialogs_[id] = std::move(dialog);
-}
-
-bool MDI_MainForm::runDialog(const std::string& id, std::map<std::string, ParamValue>& values) {
-    if (const auto dialog = commandDialogs_.find(id); dialog != commandDialogs_.end()) {
-        return dialog->second(values);
-    }
-    const CommandSpec* command = commands_.find(id);
-    if (id == "file.new" || id == "image.canvas_size") {
-        CanvasSize dialog(
-            id == "file.new" ? CanvasSize::Purpose::NewDocument : CanvasSize::Purpose::ChangeCanvas,
-            paths_.dataDir / "Def_Res.txt", workspace_.general ? &*workspace_.general : nullptr,
-            this);
-        dialog.setValues(values);
-        if (dialog.exec() != QDialog::Accepted) {
-            return false;
-        }
-        values = dialog.values();
-        return true;
-    }
-    if (id == "file.open") {
-        return AskOpenValues(this, workspace_.document.FileName, values);
-    }
-    if (id == "file.save") {
-        return AskSaveValues(this, workspace_.host.prompter, workspace_.document.FileName, values);
-    }
-    // A command that asks only for a file goes straight to the file dialog.
-    if (command->params.size() == 1 && command->params[0].type == ParamType::FilePath) {
-        const ParamSpec& file = command->params[0];
-        const QString path = QFileDialog::getOpenFileName(
-            this,
-            QString::fromStdString(command->caption).remove('&').remove(QStringLiteral("...")),
-            QString(), file.choices.empty() ? QString() : QString::fromStdString(file.choices[0]));
-        if (path.isEmpty()) {
-            return false;
-        }
-        values[file.name] = path.toStdString();
-        return true;
-    }
-    ParamDialog dialog(*command, values, this);
-    if (dialog.exec() != QDialog::Accepted) {
-        return false;
-    }
-    values = dialog.values();
-    return true;
+    dialogs_.set(id, std::move(dialog));
 }
 
 void MDI_MainForm::runFromMenu(const std::string& id) {
-    const CommandSpec* command = commands_.find(id);
-    if (command == nullptr || !isEnabled()) {
+    if (!isEnabled()) {
         return;
     }
-    // An image that has never been saved is saved as a new file.
-    if (id == "file.save_current" && workspace_.document.FileName.empty()) {
-        runFromMenu("file.save");
-        return;
-    }
-    auto values = commands_.defaults(workspace_, *command);
-    if (!command->params.empty() && !runDialog(id, values)) {
-        return;
-    }
-    const CommandOutcome outcome = commands_.run(workspace_, id, values);
+    const CommandOutcome outcome = commands_.runAsking(workspace_, id);
     if (outcome.status == CommandOutcome::Status::BadParameter ||
         outcome.status == CommandOutcome::Status::UnknownCommand) {
         workspace_.host.prompter.message(outcome.error);

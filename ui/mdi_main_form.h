@@ -10,6 +10,8 @@
 #include "core/host/view.h"
 #include "core/observer_list.h"
 #include "core/program_paths.h"
+#include "ui/command_dialogs.h"
+#include "ui/window_commands.h"
 
 class QMenu;
 class QScrollArea;
@@ -35,6 +37,7 @@ class MDI_MainForm : public QMainWindow, public View {
     // panels are there.
     MDI_MainForm(Workspace& workspace, CommandRegistry& commands, ProgramPaths paths,
                  PaintSession* paint = nullptr, QWidget* parent = nullptr);
+    ~MDI_MainForm() override;
 
     // View
     void refresh() override;
@@ -53,11 +56,12 @@ class MDI_MainForm : public QMainWindow, public View {
     // parameters, then the command; a refusal has already told the user.
     void runFromMenu(const std::string& id);
 
-    // A hand-made dialog for a command instead of the generic one: it starts
-    // from `values`, puts the user's choice there and returns true, or
-    // returns false when cancelled.
-    using CommandDialog = std::function<bool(std::map<std::string, ParamValue>& values)>;
+    // A hand-made dialog for a command instead of the generic one. The main
+    // frame's dialogs serve every way a command is run, plug-ins' included.
     void setCommandDialog(const std::string& id, CommandDialog dialog);
+
+    // What the main frame's own commands (zoom, log, exit) do here.
+    WindowActions windowActions();
 
     // Creates the tool panel and docks it as "ToolbarPlacement" (0 left,
     // 1 right, 2 top, 3 bottom) and "SingleColumnTools" (-1 one column) say.
@@ -89,12 +93,12 @@ class MDI_MainForm : public QMainWindow, public View {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    void registerWindowCommands();
     void buildMenus();
+    void menusChanged();
+    void addEditMenuStates(QMenu* menu);
     void rebuildRecentMenu();
     void setZoom(int percent);
     void redraw(bool complete);
-    bool runDialog(const std::string& id, std::map<std::string, ParamValue>& values);
 
     Workspace& workspace_;
     CommandRegistry& commands_;
@@ -109,7 +113,9 @@ class MDI_MainForm : public QMainWindow, public View {
     ColourWells* wells_ = nullptr;
     QMenu* recentMenu_ = nullptr;
     std::vector<std::string> recent_;
-    std::map<std::string, CommandDialog> commandDialogs_;
+    CommandDialogs dialogs_;
+    Subscription commandsSubscription_;
+    bool menusPending_ = false;
     bool shutDown_ = false;
     Subscription paintSubscription_;
     Subscription titleSubscriptions_[2];

@@ -22,6 +22,10 @@ class Prompter {
                           const std::string&) {
         return questionBox(text, title);
     }
+    // A message box with the warning sign; a plain message box where there is none.
+    virtual void warningBox(const std::string& text, const std::string& title) {
+        messageBox(text, title);
+    }
     // A number between `minimum` and `maximum`; `initial` when cancelled.
     virtual double valueBox(const std::string& prompt, double initial, double minimum,
                             double maximum) = 0;

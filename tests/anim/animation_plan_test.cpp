@@ -8,9 +8,10 @@ namespace wib {
 namespace {
 
 TEST(AnimationPlan, TextsOfTheCreationPanel) {
-    EXPECT_EQ(ProjectLengthText(12, "24"), "12 frames at 24 fps = 0.5 seconds");
+    EXPECT_EQ(ProjectLengthText(12, "24"), "12 frames at 24 fps = .5 seconds");
     EXPECT_EQ(ProjectLengthText(100, "30"), "100 frames at 30 fps = 3.3 seconds");
-    EXPECT_EQ(ProjectLengthText(5, "0"), "5 frames at 0 fps = 5.0 seconds");
+    EXPECT_EQ(ProjectLengthText(5, "0"), "5 frames at 0 fps = 5. seconds");
+    EXPECT_EQ(ProjectLengthText(1000, "8"), "1000 frames at 8 fps = 125. seconds");
     EXPECT_EQ(RequiredMemoryText(100, 1920, 1080), "593 MB. required");
     EXPECT_EQ(RequiredMemoryText(2, 640, 480), "1 MB. required");
     EXPECT_EQ(MemoryLineText(std::uint64_t{2048} << 20, (std::uint64_t{7936} << 20) + 5),
@@ -18,6 +19,14 @@ TEST(AnimationPlan, TextsOfTheCreationPanel) {
     EXPECT_EQ(FrameCountProblem(1).value_or(""),
               "You cannot create an animation with 1 or less frames.");
     EXPECT_FALSE(FrameCountProblem(2));
+}
+
+TEST(AnimationPlan, OneDecimalWithoutZeros) {
+    EXPECT_EQ(FormatOneDecimalNoZeros(0.04), ".");
+    EXPECT_EQ(FormatOneDecimalNoZeros(0.05), ".1");
+    EXPECT_EQ(FormatOneDecimalNoZeros(0.96), "1.");
+    EXPECT_EQ(FormatOneDecimalNoZeros(12.25), "12.3");
+    EXPECT_EQ(FormatOneDecimalNoZeros(-2.5), "-2.5");
 }
 
 TEST(AnimationPlan, MakingTheRateTheDefaultKeepsItAndSaysSo) {

@@ -35,6 +35,7 @@ TEST_F(FrameStoreTest, CreatingOverAnAnimationAsksFirst) {
     EXPECT_FALSE(store.CreateAnimation(6, 255));
     ASSERT_EQ(host.prompter.questions.size(), 1u);
     EXPECT_EQ(host.prompter.questions[0], "An animation already exists.  Free it?");
+    EXPECT_EQ(host.prompter.buttons[0], "OK/Cancel");
     EXPECT_EQ(store.FrameCount(), 3);
     EXPECT_TRUE(frameIs(2, 30)) << "Cancel keeps the old frames";
 

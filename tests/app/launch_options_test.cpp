@@ -4,6 +4,7 @@
 
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
+#include "app/screen_check.h"
 
 namespace wib {
 namespace {
@@ -25,6 +26,9 @@ TEST(LaunchOptions, ReadsEverySwitch) {
     EXPECT_EQ(options->answer, 1);
     EXPECT_EQ(options->token, "T");
     EXPECT_TRUE(Parse({"-NoGpu"})->noGpu);
+    EXPECT_TRUE(Parse({"/x-nOgPu2"})->noGpu) << "anywhere in an argument, in any case";
+    EXPECT_FALSE(Parse({"--headless"})->noGpu);
+    EXPECT_FALSE(Parse({"-NOGP"}));
     EXPECT_EQ(Parse({"--headless"})->answer, 2) << "nothing waits by default";
 }
 
@@ -33,6 +37,16 @@ TEST(LaunchOptions, RefusesWhatMakesNoSense) {
     EXPECT_FALSE(Parse({"--headless", "--answer", "maybe"}));
     EXPECT_FALSE(Parse({"--frobnicate"}));
     EXPECT_FALSE(Parse({"--listen", "x"})) << "only headless mode serves";
+}
+
+TEST(ScreenCheck, OnlyAScreenOtherThan96DpiIsAConflict) {
+    EXPECT_FALSE(ScreenConflictText(96.0));
+    EXPECT_FALSE(ScreenConflictText(95.6));
+    EXPECT_EQ(ScreenConflictText(120.0).value_or(""),
+              "Your screen DPI is set to 120 instead of the standard 96.\n"
+              "This may result in window formatting errors.");
+    EXPECT_EQ(ScreenConflictText(144.4).value_or("").substr(0, 29),
+              "Your screen DPI is set to 144");
 }
 
 TEST(HeadlessPrompter, WritesOneLinePerBoxAndAnswersAsTold) {

@@ -79,5 +79,63 @@ TEST_F(DocumentCommands, UndoAndRedoReportWhenThereIsNothingToDo) {
     EXPECT_EQ(doc.RBuffer.at(1, 1), 9);
 }
 
+TEST_F(DocumentCommands, RunAskingShowsTheDialogTheStartingValuesAndHonoursCancel) {
+    std::vector<std::string> asked;
+    long long shownWidth = 0;
+    bool accept = false;
+    registry.setDialog([&](const CommandSpec& command, auto& values) {
+        asked.push_back(command.id);
+        shownWidth = std::get<long long>(values.at("width"));
+        values["width"] = 24LL;
+        return accept;
+    });
+    EXPECT_EQ(registry.runAsking(host.workspace, "image.canvas_size").status, Status::Cancelled);
+    EXPECT_EQ(shownWidth, 10);
+    EXPECT_EQ(doc.width, 10);
+    accept = true;
+    EXPECT_EQ(registry.runAsking(host.workspace, "image.canvas_size").status, Status::Done);
+    EXPECT_EQ(doc.width, 24);
+    // A command without parameters runs without a dialog.
+    EXPECT_EQ(registry.runAsking(host.workspace, "edit.undo").status, Status::Done);
+    EXPECT_EQ(asked, (std::vector<std::string>{"image.canvas_size", "image.canvas_size"}));
+    EXPECT_EQ(registry.runAsking(host.workspace, "no.such.command").status, Status::UnknownCommand);
+
+    // Without a dialog the starting values are taken.
+    registry.setDialog(nullptr);
+    EXPECT_EQ(registry.runAsking(host.workspace, "file.new").status, Status::Done);
+    EXPECT_EQ(doc.width, 640);
+}
+
+TEST(CommandRegistryObservers, HearEveryAddUntilForgottenAndMayAddCommandsWhileRunning) {
+    CommandRegistry registry;
+    int told = 0;
+    Subscription listening = registry.changed.subscribe([&told] { ++told; });
+    registry.add({"a.one", "One", "Filter", "", {}, nullptr});
+    registry.add({"a.one", "One again", "Filter", "", {}, nullptr});
+    EXPECT_EQ(told, 2);
+    EXPECT_EQ(registry.all().size(), 1u);
+    EXPECT_EQ(registry.find("a.one")->caption, "One again");
+    listening.reset();
+
+    // A command that fills the table as it runs (a plug-in listing) moves
+    // the table under its own feet.
+    registry.add(
+        {"a.list", "List", "Plug-ins", "", {}, [&registry](Workspace&, const ParamValues&) {
+             for (int i = 0; i < 50; ++i) {
+                 registry.add({"plugin.misc." + std::to_string(i),
+                               "P",
+                               "Plug-ins",
+                               "",
+                               {},
+                               [](Workspace&, const ParamValues&) { return true; }});
+             }
+             return true;
+         }});
+    testing::TestHost host;
+    EXPECT_EQ(registry.run(host.workspace, "a.list", {}).status, Status::Done);
+    EXPECT_EQ(registry.all().size(), 52u);
+    EXPECT_EQ(told, 2);
+}
+
 }  // namespace
 }  // namespace wib

@@ -99,5 +99,29 @@ TEST_F(FileCommands, BadValuesAreRefusedWithoutTouchingTheDocument) {
     EXPECT_FALSE(std::filesystem::exists(folder.file("a.tga")));
 }
 
+TEST_F(FileCommands, SavingAnUntitledImageAsksForANameAsSaveAsDoes) {
+    const std::string path = folder.file("untitled.tga");
+    std::vector<std::string> asked;
+    registry.setDialog([&](const CommandSpec& command, auto& values) {
+        asked.push_back(command.id);
+        values["path"] = path;
+        return true;
+    });
+    // The automation path and the menu's alike.
+    ASSERT_EQ(run("file.save_current"), Status::Done);
+    EXPECT_EQ(asked, std::vector<std::string>{"file.save"});
+    EXPECT_EQ(doc.FileName, path);
+    EXPECT_EQ(headerOf(path).imageType, 2);
+
+    // Titled now: it saves where it is, asking nothing.
+    ASSERT_EQ(run("file.save_current"), Status::Done);
+    EXPECT_EQ(asked.size(), 1u);
+
+    host.newDocument(3, 3);
+    registry.setDialog([](const CommandSpec&, auto&) { return false; });
+    EXPECT_EQ(run("file.save_current"), Status::Refused);
+    EXPECT_TRUE(doc.FileName.empty());
+}
+
 }  // namespace
 }  // namespace wib

@@ -1,7 +1,6 @@
-""
-    "The Python client against a running server program, end to end.
+"""The Python client against a running server program, end to end.
 
-    WIB_AUTOMATION_SERVER names the program; it is run the way a plug-in host is:
+WIB_AUTOMATION_SERVER names the program; it is run the way a plug-in host is:
 PROGRAM --headless --listen PATH --token T. WIB_EXAMPLES is the folder of the
 example plug-ins.
 """
@@ -126,7 +125,7 @@ class EndToEnd(unittest.TestCase):
         self.assertEqual(self.wib.Wib_GetAlphaBounds(), (4, 6, 4, 6))
         self.assertIsNone(self.wib.Wib_GetBrushABuffer())
         self.assertEqual(self.wib.Wib_NewFilename("take0009.tga"), "take0010.tga")
-#- 1 and 0 come back as True and False.
+        # -1 and 0 come back as True and False.
         self.wib.Wib_SaveUndo()
         self.wib.Wib_ClearBuffer(10, 20, 30)
         self.assertIs(self.wib.Wib_RunCommand("edit.undo"), True)
@@ -156,7 +155,7 @@ class EndToEnd(unittest.TestCase):
             Wibbleton_Class(token="not-the-token")
         self.assertEqual((refused.exception.code, refused.exception.message),
                          (70, "Permission denied"))
-#The connection goes on after a refused call.
+        # The connection goes on after a refused call.
         self.assertEqual(self.wib.Wib_GetB(0, 0), 255)
 
     def test_commands_run_as_the_menu_runs_them(self):
@@ -224,7 +223,7 @@ class EndToEnd(unittest.TestCase):
                          [255 - x for x in range(65)])
         self.assertEqual(self.wib.Wib_GetG(10, 0), 100)
         self.assertEqual(self.wib.Wib_GetR(3, 40), 0)
-#Undo takes the plug - in's change back.
+        # Undo takes the plug-in's change back.
         self.wib.Wib_RestoreUndo()
         self.assertEqual(self.wib.Wib_GetR(3, 0), 3)
 
@@ -270,30 +269,38 @@ class ClientAlone(unittest.TestCase):
         thread = threading.Thread(target=peer)
         thread.start()
         try:
-            wib
-    = Wibbleton_Class(server = path, token = "t")
-          self.assertEqual(wib.call("Wib_Anything"), -1)
-              self.assertEqual(wib.events(), [("WibMouseDown", [ 1, 0, 10, 20 ])] * 2)
-                  self.assertEqual(wib.events(), []) wib.close() finally
-        : thread.join(PATIENCE) listener.close() shutil.rmtree(folder, ignore_errors = True)
+            wib = Wibbleton_Class(server=path, token="t")
+            self.assertEqual(wib.call("Wib_Anything"), -1)
+            self.assertEqual(wib.events(), [("WibMouseDown", [1, 0, 10, 20])] * 2)
+            self.assertEqual(wib.events(), [])
+            wib.close()
+        finally:
+            thread.join(PATIENCE)
+            listener.close()
+            shutil.rmtree(folder, ignore_errors=True)
 
-              def
-              test_bare_names_resolve_where_qt_puts_them(self)
-        : saved = os.environ.get("TMPDIR") try : os
-.environ["TMPDIR"] =
-    "/var/tmp/" self
-        .assertEqual(resolve_server_path("wibbleton-12"), "/var/tmp/wibbleton-12")
-            del os.environ["TMPDIR"] self
-        .assertEqual(resolve_server_path("wibbleton-12"), "/tmp/wibbleton-12") self
-        .assertEqual(resolve_server_path("/run/user/1/w.sock"), "/run/user/1/w.sock") finally
-    : if saved is not None : os.environ["TMPDIR"] = saved
+    def test_bare_names_resolve_where_qt_puts_them(self):
+        saved = os.environ.get("TMPDIR")
+        try:
+            os.environ["TMPDIR"] = "/var/tmp/"
+            self.assertEqual(resolve_server_path("wibbleton-12"), "/var/tmp/wibbleton-12")
+            del os.environ["TMPDIR"]
+            self.assertEqual(resolve_server_path("wibbleton-12"), "/tmp/wibbleton-12")
+            self.assertEqual(resolve_server_path("/run/user/1/w.sock"), "/run/user/1/w.sock")
+        finally:
+            if saved is not None:
+                os.environ["TMPDIR"] = saved
 
-        def
-        test_planes_index_within_their_bounds(self)
-    : plane = Plane(2, 1, b "abcdef") self.assertEqual(plane[2, 1], ord("f")) plane[0, 1] =
-          0 self.assertEqual(bytes(plane.data), b "abc\x00ef")
-              with self.assertRaises(IndexError)
-    : plane[3, 0] with self.assertRaises(ValueError)
-    : Plane(2, 1, b "abc")
+    def test_planes_index_within_their_bounds(self):
+        plane = Plane(2, 1, b"abcdef")
+        self.assertEqual(plane[2, 1], ord("f"))
+        plane[0, 1] = 0
+        self.assertEqual(bytes(plane.data), b"abc\x00ef")
+        with self.assertRaises(IndexError):
+            plane[3, 0]
+        with self.assertRaises(ValueError):
+            Plane(2, 1, b"abc")
 
-          if __name__ == "__main__" : unittest.main()
+
+if __name__ == "__main__":
+    unittest.main()

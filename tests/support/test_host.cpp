@@ -5,6 +5,17 @@
 namespace wib::testing {
 
 int RecordingPrompter::questionBox(const std::string& text, const std::string&) {
+    buttons.emplace_back("Yes/No");
+    return answer(text);
+}
+
+int RecordingPrompter::choiceBox(const std::string& text, const std::string&,
+                                 const std::string& first, const std::string& second) {
+    buttons.push_back(first + "/" + second);
+    return answer(text);
+}
+
+int RecordingPrompter::answer(const std::string& text) {
     questions.push_back(text);
     if (questions.size() <= answers.size()) {
         return answers[questions.size() - 1];

@@ -20,6 +20,8 @@ class RecordingPrompter : public Prompter {
         messages.push_back(text);
     }
     int questionBox(const std::string& text, const std::string& title) override;
+    int choiceBox(const std::string& text, const std::string& title, const std::string& first,
+                  const std::string& second) override;
     double valueBox(const std::string& prompt, double initial, double, double) override {
         requests.push_back(prompt);
         return initial;
@@ -41,8 +43,14 @@ class RecordingPrompter : public Prompter {
     void progress(int percent) override { progressLog.push_back(percent); }
     void statusClose() override { statusLog.push_back("close"); }
 
+  private:
+    int answer(const std::string& text);
+
+  public:
     std::vector<std::string> messages;
     std::vector<std::string> questions;
+    // Each question's buttons: "Yes/No" for the question box, else the captions given.
+    std::vector<std::string> buttons;
     std::vector<int> answers;
     int defaultAnswer = 2;
     std::vector<std::string> requests;  // value and file requests, by prompt

@@ -126,7 +126,7 @@ TEST_F(AnimationPanels, TheCreationPanelShowsLengthAndMemoryAndRefusesOneFrame) 
     host.system.memory = std::uint64_t{3000} << 20;
     Create_Anim dialog(host.workspace);
     dialog.setValues({{"frames", 48LL}, {"rate", 24.0}, {"contents", 0LL}, {"colour", 0x332211LL}});
-    EXPECT_EQ(control("Create_Anim", "lblLength"), "48 frames at 24 fps = 2.0 seconds");
+    EXPECT_EQ(control("Create_Anim", "lblLength"), "48 frames at 24 fps = 2. seconds");
     EXPECT_EQ(control("Create_Anim", "lblRequired"), "0 MB. required");
     EXPECT_EQ(control("Create_Anim", "lblMemory").rfind("3000 MB physical memory free of ", 0), 0u);
     controls.set("Create_Anim", "txtFrames", ParamValue{1000LL});

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <filesystem>
 #include <fstream>
@@ -37,6 +38,27 @@ TEST_F(MainForm, EveryCommandHasItsMenuItemWithShortcut) {
         ASSERT_NE(action, nullptr) << command.id;
         EXPECT_EQ(action->shortcut().toString().toStdString(), command.shortcut) << command.id;
     }
+}
+
+TEST_F(MainForm, TheMenuBarFollowsTheTableKnownMenusFirstOthersAfter) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    const auto menus = [&form] {
+        QStringList names;
+        for (QAction* action : form.menuBar()->actions()) {
+            names << action->menu()->objectName();
+        }
+        return names;
+    };
+    EXPECT_EQ(menus(), (QStringList{"mnuFile", "mnuEdit", "mnuImage"}));
+    const auto noop = [](Workspace&, const ParamValues&) { return true; };
+    commands.add({"plugin.misc.Clock", "Clock", "Layers", "", {}, noop});
+    commands.add({"plugin.filter.Grain", "Grain", "Plug-ins", "", {}, noop});
+    commands.add({"view.x", "X", "View", "", {}, noop});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(menus(), (QStringList{"mnuFile", "mnuEdit", "mnuImage", "mnuPlugins", "mnuView",
+                                    "mnuLayers"}));
+    EXPECT_NE(form.menuBar()->findChild<QAction*>("plugin.filter.Grain"), nullptr);
+    EXPECT_NE(form.menuBar()->findChild<QMenu*>("mnuRecent"), nullptr);
 }
 
 TEST_F(MainForm, MenuCommandsWithoutDialogsRunAtOnce) {

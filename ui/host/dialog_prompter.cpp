@@ -12,6 +12,10 @@ void DialogPrompter::messageBox(const std::string& text, const std::string& titl
     QMessageBox::information(parent_, QString::fromStdString(title), QString::fromStdString(text));
 }
 
+void DialogPrompter::warningBox(const std::string& text, const std::string& title) {
+    QMessageBox::warning(parent_, QString::fromStdString(title), QString::fromStdString(text));
+}
+
 int DialogPrompter::questionBox(const std::string& text, const std::string& title) {
     const auto answer =
         QMessageBox::question(parent_, QString::fromStdString(title), QString::fromStdString(text),

@@ -16,6 +16,7 @@ class DialogPrompter : public Prompter {
     void setParent(QWidget* parent) { parent_ = parent; }
 
     void messageBox(const std::string& text, const std::string& title) override;
+    void warningBox(const std::string& text, const std::string& title) override;
     int questionBox(const std::string& text, const std::string& title) override;
     int choiceBox(const std::string& text, const std::string& title, const std::string& first,
                   const std::string& second) override;

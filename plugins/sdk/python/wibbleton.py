@@ -1,4 +1,4 @@
-#SPDX - License - Identifier : MIT
+# SPDX-License-Identifier: MIT
 """The Wibbleton plug-in client for Python.
 
 A plug-in that Wibbleton starts finds the program's socket in WIBBLETON_SERVER
@@ -29,7 +29,7 @@ _REQUEST = 0
 _RESPONSE = 1
 _NOTIFICATION = 2
 
-#Room for one plane of the largest document the program accepts, and the rest.
+# Room for one plane of the largest document the program accepts, and the rest.
 _MAX_MESSAGE = (16384 + 1) ** 2 + (1 << 20)
 _READ_CHUNK = 4 << 20
 _SOCKET_BUFFER = 4 << 20
@@ -99,7 +99,7 @@ def _to_wire(value):
 
 
 def _from_wire(value):
-#Only planes travel as[int, int, bin].
+    # Only planes travel as [int, int, bin].
     if (isinstance(value, list) and len(value) == 3 and isinstance(value[2], bytes)
             and isinstance(value[0], int) and isinstance(value[1], int)):
         return Plane(value[0], value[1], value[2])

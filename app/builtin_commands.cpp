@@ -1,0 +1,25 @@
+#include "app/builtin_commands.h"
+
+#include "anim/animation_commands.h"
+#include "app/brush_file_commands.h"
+#include "core/document_commands.h"
+#include "fileio/file_commands.h"
+#include "paint/paint_commands.h"
+#include "paint/paint_session.h"
+#include "ui/clipboard_commands.h"
+#include "ui/window_commands.h"
+
+namespace wib {
+
+void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTargets& targets) {
+    PaintSession& paint = targets.paint;
+    RegisterDocumentCommands(registry);
+    RegisterFileCommands(registry, targets.files);
+    RegisterClipboardCommands(registry);
+    RegisterPaintCommands(registry, paint);
+    RegisterBrushFileCommands(registry, paint);
+    RegisterAnimationCommands(registry, targets.frames);
+    RegisterWindowCommands(registry, targets.window);
+}
+
+}  // namespace wib

@@ -1,0 +1,26 @@
+#include "ui/window_commands.h"
+
+#include "core/commands.h"
+
+namespace wib {
+
+void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& actions) {
+    using Action = std::function<void()> WindowActions::*;
+    const auto add = [&registry, &actions](const char* id, const char* caption, const char* menu,
+                                           const char* shortcut, Action action) {
+        registry.add(
+            {id, caption, menu, shortcut, {}, [&actions, action](Workspace&, const ParamValues&) {
+                 if (actions.*action) {
+                     (actions.*action)();
+                 }
+                 return true;
+             }});
+    };
+    add("view.zoom_in", "Zoom &in", "View", "Ctrl++", &WindowActions::zoomIn);
+    add("view.zoom_out", "Zoom &out", "View", "Ctrl+-", &WindowActions::zoomOut);
+    add("view.zoom_actual", "&Actual pixels", "View", "Ctrl+0", &WindowActions::zoomActual);
+    add("window.log", "&Log", "Window", "Ctrl+L", &WindowActions::toggleLog);
+    add("file.exit", "E&xit", "File", "Ctrl+Q", &WindowActions::exit);
+}
+
+}  // namespace wib

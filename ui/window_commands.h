@@ -1,0 +1,24 @@
+#pragma once
+
+#include <functional>
+
+namespace wib {
+
+class CommandRegistry;
+
+// What the main frame's own commands do. The commands are registered before
+// the main frame exists, so they call through these, filled in once it does;
+// an empty one does nothing.
+struct WindowActions {
+    std::function<void()> zoomIn;
+    std::function<void()> zoomOut;
+    std::function<void()> zoomActual;
+    std::function<void()> toggleLog;
+    std::function<void()> exit;
+};
+
+// view.zoom_in, view.zoom_out, view.zoom_actual, window.log and file.exit.
+// `actions` must outlive the registry's use.
+void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& actions);
+
+}  // namespace wib
