@@ -52,7 +52,7 @@ bool CreateFromPanel(FrameStore& store, const ParamValues& values) {
                                contents == StartingContents::CopyImage ? 255 : 0)) {
         return false;
     }
-    store.setFrameRateField(FrameRateText(values.number("rate")));
+    store.rateField().setRate(values.number("rate"));
     if (contents == StartingContents::ClearToSecondary) {
         ClearEveryFrame(store, PackedColour::fromPacked(values.integer("colour"))
                                    .value_or(store.workspace().colours.secondary));
@@ -143,10 +143,10 @@ void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store) {
                   "Animation",
                   "",
                   {RateParam([&store](const Workspace&) {
-                      return ParamValue{FrameRateFromText(store.frameRateField())};
+                      return ParamValue{FrameRateFromText(store.rateField().text())};
                   })},
                   [&store](Workspace&, const ParamValues& values) {
-                      store.setFrameRate(values.number("rate"));
+                      store.rateField().setRate(values.number("rate"));
                       return true;
                   }});
     add("anim.show_controls", "Playback &controls", "", [](FrameStore& s) { s.showControls(); });

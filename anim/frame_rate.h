@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "core/observer_list.h"
+
 namespace wib {
 
 class Preferences;
@@ -22,6 +24,28 @@ std::int32_t FrameRateFieldValue(const std::string& text);
 
 // A rate written as the field shows it: "24", "29.97".
 std::string FrameRateText(double rate);
+
+// The frame-rate field: its text as typed, and the delay between frames its
+// change handler computes whenever the text is set.
+class FrameRateField {
+  public:
+    const std::string& text() const { return text_; }
+    void setText(const std::string& text) {
+        text_ = text;
+        delayMs_ = FrameDelayFromRate(FrameRateFromText(text));
+        changed.notify();
+    }
+    std::int32_t delayMs() const { return delayMs_; }
+    // Whole frames a second, halves to the even neighbour.
+    std::int32_t rate() const { return FrameRateFieldValue(text_); }
+    void setRate(double rate) { setText(FrameRateText(rate)); }
+    // Told after every change, so the controls show the field again.
+    ObserverList<> changed;
+
+  private:
+    std::string text_;
+    std::int32_t delayMs_ = 0;
+};
 
 // The preference "DefaultFrameRate" of section "Settings" when it holds a
 // rate above 0, else "24".

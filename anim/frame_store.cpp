@@ -14,7 +14,8 @@ FrameStore::FrameStore(Workspace& workspace, std::filesystem::path cropFile)
     : workspace_(workspace), cropFile_(std::move(cropFile)) {
     workspace_.attachFrames(this);
     workspace_.resizeStores.push_back(this);
-    setFrameRateField(DefaultFrameRateText(workspace_.host.preferences));
+    rateField_.setText(DefaultFrameRateText(workspace_.host.preferences));
+    rateShown_ = rateField_.changed.subscribe([this] { showChanges(); });
 }
 
 FrameStore::~FrameStore() {
@@ -26,7 +27,7 @@ FrameStore::~FrameStore() {
 
 std::string FrameStore::FrameCounterText() const {
     std::string text = std::to_string(currentFrame_) + " of " + std::to_string(frameCount_);
-    if (playingFlag_ == -1) {
+    if (PlayingFlag() == -1) {
         text += " playing";
     }
     return text;
@@ -124,12 +125,6 @@ void FrameStore::GotoFrame(int index, GotoOptions options) {
     }
 }
 
-void FrameStore::setFrameRateField(const std::string& text) {
-    frameRateField_ = text;
-    frameDelayMs_ = FrameDelayFromRate(FrameRateFromText(text));
-    showChanges();
-}
-
 void FrameStore::setName(const std::string& name) {
     name_ = name;
     showChanges();
@@ -207,14 +202,6 @@ void FrameStore::allocateFrames(int width, int height, int frames, const Fill& f
 void FrameStore::showFrame(int index, GotoOptions options) {
     StopAnimation();
     GotoFrame(std::clamp(index, 0, frameCount_), options);
-}
-
-std::int32_t FrameStore::frameRate() const {
-    return FrameRateFieldValue(frameRateField_);
-}
-
-void FrameStore::setFrameRate(double rate) {
-    setFrameRateField(FrameRateText(rate));
 }
 
 void FrameStore::showControls() {

@@ -6,7 +6,9 @@
 #include <string>
 
 #include "anim/frame_array.h"
+#include "anim/frame_rate.h"
 #include "anim/frame_transfer.h"
+#include "anim/playback.h"
 #include "core/canvas_size.h"
 #include "core/frame_sequence.h"
 #include "core/plane.h"
@@ -95,21 +97,14 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     // 0..FrameCount() - 1.
     void setFramePlane(FrameColour colour, const Plane& plane, int index);
 
-    // Playback (anim/playback.cpp): forward through every frame and round
-    // again, one frame every FrameDelayMs.
-    std::int16_t PlayingFlag() const { return playingFlag_; }
-    // Starts playback from the event loop, so that it returns at once; does
-    // nothing while playback runs or with fewer than 2 frames.
-    void PlayAnimation();
-    void StopAnimation();
-    // The playback loop itself: returns once playback stops.
-    void runPlaybackLoop();
-
-    // The frame-rate field, as text. Setting it runs the field's change
-    // handler, which recomputes FrameDelayMs.
-    const std::string& frameRateField() const { return frameRateField_; }
-    void setFrameRateField(const std::string& text);
-    std::int32_t FrameDelayMs() const { return frameDelayMs_; }
+    // Playback and the frame-rate field, each an object of its own.
+    Playback& playback() { return playback_; }
+    FrameRateField& rateField() { return rateField_; }
+    const FrameRateField& rateField() const { return rateField_; }
+    std::int16_t PlayingFlag() const { return playback_.PlayingFlag(); }
+    void PlayAnimation() { playback_.play(); }
+    void StopAnimation() { playback_.stop(); }
+    std::int32_t FrameDelayMs() const { return rateField_.delayMs(); }
 
     const std::string& name() const { return name_; }
     void setName(const std::string& name);
@@ -130,9 +125,6 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
 
     // Stops playback, then shows frame `index` clamped to 0..FrameCount().
     void showFrame(int index, GotoOptions options = {});
-    // The frame rate the field holds, as a whole number of frames a second.
-    std::int32_t frameRate() const;
-    void setFrameRate(double rate);
     // Shows the playback controls.
     void showControls();
 
@@ -152,7 +144,6 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     FrameArray& array(FrameColour colour);
     const FrameArray& array(FrameColour colour) const;
     void refreshTransferRecord();
-    void playbackStep();
     // Bytes the three arrays hold now.
     std::uint64_t heldBytes() const;
     void releaseFrames();
@@ -179,10 +170,9 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     int width_ = 0;  // document size the frames were made for
     int height_ = 0;
     FrameTransferRecord transfer_;
-    std::string frameRateField_;
-    std::int32_t frameDelayMs_ = 0;
-    std::int16_t playingFlag_ = 0;  // -1 while playback runs
-    bool loopRunning_ = false;      // the playback loop is on the call stack
+    FrameRateField rateField_;
+    Playback playback_{*this};
+    Subscription rateShown_;
     std::string name_;
 };
 

@@ -108,20 +108,14 @@ void Keyframing_Class::CreateCurve(int lastFrame) {
         return curve[static_cast<std::size_t>(channel) * frames + static_cast<std::size_t>(frame)];
     };
 
-    // A plain exchange sort: equal frames keep the order they were added in.
+    // Equal frames keep the order they were added in.
     std::vector<const KeyItem*> sorted;
     for (const auto& key : keys_) {
         sorted.push_back(&key.second);
     }
-    for (bool swapped = true; swapped;) {
-        swapped = false;
-        for (std::size_t i = 0; i + 1 < sorted.size(); ++i) {
-            if (KeyFrame(*sorted[i]) > KeyFrame(*sorted[i + 1])) {
-                std::swap(sorted[i], sorted[i + 1]);
-                swapped = true;
-            }
-        }
-    }
+    std::stable_sort(sorted.begin(), sorted.end(), [](const KeyItem* a, const KeyItem* b) {
+        return KeyFrame(*a) < KeyFrame(*b);
+    });
     const int count = static_cast<int>(sorted.size());
     auto key = [&](int position) -> const KeyItem& {
         return *sorted[static_cast<std::size_t>(std::clamp(position, 0, count - 1))];

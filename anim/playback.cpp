@@ -17,47 +17,45 @@ void WaitPastDelay(const Clock& clock, std::chrono::nanoseconds start, std::int3
     }
 }
 
-void FrameStore::PlayAnimation() {
-    if (playingFlag_ == -1 || frameCount_ < 2) {
+void Playback::play() {
+    if (playingFlag_ == -1 || frames_.FrameCount() < 2) {
         return;
     }
     playingFlag_ = -1;
-    showChanges();
-    if (display_ != nullptr) {
-        display_->startLoopSoon([this] { runPlaybackLoop(); });
+    frames_.showChanges();
+    if (PlaybackDisplay* display = frames_.display()) {
+        display->startLoopSoon([this] { runLoop(); });
     } else {
-        runPlaybackLoop();
+        runLoop();
     }
 }
 
-void FrameStore::StopAnimation() {
+void Playback::stop() {
     if (playingFlag_ == 0) {
         return;
     }
     playingFlag_ = 0;
-    showChanges();
+    frames_.showChanges();
 }
 
-void FrameStore::runPlaybackLoop() {
+void Playback::runLoop() {
     // Playback stopped and started again within one pass of events: the loop
     // already on the stack carries on.
     if (loopRunning_) {
         return;
     }
     loopRunning_ = true;
-    const Clock& clock = workspace_.host.clock;
+    Workspace& workspace = frames_.workspace();
+    const Clock& clock = workspace.host.clock;
     while (playingFlag_ == -1) {
         const std::chrono::nanoseconds start = clock.now();
-        playbackStep();
-        WaitPastDelay(clock, start, frameDelayMs_);
-        workspace_.host.view.processPendingEvents();
-        showChanges();
+        const int next = frames_.CurrentFrame() + 1;
+        frames_.GotoFrame(next < frames_.FrameCount() ? next : 0);
+        WaitPastDelay(clock, start, frames_.FrameDelayMs());
+        workspace.host.view.processPendingEvents();
+        frames_.showChanges();
     }
     loopRunning_ = false;
-}
-
-void FrameStore::playbackStep() {
-    GotoFrame(currentFrame_ + 1 < frameCount_ ? currentFrame_ + 1 : 0);
 }
 
 }  // namespace wib

@@ -129,7 +129,7 @@ void Playback(benchmark::State& state) {
         const auto shade = static_cast<std::uint8_t>(f * 20);
         wib::ClearImage(workspace.document, {shade, static_cast<std::uint8_t>(255 - shade), 128});
     }
-    store.setFrameRateField("24");
+    store.rateField().setText("24");
     view.store = &store;
 
     double worst = 0;

@@ -143,11 +143,11 @@ std::vector<MethodSpec> AnimationMethods() {
          kNothing,
          "Sets the frame rate in frames per second.",
          [](CallContext& c, CallArgs& args) {
-             Frames(c).setFrameRate(args.number(0));
+             Frames(c).rateField().setRate(args.number(0));
              return Reply::Nil();
          }},
         Count("Wib_GetFrameRate", "The frame rate in frames per second.",
-              [](const FrameStore& s) { return s.frameRate(); }),
+              [](const FrameStore& s) { return s.rateField().rate(); }),
         Action("Wib_ShowScrub", "Brings the playback controls with the frame slider into view.",
                [](FrameStore& s) { s.showControls(); }),
         {"Anim_Set_Name",

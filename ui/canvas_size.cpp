@@ -15,6 +15,7 @@
 
 #include "core/document_limits.h"
 #include "core/general_table.h"
+#include "ui/qt_colour.h"
 #include "ui/swatch_grid.h"
 
 namespace wib {
@@ -150,8 +151,7 @@ void CanvasSize::setValues(const std::map<std::string, ParamValue>& values) {
             button->setChecked(true);
         }
         const long long fill = integer("fill", 0xFFFFFF);
-        setFill(QColor(static_cast<int>(fill & 0xFF), static_cast<int>((fill >> 8) & 0xFF),
-                       static_cast<int>((fill >> 16) & 0xFF)));
+        setFill(PackedToQColor(fill));
     }
 }
 
@@ -160,8 +160,7 @@ std::map<std::string, ParamValue> CanvasSize::values() const {
                                              {"height", static_cast<long long>(height_->value())}};
     if (purpose_ == Purpose::ChangeCanvas) {
         result["anchor"] = static_cast<long long>(anchors_->checkedId());
-        result["fill"] = static_cast<long long>(fillColour_.red() + 256 * fillColour_.green() +
-                                                65536 * fillColour_.blue());
+        result["fill"] = QColorToPacked(fillColour_);
     }
     return result;
 }

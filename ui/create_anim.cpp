@@ -15,6 +15,7 @@
 #include "anim/animation_plan.h"
 #include "anim/frame_rate.h"
 #include "core/workspace.h"
+#include "ui/qt_colour.h"
 
 namespace wib {
 
@@ -126,8 +127,7 @@ void Create_Anim::setValues(const std::map<std::string, ParamValue>& values) {
     contents_->setCurrentIndex(static_cast<int>(Integer(values, "contents")));
     const long long colour = Integer(values, "colour");
     secondaryColour_ = colour;
-    const QColor shown(static_cast<int>(colour & 0xFF), static_cast<int>((colour >> 8) & 0xFF),
-                       static_cast<int>((colour >> 16) & 0xFF));
+    const QColor shown = PackedToQColor(colour);
     QPalette palette = secondary_->palette();
     palette.setColor(QPalette::Window, shown);
     secondary_->setPalette(palette);

@@ -22,9 +22,9 @@ Frame_Rate::Frame_Rate(FrameStore& store, QWidget* parent) : QWidget(parent) {
     row->addWidget(label);
     row->addWidget(field_);
     row->addWidget(new QLabel(tr("fps"), this));
-    showRate(store.frameRateField());
+    showRate(store.rateField().text());
     connect(field_, &QLineEdit::textChanged, this,
-            [&store](const QString& text) { store.setFrameRateField(text.toStdString()); });
+            [&store](const QString& text) { store.rateField().setText(text.toStdString()); });
 }
 
 void Frame_Rate::showRate(const std::string& text) {

@@ -12,6 +12,8 @@
 #include <QPushButton>
 #include <QSpinBox>
 
+#include "ui/qt_colour.h"
+
 namespace wib {
 
 namespace {
@@ -24,11 +26,6 @@ long long StartInteger(const ParamValue& value) {
         return static_cast<long long>(*real);
     }
     return 0;
-}
-
-QColor Unpack(long long packed) {
-    return QColor(static_cast<int>(packed & 0xFF), static_cast<int>((packed >> 8) & 0xFF),
-                  static_cast<int>((packed >> 16) & 0xFF));
 }
 
 }  // namespace
@@ -128,7 +125,7 @@ ParamDialog::ParamDialog(const CommandSpec& command, const std::map<std::string,
             }
             case ParamType::Colour: {
                 auto* field = new QPushButton(this);
-                auto colour = std::make_shared<QColor>(Unpack(StartInteger(initial)));
+                auto colour = std::make_shared<QColor>(PackedToQColor(StartInteger(initial)));
                 auto show = [field, colour] { field->setText(colour->name()); };
                 show();
                 connect(field, &QPushButton::clicked, this, [this, colour, show] {
@@ -140,9 +137,7 @@ ParamDialog::ParamDialog(const CommandSpec& command, const std::map<std::string,
                 });
                 form->addRow(label, field);
                 readers_.push_back([name, colour] {
-                    return std::pair{
-                        name, ParamValue{static_cast<long long>(
-                                  colour->red() + 256 * colour->green() + 65536 * colour->blue())}};
+                    return std::pair{name, ParamValue{QColorToPacked(*colour)}};
                 });
                 break;
             }

@@ -114,7 +114,7 @@ void PlaybackPanel::animationChanged() {
         play_->setEnabled(frames > 1 && store_.PlayingFlag() == 0);
     }
     counter_->setText(QString::fromStdString(store_.FrameCounterText()));
-    rate_->showRate(store_.frameRateField());
+    rate_->showRate(store_.rateField().text());
     const QString name = QString::fromStdString(store_.name());
     setWindowTitle(name.isEmpty() ? tr("Playback") : tr("Playback - %1").arg(name));
 }

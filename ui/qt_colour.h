@@ -16,4 +16,14 @@ inline PackedColour FromQColor(const QColor& colour) {
             static_cast<std::uint8_t>(colour.blue())};
 }
 
+// A colour as commands and controls pass it, packed into one integer; a
+// value outside 0 .. 0xFFFFFF shows as black.
+inline QColor PackedToQColor(long long packed) {
+    return ToQColor(PackedColour::fromPacked(packed).value_or(PackedColour{}));
+}
+
+inline long long QColorToPacked(const QColor& colour) {
+    return FromQColor(colour).packed();
+}
+
 }  // namespace wib

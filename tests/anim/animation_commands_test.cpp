@@ -34,7 +34,7 @@ TEST_F(AnimationCommands, CreatingFromThePanelRefusesFewerThanTwoFrames) {
     EXPECT_EQ(run("anim.create", {{"frames", 12LL}, {"rate", 12.0}}), CommandOutcome::Status::Done);
     EXPECT_EQ(store.FrameCount(), 12);
     EXPECT_TRUE(frameIs(11, 60)) << "the image is copied by default";
-    EXPECT_EQ(store.frameRateField(), "12");
+    EXPECT_EQ(store.rateField().text(), "12");
     EXPECT_EQ(store.FrameDelayMs(), 83);
 }
 

@@ -40,13 +40,13 @@ TEST(FrameRate, TheDefaultComesFromThePreferences) {
 
 TEST_F(FrameStoreTest, SettingTheRateFieldRecomputesTheDelay) {
     EXPECT_EQ(store.FrameDelayMs(), 41) << "24 fps to start";
-    store.setFrameRate(12);
-    EXPECT_EQ(store.frameRateField(), "12");
+    store.rateField().setRate(12);
+    EXPECT_EQ(store.rateField().text(), "12");
     EXPECT_EQ(store.FrameDelayMs(), 83);
-    EXPECT_EQ(store.frameRate(), 12);
-    store.setFrameRateField("fast");
+    EXPECT_EQ(store.rateField().rate(), 12);
+    store.rateField().setText("fast");
     EXPECT_EQ(store.FrameDelayMs(), 1000);
-    EXPECT_EQ(store.frameRate(), 0);
+    EXPECT_EQ(store.rateField().rate(), 0);
 }
 
 }  // namespace

@@ -47,7 +47,7 @@ TEST_F(Playback, LoopsForwardOverEveryFrameUntilStopped) {
 
 TEST_F(Playback, FramesAreShownOneDelayApart) {
     makeNumberedFrames(3);
-    store.setFrameRate(24);
+    store.rateField().setRate(24);
     play(5);
     for (std::size_t i = 1; i < times.size(); ++i) {
         const auto interval = times[i] - times[i - 1];

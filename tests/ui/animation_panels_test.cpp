@@ -84,7 +84,7 @@ TEST_F(AnimationPanels, TheControlsFollowTheStoreAndDriveIt) {
 
     EXPECT_TRUE(controls.set("Frame_Rate", "txtFrameRate", ParamValue{std::string("30")}));
     EXPECT_EQ(store.FrameDelayMs(), 33) << "the field's change handler ran";
-    store.setFrameRateField("12");
+    store.rateField().setText("12");
     EXPECT_EQ(control("Frame_Rate", "txtFrameRate"), "12");
     store.setName("Walk cycle");
     EXPECT_EQ(form.findChild<PlaybackPanel*>("PlaybackPanel")->windowTitle(),
