@@ -2,6 +2,7 @@
 
 #include "core/commands.h"
 #include "core/document_commands.h"
+#include "core/interface_lock.h"
 #include "core/undo.h"
 #include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
@@ -135,6 +136,32 @@ TEST(CommandRegistryObservers, HearEveryAddUntilForgottenAndMayAddCommandsWhileR
     EXPECT_EQ(registry.run(host.workspace, "a.list", {}).status, Status::Done);
     EXPECT_EQ(registry.all().size(), 52u);
     EXPECT_EQ(told, 2);
+}
+
+// A row that says it changes the image gets the whole bracket from the
+// runner; one that does not is run as it is.
+TEST(CommandRegistryBracket, ImageCommandsRunInTheEditBracket) {
+    testing::TestHost host;
+    host.newDocument(4, 4);
+    CommandRegistry registry;
+    const auto darken = [](Workspace& workspace, const ParamValues&) {
+        workspace.document.RBuffer.fill(7);
+        return true;
+    };
+    registry.add({"filter.darken", "Darken", "Filter", "", {}, darken, true,
+                  "Apply filter to all frames?"});
+    registry.add({"test.plain", "Plain", "Filter", "", {}, darken});
+
+    EXPECT_EQ(registry.run(host.workspace, "test.plain", {}).status, Status::Done);
+    EXPECT_FALSE(host.workspace.document.modified);
+
+    host.workspace.document.RBuffer.fill(90);
+    EXPECT_EQ(registry.run(host.workspace, "filter.darken", {}).status, Status::Done);
+    EXPECT_TRUE(host.workspace.document.modified);
+    EXPECT_EQ(host.view.pointerShapes, (std::vector<int>{kBusyPointerShape, 0}));
+    EXPECT_TRUE(host.prompter.questions.empty()) << "no animation, no question";
+    ASSERT_TRUE(EditUndo(host.workspace));
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 90);
 }
 
 }  // namespace

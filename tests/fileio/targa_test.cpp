@@ -162,6 +162,23 @@ TEST_F(Targa, RlePacketsRepeatOrCarryPixelsAndNeverCrossARowEnd) {
     EXPECT_EQ(host.prompter.statusLog[1], std::string("text:") + kTargaLoadingCompressed);
 }
 
+TEST_F(Targa, LiteralPacketsEndRowsAndDropOnlyWhatLiesPastTheEdge) {
+    // 3 x 3, rows decoded from the bottom. Row 2: a literal packet of 4 whose
+    // last pixel lies past the edge: read, then dropped. Row 1: a literal
+    // pair, then a literal single that ends the row exactly. Row 0: a run.
+    std::vector<std::uint8_t> body{3, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21};
+    body.insert(body.end(), {1, 1, 2, 3, 4, 5, 6, 0, 7, 8, 9});
+    body.insert(body.end(), {130, 30, 31, 32});
+    ASSERT_TRUE(load(TargaFile(TrueColorHeader(3, 3, 24, kTargaTrueColorRle), body)));
+    EXPECT_EQ(RgbaAt(doc, 0, 2), (Rgba{12, 11, 10, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 2), (Rgba{18, 17, 16, 255}));
+    EXPECT_EQ(doc.RBuffer.at(3, 2), 255) << "the dropped pixel lands nowhere";
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{3, 2, 1, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 1), (Rgba{6, 5, 4, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 1), (Rgba{9, 8, 7, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 0), (Rgba{32, 31, 30, 255}));
+}
+
 TEST_F(Targa, ThirtyTwoBitRleCarriesAlpha) {
     const std::vector<std::uint8_t> body{129, 1, 2, 3, 77, 1, 4, 5, 6, 0, 7, 8, 9, 0};
     ASSERT_TRUE(load(TargaFile(TrueColorHeader(2, 2, 32, kTargaTrueColorRle), body)));
