@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "core/host/preferences.h"
+#include "pixel/rounding.h"
 
 namespace wib {
 
@@ -33,7 +34,7 @@ std::int32_t FrameDelayFromRate(double rate) {
 }
 
 std::int32_t FrameRateFieldValue(const std::string& text) {
-    const double value = std::nearbyint(FrameRateFromText(text));
+    const double value = RoundHalfEvenValue(FrameRateFromText(text));
     constexpr double kLimit = std::numeric_limits<std::int32_t>::max();
     return static_cast<std::int32_t>(std::clamp(value, -kLimit, kLimit));
 }

@@ -1,4 +1,5 @@
 #include "anim/keyframing.h"
+#include "pixel/rounding.h"
 
 #include <algorithm>
 #include <charconv>
@@ -46,7 +47,7 @@ void WalkSegment(float start, float span, int lastFrame, Write write) {
     const double lastT = std::floor(span);
     double t = std::clamp(std::floor(-static_cast<double>(start)) - 2.0, 0.0, lastT);
     for (int steps = 0; t <= lastT && steps <= lastFrame + 4; ++steps, t += 1.0) {
-        const double target = std::nearbyint(static_cast<float>(t) + start);
+        const double target = RoundHalfEvenValue(static_cast<float>(t) + start);
         if (target >= lastFrame) {
             write(lastFrame, static_cast<float>(lastT));
             return;
@@ -85,7 +86,7 @@ float Keyframing_Class::ReadCurve(float frame, std::int32_t channel) const {
         channel >= channels_) {
         return 0;
     }
-    const auto index = static_cast<std::size_t>(std::nearbyint(frame));
+    const auto index = static_cast<std::size_t>(RoundHalfEvenValue(frame));
     return curve_[static_cast<std::size_t>(channel) * (static_cast<std::size_t>(lastFrame_) + 1) +
                   index];
 }

@@ -2,6 +2,7 @@
 
 #include "core/csv_fields.h"
 #include "core/text_file.h"
+#include "pixel/rounding.h"
 
 #include <charconv>
 #include <cmath>
@@ -23,7 +24,7 @@ std::optional<std::int16_t> ParseSize(std::string_view text) {
         !std::isfinite(value)) {
         return std::nullopt;
     }
-    const double rounded = std::nearbyint(value);
+    const double rounded = RoundHalfEvenValue(value);
     if (rounded < std::numeric_limits<std::int16_t>::min() ||
         rounded > std::numeric_limits<std::int16_t>::max()) {
         return std::nullopt;

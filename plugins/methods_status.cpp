@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "core/workspace.h"
+#include "pixel/rounding.h"
 #include "plugins/file_filter.h"
 #include "plugins/method_families.h"
 #include "plugins/rpc_error.h"
@@ -84,7 +85,7 @@ std::vector<MethodSpec> StatusMethods() {
          "Moves the progress bar: the value is taken in single precision, rounded to a whole "
          "number (halves to even) and held to 0..100.",
          [](CallContext& c, CallArgs& args) {
-             const double rounded = std::nearbyint(static_cast<float>(args.number(0)));
+             const double rounded = RoundHalfEvenValue(static_cast<float>(args.number(0)));
              PrompterOf(c).progress(static_cast<int>(std::clamp(rounded, 0.0, 100.0)));
              return Reply::Nil();
          }},
