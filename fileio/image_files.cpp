@@ -70,11 +70,7 @@ bool ImageFiles::openThroughConverter(Workspace& workspace, const std::string& p
 
 void ImageFiles::opened(Workspace& workspace, const std::string& path,
                         std::optional<int> targaFormat) {
-    settingsFile_ = path;
-    settings_ = SaveSettings{};
-    if (const auto type = SaveTypeForExtension(LowerExtension(path))) {
-        settings_.type = type->name;
-    }
+    settingsFromName(path);
     if (targaFormat) {
         settings_.targaFormat = *targaFormat;
     }
@@ -127,13 +123,24 @@ void ImageFiles::rename(Workspace& workspace, const std::string& name) {
     if (!renamed.has_parent_path() && !current.empty()) {
         renamed = std::filesystem::path(current).parent_path() / renamed;
     }
-    // The settings follow the name, so that Save writes the new file as the old.
-    if (settingsFile_ == current) {
+    // The settings follow the name, so that Save writes the new file as the
+    // old; a document never saved takes them from the new name's extension.
+    if (!current.empty() && settingsFile_ == current && !settings_.type.empty()) {
         settingsFile_ = renamed.string();
+    } else {
+        settingsFromName(renamed.string());
     }
     workspace.document.FileName = renamed.string();
     workspace.events.fileNameChanged.notify();
     workspace.host.view.completeRefresh();
+}
+
+void ImageFiles::settingsFromName(const std::string& path) {
+    settingsFile_ = path;
+    settings_ = SaveSettings{};
+    if (const auto type = SaveTypeForExtension(LowerExtension(path))) {
+        settings_.type = type->name;
+    }
 }
 
 bool ImageFiles::saveCurrent(Workspace& workspace) {

@@ -41,7 +41,8 @@ class ImageFiles {
 
     // Gives the document another name: a bare name stays in the document's
     // folder. The next save of the current file writes there, in the type it
-    // was last saved in.
+    // was last saved in, or for a document never saved the type the new
+    // name's extension names.
     void rename(Workspace& workspace, const std::string& name);
 
     // Told every file opened or saved (the recent-files list).
@@ -49,6 +50,8 @@ class ImageFiles {
 
   private:
     void opened(Workspace& workspace, const std::string& path, std::optional<int> targaFormat);
+    // Save settings for `path` as its extension says.
+    void settingsFromName(const std::string& path);
 
     ConverterBridge& converter_;
     std::string settingsFile_;

@@ -66,6 +66,21 @@ TEST_F(FileCommands, SaveAsTargaThenOpenAndSaveAgainInTheSameFormat) {
     EXPECT_EQ(used.size(), 3u);
 }
 
+TEST_F(FileCommands, ARenamedDocumentSavesUnderItsNewNameInTheSameFormat) {
+    const std::string first = folder.file("first.tga");
+    ASSERT_EQ(run("file.save", {{"path", first}, {"targa_format", 3LL}}), Status::Done);
+    files.rename(host.workspace, "second.tga");
+    EXPECT_EQ(doc.FileName, folder.file("second.tga")) << "a bare name keeps the folder";
+    ASSERT_EQ(run("file.save_current"), Status::Done);
+    EXPECT_EQ(headerOf(folder.file("second.tga")).imageType, kTargaGreyscale);
+
+    // Never saved: the new name's extension says how.
+    host.newDocument(3, 3);
+    files.rename(host.workspace, folder.file("fresh.tga"));
+    ASSERT_EQ(run("file.save_current"), Status::Done);
+    EXPECT_EQ(headerOf(folder.file("fresh.tga")).width, 3);
+}
+
 TEST_F(FileCommands, OpeningAsTargaAsksAboutAnotherExtensionAndNoEndsIt) {
     const std::string path = folder.file("pic.dat");
     ASSERT_EQ(run("file.save", {{"path", path}, {"targa_format", 1LL}}), Status::Done);
