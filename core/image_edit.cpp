@@ -23,13 +23,22 @@ void SetModified(Workspace& workspace, bool modified) {
     }
 }
 
+BusyPointer::BusyPointer(Workspace& workspace)
+    : workspace_(workspace), remembered_(workspace.pointerShape) {
+    ShowPointer(workspace_, kBusyPointerShape);
+}
+
+BusyPointer::~BusyPointer() {
+    ShowPointer(workspace_, remembered_);
+}
+
 ImageEdit::ImageEdit(Workspace& workspace, EditOptions options)
-    : workspace_(workspace), options_(options), rememberedPointer_(workspace.pointerShape) {
+    : workspace_(workspace), options_(options) {
     if (options_.saveUndo) {
         SaveUndo(workspace_);
     }
     if (options_.busyPointer) {
-        ShowPointer(workspace_, kBusyPointerShape);
+        busy_.emplace(workspace_);
     }
 }
 
@@ -40,17 +49,13 @@ ImageEdit::~ImageEdit() {
             workspace_.host.view.refresh();
         }
     }
-    if (options_.busyPointer) {
-        ShowPointer(workspace_, rememberedPointer_);
-    }
 }
 
 bool RunImageOperation(Workspace& workspace, const std::function<bool()>& operation,
                        const std::string& repeatQuestion) {
     // The busy pointer stays up across the repeat; each run has its own
-    // undo-less bracket so that it marks and redraws.
-    const int remembered = workspace.pointerShape;
-    ShowPointer(workspace, kBusyPointerShape);
+    // bracket, so that it marks and redraws.
+    const BusyPointer busy(workspace);
     bool done = false;
     {
         ImageEdit trial(workspace, {.saveUndo = true, .busyPointer = false, .redraw = true});
@@ -75,7 +80,6 @@ bool RunImageOperation(Workspace& workspace, const std::function<bool()>& operat
         }
         frames.gotoFrame(0);
     }
-    ShowPointer(workspace, remembered);
     return done;
 }
 

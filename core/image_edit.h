@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace wib {
@@ -17,6 +18,20 @@ struct EditOptions {
 // A plug-in's change: the plug-in saves undo and asks for redraws itself, so
 // the bracket only marks the document modified.
 inline constexpr EditOptions kPluginEdit{.saveUndo = false, .busyPointer = false, .redraw = false};
+
+// Shows the busy pointer while it lives and then gives back the pointer it
+// found, whatever shape that was.
+class BusyPointer {
+  public:
+    explicit BusyPointer(Workspace& workspace);
+    ~BusyPointer();
+    BusyPointer(const BusyPointer&) = delete;
+    BusyPointer& operator=(const BusyPointer&) = delete;
+
+  private:
+    Workspace& workspace_;
+    int remembered_;
+};
 
 // The bracket every change of the image runs in: on construction it saves an
 // undo step and shows the busy pointer (remembering the pointer it replaces);
@@ -35,7 +50,7 @@ class ImageEdit {
   private:
     Workspace& workspace_;
     EditOptions options_;
-    int rememberedPointer_ = 0;
+    std::optional<BusyPointer> busy_;
     bool changed_ = true;
 };
 

@@ -418,4 +418,14 @@ void MDI_MainForm::setMainFrameEnabled(bool enabled) {
     setEnabled(enabled);
 }
 
+void MDI_MainForm::pointerShapeChanged(int shape) {
+    // The busy pointer is the platform's wait cursor; any other shape is the
+    // canvas's own.
+    if (shape == kBusyPointerShape) {
+        canvas_->setCursor(Qt::WaitCursor);
+    } else {
+        canvas_->unsetCursor();
+    }
+}
+
 }  // namespace wib

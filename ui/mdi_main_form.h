@@ -47,6 +47,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void processPendingEvents() override;
     void setCanvasEnabled(bool enabled) override;
     void setMainFrameEnabled(bool enabled) override;
+    void pointerShapeChanged(int shape) override;
 
     ErrorConsoleForm* logWindow() const { return log_; }
     Tool_Panel* toolPanel() const { return tools_; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 #include "core/observer_list.h"
@@ -38,8 +39,13 @@ class View {
 class ViewList : public View {
   public:
     [[nodiscard]] Subscription attach(View& view) {
-        views_.push_back(&view);
-        return Subscription([this, target = &view] { std::erase(views_, target); });
+        views_->push_back(&view);
+        std::weak_ptr<std::vector<View*>> weak = views_;
+        return Subscription([weak, target = &view] {
+            if (const auto views = weak.lock()) {
+                std::erase(*views, target);
+            }
+        });
     }
 
     void refresh() override { each(&View::refresh); }
@@ -57,7 +63,7 @@ class ViewList : public View {
 
   private:
     // A view may detach while told, so walk a copy.
-    std::vector<View*> snapshot() const { return views_; }
+    std::vector<View*> snapshot() const { return *views_; }
     template <typename... Params, typename... Args>
     void each(void (View::*request)(Params...), Args... args) {
         for (View* view : snapshot()) {
@@ -65,7 +71,7 @@ class ViewList : public View {
         }
     }
 
-    std::vector<View*> views_;
+    std::shared_ptr<std::vector<View*>> views_ = std::make_shared<std::vector<View*>>();
 };
 
 }  // namespace wib
