@@ -9,6 +9,7 @@
 #include "paint/brush_shape.h"
 #include "paint/paint_modes.h"
 #include "paint/paint_surface.h"
+#include "paint/tool.h"
 
 namespace wib {
 
@@ -58,6 +59,10 @@ struct PaintState {
 
     Plane paper;  // grain, 128 = flat; empty while none is loaded
     int paperRowOffset = 0;
+
+    // The tool the canvas's pointer drives (modifier keys may pick another
+    // for one press).
+    ToolId activeTool = ToolId::Brush;
 
     double pressure = 1.0;  // 0..1, from the last pen packet
     bool tabletActive = false;
