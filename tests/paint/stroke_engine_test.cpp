@@ -217,11 +217,6 @@ TEST_F(ImageBrush, SourceModesTakeTheirColourFromWhereTheySay) {
     paint.options.paintMode = static_cast<int>(PaintMode::Clone);
     line(50, 40, 50, 40);
     EXPECT_EQ(PackedPixel(doc, 50, 40), 1 + 2 * 256 + 3 * 65536) << "clone offset 3 to the left";
-
-    paint.options.paintMode = static_cast<int>(PaintMode::Multiply);
-    doc.RBuffer.at(60, 60) = 100;
-    line(60, 60, 60, 60);
-    EXPECT_EQ(doc.RBuffer.at(60, 60), 100 * 200 / 255);
 }
 
 TEST_F(Stroke, DabsAreClippedToTheImage) {

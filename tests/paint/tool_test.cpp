@@ -88,5 +88,44 @@ TEST_F(Tools, ChoosingAToolMakesItThePressTool) {
     EXPECT_EQ(tools.active().cursor(), ToolCursor::CloneSource);
 }
 
+TEST(CloneSource, StrokesCopyFromTheSourceAlignedOrAfresh) {
+    testing::TestHost host;
+    host.newDocument(60, 40);
+    Document& doc = host.workspace.document;
+    for (int x = 0; x < 60; ++x) {
+        for (int y = 0; y < 40; ++y) {
+            SetPixel(doc, x, y,
+                     {static_cast<std::uint8_t>(x * 4), static_cast<std::uint8_t>(y * 6), 0});
+        }
+    }
+    PaintSession session(host.workspace, std::filesystem::temp_directory_path());
+    session.state().options.paintMode = static_cast<int>(PaintMode::Clone);
+    session.state().options.brushSize = 3;
+    session.state().options.hardness = 100;
+    // Every position lays a dab, so each click paints whatever the spacing
+    // counter carried over from the stroke before.
+    session.state().options.relativeSpacing = false;
+    session.state().options.spacing = 0;
+    session.optionsChanged();
+
+    session.setCloneSource(5, 5);
+    session.penPress(1, 30, 20, 1.0, false);
+    session.penRelease(30, 20);
+    EXPECT_EQ(doc.RBuffer.at(30, 20), 5 * 4) << "the pixel at the source";
+    EXPECT_EQ(doc.GBuffer.at(30, 20), 5 * 6);
+
+    // Aligned: the next stroke keeps the offset (25, 15).
+    session.penPress(1, 40, 30, 1.0, false);
+    session.penRelease(40, 30);
+    EXPECT_EQ(doc.RBuffer.at(40, 30), 15 * 4);
+
+    // Not aligned: every stroke starts again from the source.
+    session.state().options.cloneAligned = false;
+    session.penPress(1, 50, 10, 1.0, false);
+    session.penRelease(50, 10);
+    EXPECT_EQ(doc.RBuffer.at(50, 10), 5 * 4);
+    EXPECT_EQ(doc.GBuffer.at(50, 10), 5 * 6);
+}
+
 }  // namespace
 }  // namespace wib
