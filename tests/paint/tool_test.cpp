@@ -58,6 +58,20 @@ TEST_F(Tools, TheBrushToolPaintsOneUndoableStrokeWithThePressedButton) {
     EXPECT_EQ(PackedPixel(doc, 40, 40), 0xFFFFFF);
 }
 
+TEST_F(Tools, ANewStrokeCarriesTheSpacingCounterOn) {
+    session.state().options.spacing = 10;
+    Tool& brush = session.tools().active();
+    // The press visits its point twice, the drag five more: the counter is at 7.
+    brush.press(At(0, 10));
+    brush.drag(At(4, 10));
+    brush.release(At(4, 10));
+    brush.press(At(30, 10));
+    brush.release(At(30, 10));
+    const Document& doc = host.workspace.document;
+    EXPECT_NE(PackedPixel(doc, 0, 10), 0xFFFFFF);
+    EXPECT_EQ(PackedPixel(doc, 30, 10), 0xFFFFFF) << "counter 8 and 9: no dab";
+}
+
 TEST_F(Tools, AltPicksAndCtrlSetsTheCloneSourceForOnePress) {
     host.workspace.view.zoom = 200;
     SetPixel(host.workspace.document, 15, 12, {0x12, 0x34, 0x56});
