@@ -13,6 +13,7 @@ extern "C" {
 #include "bench/plain_dab_loop.h"
 #include "paint/dab_compositor.h"
 #include "paint/paint_state.h"
+#include "paint/paint_surface.h"
 #include "paint/stroke_engine.h"
 #include "tests/support/test_host.h"
 
@@ -36,11 +37,12 @@ void Ours(benchmark::State& state, int radius) {
     host.newDocument(kWidth, kHeight);
     wib::PaintState paint;
     const wib::Plane mask = wib::TransformBrush(wib::MakeRoundBrush(2 * radius + 1, 80), 0, 1, 1);
+    wib::PaintSurface surface = wib::WorkspaceSurface(host.workspace);
     int i = 0;
     for (auto _ : state) {
         const wib::Dab dab{
             &mask, SpotX(i), SpotY(i), 200, {20, 90, 160}, 0, 0, 0, static_cast<int>(mask.rows())};
-        wib::CompositeDab(host.workspace.document, paint, dab);
+        wib::CompositeDab(surface, paint, dab);
         ++i;
     }
     benchmark::DoNotOptimize(host.workspace.document.RBuffer.data());

@@ -194,7 +194,13 @@ BrushSettingsRecord PackBrushSettings(const BrushOptionsModel& options) {
 void UnpackBrushSettings(const BrushSettingsRecord& record, BrushOptionsModel& options) {
     options.livePreview = false;
     for (const BrushControl& control : BrushControls()) {
-        SetBrushControl(options, control, record[static_cast<std::size_t>(control.field)]);
+        const int value = record[static_cast<std::size_t>(control.field)];
+        // A group presses only the button the field names: a field that names
+        // none leaves the group as it was.
+        if (control.kind == ControlKind::Group && value < control.firstValue) {
+            continue;
+        }
+        SetBrushControl(options, control, value);
     }
 }
 

@@ -53,6 +53,8 @@ using BrushSettingsRecord = std::array<std::int32_t, kBrushSettingsFields>;
 BrushSettingsRecord PackBrushSettings(const BrushOptionsModel& options);
 // Applies a record as a user setting each control in turn would. The live
 // preview toggle is cleared first, so the preview is drawn once at the end.
+// A group's field presses the button it names; one that names no button
+// (field 13 = 0) leaves the group as it was.
 void UnpackBrushSettings(const BrushSettingsRecord& record, BrushOptionsModel& options);
 
 }  // namespace wib

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/document.h"
 #include "paint/paint_state.h"
+#include "paint/paint_surface.h"
+#include "pixel/blend.h"
 #include "pixel/dab.h"
 #include "pixel/rounding.h"
 
@@ -21,7 +22,7 @@ int LogicalWidth(const Dab& dab) {
     return dab.maskWidth > 0 ? dab.maskWidth : static_cast<int>(dab.mask->stride());
 }
 
-Span ClipDab(const Document& doc, const Dab& dab) {
+Span ClipDab(const PaintSurface& surface, const Dab& dab) {
     const Plane& mask = *dab.mask;
     const double x = dab.x;
     const double y = dab.y;
@@ -32,8 +33,8 @@ Span ClipDab(const Document& doc, const Dab& dab) {
     span.top = static_cast<int>(std::lround(y)) - height / 2;
     span.x0 = std::max(span.left, 0);
     span.y0 = std::max(span.top, 0);
-    span.x1 = std::min(span.left + width - 1, doc.RBuffer.ubX());
-    span.y1 = std::min(span.top + height - 1, doc.RBuffer.ubY());
+    span.x1 = std::min(span.left + width - 1, surface.colour[0]->ubX());
+    span.y1 = std::min(span.top + height - 1, surface.colour[0]->ubY());
     return span;
 }
 
@@ -45,26 +46,26 @@ bool PaintsOnAlpha(const PaintState& paint) {
     return paint.options.alphaUse == AlphaUse::PaintOnAlpha;
 }
 
-void PlainDab(Document& doc, const PaintState& paint, const Dab& dab, const Span& span) {
+void PlainDab(PaintSurface& surface, const PaintState& paint, const Dab& dab, const Span& span) {
     const Plane& mask = *dab.mask;
+    Plane& red = *surface.colour[0];
     const int mx = span.x0 - span.left;
     const int my = span.y0 - span.top;
     int count = span.x1 - span.x0 + 1;
     // Round the rows up to whole vectors where the mask has padding there and
     // the image has room: padded pixels are left as they are.
     const int padded = (count + 31) / 32 * 32;
-    if (mx + padded <= static_cast<int>(mask.stride()) &&
-        span.x0 + padded - 1 <= doc.RBuffer.ubX()) {
+    if (mx + padded <= static_cast<int>(mask.stride()) && span.x0 + padded - 1 <= red.ubX()) {
         count = padded;
     }
-    const std::size_t at = static_cast<std::size_t>(span.y0) * doc.RBuffer.stride() +
-                           static_cast<std::size_t>(span.x0);
+    const std::size_t at =
+        static_cast<std::size_t>(span.y0) * red.stride() + static_cast<std::size_t>(span.x0);
     const DabBlock block{
-        doc.RBuffer.data() + at,
-        doc.GBuffer.data() + at,
-        doc.BBuffer.data() + at,
-        doc.ABuffer.data() + at,
-        doc.RBuffer.stride(),
+        red.data() + at,
+        surface.colour[1]->data() + at,
+        surface.colour[2]->data() + at,
+        surface.alpha->data() + at,
+        red.stride(),
         mask.row(my) + mx,
         mask.stride(),
         count,
@@ -91,53 +92,55 @@ void PlainDab(Document& doc, const PaintState& paint, const Dab& dab, const Span
 // Every mode but plain paint, pixel by pixel.
 class ModePixel {
   public:
-    ModePixel(Document& doc, const PaintState& paint, const Dab& dab)
-        : doc_(doc), paint_(paint), dab_(dab), mode_(dab.mode) {}
+    ModePixel(PaintSurface& surface, const PaintState& paint, const Dab& dab)
+        : surface_(surface),
+          paint_(paint),
+          dab_(dab),
+          mode_(static_cast<PaintMode>(dab.mode)),
+          table_(BlendLookup(PaintModeBlend(dab.mode))) {}
 
     void apply(int x, int y, int m, int s) {
         const int w = 255 - m;
-        const double t = m / 255.0;
-        Plane* planes[3] = {&doc_.RBuffer, &doc_.GBuffer, &doc_.BBuffer};
+        const std::array<Plane*, 3>& planes = surface_.colour;
         int source[3];
         for (int c = 0; c < 3; ++c) {
             const int d = planes[c]->row(y)[x];
             const int p = paintColour(c, x, y);
-            switch (static_cast<PaintMode>(mode_)) {
+            switch (mode_) {
                 case PaintMode::Multiply:
-                    source[c] = std::max(0, RoundHalfEven((d * p / 255) * (1.0 - t) + d * t));
+                    source[c] = MaskMix(BlendMultiply(p, d), d, m);
                     break;
-                case PaintMode::FromSwap: {
-                    const Plane* swap[3] = {&doc_.SwapR, &doc_.SwapG, &doc_.SwapB};
-                    source[c] = RoundHalfEven(swap[c]->row(y)[x] * (1.0 - t) + d * t);
+                case PaintMode::FromSwap:
+                    source[c] = MaskMix(surface_.swap[c]->row(y)[x], d, m);
                     break;
-                }
                 case PaintMode::Clone:
                 case PaintMode::Smear: {
                     int sx = 0, sy = 0;
                     if (!sourcePixel(x, y, sx, sy)) {
                         return;  // the source lies outside the image: leave the pixel
                     }
-                    source[c] = RoundHalfEven(planes[c]->row(sy)[sx] * (1.0 - t) + d * t);
+                    source[c] = MaskMix(planes[c]->row(sy)[sx], d, m);
                     break;
                 }
                 case PaintMode::Pattern:
                 case PaintMode::PatternOffset:
-                    source[c] = RoundHalfEven(patternColour(c, x, y, p) * (1.0 - t) + d * t);
+                    source[c] = MaskMix(patternColour(c, x, y, p), d, m);
                     break;
                 default:
-                    source[c] = paint_.tables.forMode(mode_)[w * p / 255][d];
+                    source[c] =
+                        table_[static_cast<std::size_t>(w * p / 255)][static_cast<std::size_t>(d)];
                     break;
             }
         }
         if (!IgnoresAlpha(paint_)) {
-            s = doc_.ABuffer.row(y)[x] * s / 255;
+            s = surface_.alpha->row(y)[x] * s / 255;
         }
         for (int c = 0; c < 3; ++c) {
             std::uint8_t& d = planes[c]->row(y)[x];
             d = static_cast<std::uint8_t>((s * source[c] + (255 - s) * d) / 255);
         }
         if (PaintsOnAlpha(paint_)) {
-            std::uint8_t& a = doc_.ABuffer.row(y)[x];
+            std::uint8_t& a = surface_.alpha->row(y)[x];
             a = static_cast<std::uint8_t>((a * 255 + (255 - a) * s + 127) / 255);
         }
     }
@@ -155,22 +158,22 @@ class ModePixel {
     }
 
     bool sourcePixel(int x, int y, int& sx, int& sy) const {
-        if (mode_ == static_cast<int>(PaintMode::Clone)) {
+        if (mode_ == PaintMode::Clone) {
             sx = x - paint_.cloneOffsetX;
             sy = y - paint_.cloneOffsetY;
         } else {
             sx = RoundHalfEven(x - (dab_.x - paint_.stroke.previousDabX));
             sy = RoundHalfEven(y - (dab_.y - paint_.stroke.previousDabY));
         }
-        return sx >= 0 && sy >= 0 && sx < doc_.width && sy < doc_.height;
+        return sx >= 0 && sy >= 0 && sx < surface_.width && sy < surface_.height;
     }
 
     int patternColour(int c, int x, int y, int fallback) const {
-        const Plane* const* brush = dab_.pattern.data();
+        const Plane* const* brush = surface_.pattern.data();
         if (brush[c] == nullptr || brush[c]->empty()) {
             return fallback;
         }
-        const bool offset = mode_ == static_cast<int>(PaintMode::PatternOffset);
+        const bool offset = mode_ == PaintMode::PatternOffset;
         const int bw = static_cast<int>(brush[c]->stride());
         const int bh = static_cast<int>(brush[c]->rows());
         const int px = x + (offset ? paint_.patternOffsetX : 0);
@@ -178,15 +181,16 @@ class ModePixel {
         return brush[c]->row(((py % bh) + bh) % bh)[((px % bw) + bw) % bw];
     }
 
-    Document& doc_;
+    PaintSurface& surface_;
     const PaintState& paint_;
     const Dab& dab_;
-    int mode_;
+    PaintMode mode_;
+    const BlendTable& table_;
 };
 
-void ModeDab(Document& doc, const PaintState& paint, const Dab& dab, const Span& span) {
+void ModeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab, const Span& span) {
     const Plane& mask = *dab.mask;
-    ModePixel pixel(doc, paint, dab);
+    ModePixel pixel(surface, paint, dab);
     const DabBlock fade{nullptr,
                         nullptr,
                         nullptr,
@@ -226,18 +230,18 @@ void ModeDab(Document& doc, const PaintState& paint, const Dab& dab, const Span&
 
 }  // namespace
 
-void CompositeDab(Document& document, const PaintState& paint, const Dab& dab) {
-    if (dab.mask == nullptr || dab.mask->empty() || document.RBuffer.empty()) {
+void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab) {
+    if (dab.mask == nullptr || dab.mask->empty() || surface.empty()) {
         return;
     }
-    const Span span = ClipDab(document, dab);
+    const Span span = ClipDab(surface, dab);
     if (span.x1 < span.x0 || span.y1 < span.y0) {
         return;
     }
     if (dab.mode == static_cast<int>(PaintMode::Plain)) {
-        PlainDab(document, paint, dab, span);
+        PlainDab(surface, paint, dab, span);
     } else {
-        ModeDab(document, paint, dab, span);
+        ModeDab(surface, paint, dab, span);
     }
 }
 

@@ -7,8 +7,8 @@
 
 namespace wib {
 
-struct Document;
 struct PaintState;
+struct PaintSurface;
 
 // One dab as the stroke engine lays it.
 struct Dab {
@@ -21,13 +21,10 @@ struct Dab {
     // The dab's width within the mask rows; the rest of each row, if any, is
     // padding of 255 that lets whole vectors be processed. 0: the mask's width.
     int maskWidth = 0;
-    // The image brush's colour planes, which the pattern modes tile; null
-    // where there is no image brush.
-    std::array<const Plane*, 3> pattern{};
 };
 
-// Composites one dab into the main buffer (and the alpha plane when painting
-// on it) in the current paint mode, clipped to the planes.
-void CompositeDab(Document& document, const PaintState& paint, const Dab& dab);
+// Composites one dab into the surface's colour planes (and its alpha plane
+// when painting on it) in the dab's paint mode, clipped to the planes.
+void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab);
 
 }  // namespace wib

@@ -1,37 +1,30 @@
 #pragma once
 
-#include <array>
-#include <cstdint>
+#include "pixel/blend.h"
 
 namespace wib {
 
 // The paint modes: where the colour mixed into the image comes from.
 enum class PaintMode : int {
     Plain = 0,
-    Add = 1,          // lookup table A
-    Screen = 2,       // lookup table B
+    Add = 1,
+    Screen = 2,
     Multiply = 3,
-    FromSwap = 4,     // restores from the swap buffer
+    FromSwap = 4,  // restores from the swap buffer
     Clone = 5,
     Smear = 6,
     Pattern = 7,
     PatternOffset = 8,
-    Lighten = 9,      // lookup table C
-    Subtract = 10,    // lookup table D
-    Difference = 11,  // lookup table E
+    Lighten = 9,
+    Subtract = 10,
+    Difference = 11,
 };
 inline constexpr int kPaintModeCount = 12;
 const char* PaintModeName(int mode);
 
-// The lookup tables of the blending modes, indexed [paint][image]: the paint
-// value is already weighted by the brush mask (w * P / 255), so a paint value
-// of 0 (outside the brush) leaves every image value as it is.
-struct PaintModeTables {
-    using Table = std::array<std::array<std::uint8_t, 256>, 256>;
-    Table a, b, c, d, e;
-    PaintModeTables();
-    // The table of a lookup mode; Add's for any mode without one of its own.
-    const Table& forMode(int mode) const;
-};
+// The blend a look-up mode (Add, Screen, Lighten, Subtract, Difference)
+// applies to the brush-weighted paint value (w * P / 255) and the image value;
+// Add for any mode that has no blend of its own.
+BlendOp PaintModeBlend(int mode);
 
 }  // namespace wib

@@ -11,6 +11,7 @@
 #include "core/plane.h"
 #include "paint/paint_state.h"
 #include "paint/paper.h"
+#include "paint/tool_box.h"
 
 namespace wib {
 
@@ -26,6 +27,8 @@ class PaintSession {
     const Workspace& workspace() const { return workspace_; }
     PaintState& state() { return state_; }
     const PaintState& state() const { return state_; }
+    // The canvas's tools; the canvas forwards its pointer input to them.
+    ToolBox& tools() { return tools_; }
 
     // Called after any change of the options (from a panel, a settings file or
     // a command), as each control's change handler would: the brush tip and
@@ -89,6 +92,7 @@ class PaintSession {
     std::optional<ImageEdit> stroke_;
     PaperKind paperKind_ = PaperKind::Canvas;
     Plane paperSource_;
+    ToolBox tools_{*this};
 };
 
 }  // namespace wib

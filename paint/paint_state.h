@@ -8,16 +8,10 @@
 #include "paint/brush_options.h"
 #include "paint/brush_shape.h"
 #include "paint/paint_modes.h"
+#include "paint/paint_surface.h"
+#include "paint/tool.h"
 
 namespace wib {
-
-// The rectangle a segment changed, inclusive, in image pixels.
-struct DirtyRect {
-    int left = 0;
-    int top = 0;
-    int right = -1;
-    int bottom = -1;
-};
 
 // What the stroke engine keeps from one call to the next.
 struct StrokeState {
@@ -36,13 +30,13 @@ struct StrokeState {
     std::optional<Plane> builtMask;
     double builtAngle = 0, builtScale = 1;
     int builtSource = -1;  // the tip generation the mask was built from
-    // The smooth brush type's pen, trailing the pointer (canvas-window units).
+    // The smooth brush type's pen, trailing the pointer (image pixels).
     float smoothX = 0, smoothY = 0;
 };
 
 // Everything painting needs beside the Workspace's own state (document, brush
 // image, colours, erase mode): the options model, the built-in brush,
-// paint-mode tables, offsets, paper and the pen.
+// offsets, paper and the pen.
 struct PaintState {
     BrushOptionsModel options;
     BrushType brushType = BrushType::Dab;
@@ -54,7 +48,6 @@ struct PaintState {
     EdgeProfile chalkProfile;  // the chalk's edge, loaded with the program's data
     // Built-in brushes a plug-in replaced with an image brush's shape.
     std::array<std::optional<BrushTip>, kBuiltinBrushCount> replacedTips;
-    PaintModeTables tables;
     // Clone paints from the image at this offset from the brush; pattern
     // offset shifts where the image brush tiles from.
     int cloneOffsetX = 0, cloneOffsetY = 0;
@@ -66,6 +59,10 @@ struct PaintState {
 
     Plane paper;  // grain, 128 = flat; empty while none is loaded
     int paperRowOffset = 0;
+
+    // The tool the canvas's pointer drives (modifier keys may pick another
+    // for one press).
+    ToolId activeTool = ToolId::Brush;
 
     double pressure = 1.0;  // 0..1, from the last pen packet
     bool tabletActive = false;

@@ -8,6 +8,7 @@
 #include "core/workspace.h"
 #include "paint/dab_compositor.h"
 #include "paint/paint_state.h"
+#include "paint/paint_surface.h"
 #include "pixel/colour.h"
 #include "pixel/rounding.h"
 
@@ -31,8 +32,10 @@ struct SegmentShape {
 bool ShapeVaries(const PaintState& paint, double brushScale) {
     const BrushOptionsModel& o = paint.options;
     const bool pen = paint.tabletActive && o.pressureToSize;
+    // A larger scale or a base angle alone leaves the dab as it is: only these
+    // variations, or a reduced scale, start the transform.
     return o.sizeJitter >= 1 || o.angleJitter >= 1 || o.followStroke || o.speedToSize != 0 || pen ||
-           brushScale != 1.0 || o.baseAngle != 0;
+           brushScale < 1.0;
 }
 
 SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x, float y) {
@@ -135,8 +138,7 @@ std::array<int, 3> JitterColour(Workspace& workspace, const BrushOptionsModel& o
         h = -1.0;
     }
     v += 2.0 * (0.5 - rv) * (o.valueJitter / 100.0);
-    s = std::clamp(s, 0.0, 1.0);
-    v = std::clamp(v, 0.0, 1.0);
+    // Saturation and value may leave 0..1 here; only the channels are clamped.
     double r, g, b;
     HSV_To_RGB(h, s, v, r, g, b);
     return {std::clamp(RoundHalfEven(r * 255), 0, 255), std::clamp(RoundHalfEven(g * 255), 0, 255),
@@ -145,28 +147,27 @@ std::array<int, 3> JitterColour(Workspace& workspace, const BrushOptionsModel& o
 
 // The colour under the previous position, from it and the four pixels around
 // it when it lies well inside the image, counting only selected pixels.
-std::array<int, 3> PickUp(const Workspace& workspace, const PaintState& paint,
+std::array<int, 3> PickUp(const PaintSurface& surface, const PaintState& paint,
                           const std::array<int, 3>& colour) {
-    const Document& doc = workspace.document;
+    const int width = surface.width;
+    const int height = surface.height;
     const int k = paint.options.colourPickUp;
-    const int x =
-        std::clamp(static_cast<int>(paint.stroke.previousX), 0, std::max(0, doc.width - 2));
-    const int y =
-        std::clamp(static_cast<int>(paint.stroke.previousY), 0, std::max(0, doc.height - 2));
+    const int x = std::clamp(static_cast<int>(paint.stroke.previousX), 0, std::max(0, width - 2));
+    const int y = std::clamp(static_cast<int>(paint.stroke.previousY), 0, std::max(0, height - 2));
     const bool ignoreAlpha = paint.options.pickUpIgnoresAlpha;
     int sum[3] = {0, 0, 0};
     int samples = 0;
     auto sample = [&](int sx, int sy) {
-        if (!ignoreAlpha && doc.ABuffer.row(sy)[sx] <= 128) {
+        if (!ignoreAlpha && surface.alpha->row(sy)[sx] <= 128) {
             return;
         }
-        sum[0] += doc.RBuffer.row(sy)[sx];
-        sum[1] += doc.GBuffer.row(sy)[sx];
-        sum[2] += doc.BBuffer.row(sy)[sx];
+        for (int c = 0; c < 3; ++c) {
+            sum[c] += surface.colour[c]->row(sy)[sx];
+        }
         ++samples;
     };
     sample(x, y);
-    if (x > 1 && y > 1 && x < doc.width - 2 && y < doc.height - 2) {
+    if (x > 1 && y > 1 && x < width - 2 && y < height - 2) {
         sample(x - 1, y);
         sample(x + 1, y);
         sample(x, y - 1);
@@ -183,8 +184,8 @@ std::array<int, 3> PickUp(const Workspace& workspace, const PaintState& paint,
     return mixed;
 }
 
-void MarkDirty(Workspace& workspace, PaintState& paint, float startX, float startY, float endX,
-               float endY, const Plane& mask) {
+void MarkDirty(const Workspace& workspace, PaintState& paint, const PaintSurface& surface,
+               float startX, float startY, float endX, float endY, const Plane& mask) {
     // The panel's margin, widened where the dab itself is larger, so that the
     // repaint always covers what was painted.
     const int half = static_cast<int>(std::max(mask.stride(), mask.rows()) / 2) + 1;
@@ -195,8 +196,8 @@ void MarkDirty(Workspace& workspace, PaintState& paint, float startX, float star
     dirty.top = static_cast<int>(std::floor(std::min(startY, endY))) - margin;
     dirty.right = static_cast<int>(std::ceil(std::max(startX, endX))) + margin + far;
     dirty.bottom = static_cast<int>(std::ceil(std::max(startY, endY))) + margin + far;
-    if (!(paint.repaintSuspended && !workspace.brush.active())) {
-        workspace.host.view.refreshArea(dirty.left, dirty.top, dirty.right, dirty.bottom);
+    if (!(paint.repaintSuspended && !workspace.brush.active()) && surface.changed) {
+        surface.changed(dirty);
     }
 }
 
@@ -237,14 +238,14 @@ namespace {
 // How far the smooth brush's pen moves toward the pointer at each event.
 constexpr float kSmoothFollow = 0.35f;
 
-void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
-                   float& y);
+void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surface, int button,
+                   float x, float y);
 
 // The stroke procedure of the smooth brush type: the pen trails the pointer
 // like a brush on a string, so hand jitter is evened out, and the main
 // procedure paints along the pen's path.
-void SmoothBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
-                     float& y) {
+void SmoothBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surface, int button,
+                     float x, float y) {
     StrokeState& stroke = paint.stroke;
     if (button == 0) {
         stroke.smoothX = x;
@@ -253,9 +254,7 @@ void SmoothBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& butt
         stroke.smoothX += (x - stroke.smoothX) * kSmoothFollow;
         stroke.smoothY += (y - stroke.smoothY) * kSmoothFollow;
     }
-    float px = stroke.smoothX;
-    float py = stroke.smoothY;
-    MainBrushStep(workspace, paint, button, px, py);
+    MainBrushStep(workspace, paint, surface, button, stroke.smoothX, stroke.smoothY);
 }
 
 }  // namespace
@@ -263,29 +262,31 @@ void SmoothBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& butt
 void BrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, std::int16_t& shift,
                float& x, float& y) {
     static_cast<void>(shift);
+    const float zoom = workspace.view.scale();
+    x /= zoom;
+    y /= zoom;
+    PaintSurface surface = WorkspaceSurface(workspace);
     if (paint.brushType == BrushType::Smooth) {
-        SmoothBrushStep(workspace, paint, button, x, y);
+        SmoothBrushStep(workspace, paint, surface, button, x, y);
     } else {
-        MainBrushStep(workspace, paint, button, x, y);
+        MainBrushStep(workspace, paint, surface, button, x, y);
     }
 }
 
 namespace {
 
-void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button, float& x,
-                   float& y) {
+// One segment in image pixels, painted onto the surface.
+void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surface, int button,
+                   float x, float y) {
     const BrushOptionsModel& o = paint.options;
     StrokeState& stroke = paint.stroke;
-    const float zoom = workspace.view.scale();
-    x /= zoom;
-    y /= zoom;
     if (button == 0) {
         stroke.previousX = x;
         stroke.previousY = y;
         stroke.strokeOpacity = static_cast<float>(std::clamp(o.opacity, 0, 255));
         return;
     }
-    if (workspace.document.RBuffer.empty()) {
+    if (surface.empty()) {
         return;
     }
 
@@ -333,7 +334,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
                 std::clamp(stroke.strokeOpacity * (1.0f - o.dryOut / 384.0f), 0.0f, 255.0f);
         }
         if (o.colourPickUp > 0) {
-            dabColour = PickUp(workspace, paint, dabColour);
+            dabColour = PickUp(surface, paint, dabColour);
         }
         if (button == 2) {
             dabColour = AsInts(workspace.colours.secondary);
@@ -347,9 +348,8 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
                       o.paperShiftPerDab ? shiftX : 0,
                       o.paperShiftPerDab ? shiftY : 0,
                       mode,
-                      maskWidth,
-                      {&workspace.brush.R, &workspace.brush.G, &workspace.brush.B}};
-        CompositeDab(workspace.document, paint, dab);
+                      maskWidth};
+        CompositeDab(surface, paint, dab);
         stroke.previousDabX = static_cast<std::int16_t>(std::lround(px));
         stroke.previousDabY = static_cast<std::int16_t>(std::lround(py));
     }
@@ -360,7 +360,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, std::int16_t& button
     stroke.currentY = y;
     stroke.lastAngle = static_cast<float>(shape.angle);
     stroke.lastScale = static_cast<float>(shape.scale);
-    MarkDirty(workspace, paint, startX, startY, x, y, *mask);
+    MarkDirty(workspace, paint, surface, startX, startY, x, y, *mask);
 }
 
 }  // namespace

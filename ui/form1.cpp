@@ -47,43 +47,69 @@ void Form1::refreshArea(int left, int top, int right, int bottom) {
 void Form1::setPainter(PaintSession* session, const TabletCalibration* calibration) {
     painter_ = session;
     calibration_ = calibration;
+    pressed_ = nullptr;
     setMouseTracking(false);
-    setCursor(session != nullptr ? Qt::CrossCursor : Qt::ArrowCursor);
+    showToolCursor();
 }
+
+void Form1::showToolCursor() {
+    if (painter_ == nullptr) {
+        setCursor(Qt::ArrowCursor);
+        return;
+    }
+    switch (painter_->tools().active().cursor()) {
+        case ToolCursor::Crosshair:
+            setCursor(Qt::CrossCursor);
+            break;
+        case ToolCursor::Picker:
+            setCursor(Qt::PointingHandCursor);
+            break;
+        case ToolCursor::CloneSource:
+            setCursor(Qt::UpArrowCursor);
+            break;
+    }
+}
+
+namespace {
+
+ToolInput Input(QPointF at, int button, Qt::KeyboardModifiers modifiers, double pressure,
+                bool tablet) {
+    return {static_cast<float>(at.x()),
+            static_cast<float>(at.y()),
+            button,
+            {(modifiers & Qt::ShiftModifier) != 0, (modifiers & Qt::ControlModifier) != 0,
+             (modifiers & Qt::AltModifier) != 0},
+            pressure,
+            tablet};
+}
+
+}  // namespace
 
 void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at,
                   double pressure, bool tablet) {
-    if (painter_ == nullptr || strokeButton_ != 0) {
+    if (painter_ == nullptr || (pressed_ != nullptr && pressed_->holdsPointer())) {
         return;
     }
-    if (modifiers & Qt::ControlModifier) {
-        painter_->setCloneSource(static_cast<float>(at.x()), static_cast<float>(at.y()));
-        return;
-    }
-    if (modifiers & Qt::AltModifier) {
-        const double s = scale();
-        painter_->pickColour(static_cast<int>(at.x() / s), static_cast<int>(at.y() / s));
-        return;
-    }
-    strokeButton_ = button == Qt::RightButton ? 2 : button == Qt::LeftButton ? 1 : 0;
-    if (strokeButton_ != 0) {
-        painter_->penPress(strokeButton_, static_cast<float>(at.x()), static_cast<float>(at.y()),
-                           pressure, tablet);
-    }
+    const ToolInput input = Input(at,
+                                  button == Qt::RightButton  ? 2
+                                  : button == Qt::LeftButton ? 1
+                                                             : 0,
+                                  modifiers, pressure, tablet);
+    pressed_ = &painter_->tools().forPress(input.modifiers);
+    pressed_->press(input);
 }
 
 void Form1::drag(QPointF at, double pressure, bool tablet) {
-    if (painter_ != nullptr && strokeButton_ != 0) {
-        painter_->penDrag(strokeButton_, static_cast<float>(at.x()), static_cast<float>(at.y()),
-                          pressure, tablet);
+    if (pressed_ != nullptr) {
+        pressed_->drag(Input(at, 0, {}, pressure, tablet));
     }
 }
 
 void Form1::release(QPointF at) {
-    if (painter_ != nullptr && strokeButton_ != 0) {
-        painter_->penRelease(static_cast<float>(at.x()), static_cast<float>(at.y()));
+    if (pressed_ != nullptr) {
+        pressed_->release(Input(at, 0, {}, 1.0, false));
     }
-    strokeButton_ = 0;
+    pressed_ = nullptr;
 }
 
 void Form1::mousePressEvent(QMouseEvent* event) {

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "core/view_state.h"
+#include "paint/tool.h"
 
 namespace wib {
 
@@ -25,9 +26,9 @@ class Form1 : public QWidget {
     void refreshArea(int left, int top, int right, int bottom);
     QSize sizeHint() const override;
 
-    // Pointer and pen input paints through this session; Alt + click picks a
-    // colour, Ctrl + click sets the clone source. Pressure is read through the
-    // calibration.
+    // Pointer and pen input goes to the session's tools: the active one, or
+    // for one press the one its modifier keys choose (Alt picks a colour,
+    // Ctrl sets the clone source). Pressure is read through the calibration.
     void setPainter(PaintSession* session, const TabletCalibration* calibration);
 
   protected:
@@ -43,13 +44,14 @@ class Form1 : public QWidget {
                bool tablet);
     void drag(QPointF at, double pressure, bool tablet);
     void release(QPointF at);
+    void showToolCursor();
 
     const Document& document_;
     const ViewState& view_;
     PaintSession* painter_ = nullptr;
     const TabletCalibration* calibration_ = nullptr;
-    int strokeButton_ = 0;
-    QImage picture_;  // the converted damaged area, kept between redraws
+    Tool* pressed_ = nullptr;  // the tool of the press in progress
+    QImage picture_;           // the converted damaged area, kept between redraws
 };
 
 }  // namespace wib

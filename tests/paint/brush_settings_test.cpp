@@ -62,26 +62,85 @@ TEST_F(BrushSettings, RoundTripLeavesEveryControlAsItWas) {
     }
 }
 
-TEST_F(BrushSettings, RecordFieldsSitAtTheirOffsets) {
-    BrushOptionsModel options;
-    options.transformQuality = 2;
-    options.speedToSize = -7;
-    options.alphaUse = AlphaUse::IgnoreSelection;
-    options.paperScale = 150;
-    const auto record = PackBrushSettings(options);
-    EXPECT_EQ(record[0], 2);
-    EXPECT_EQ(record[3], -7);
-    EXPECT_EQ(record[13], 2);
-    EXPECT_EQ(record[37], 0);
-    EXPECT_EQ(record[38], 0);
-    EXPECT_EQ(record[43], 150);
-    const auto path = WriteBrushSettingsFile(folder, record);
-    ASSERT_TRUE(path);
-    const std::string bytes = *ReadTextFile(*path);
-    ASSERT_EQ(bytes.size(), 176u);
-    EXPECT_EQ(static_cast<unsigned char>(bytes[12]), 0xF9) << "-7, little-endian";
-    EXPECT_EQ(static_cast<unsigned char>(bytes[15]), 0xFF);
-    EXPECT_EQ(static_cast<unsigned char>(bytes[172]), 150);
+// The record's layout, written out here: each field's byte offset, a change
+// of one option, and the value the field then holds.
+struct FieldCase {
+    int offset;
+    void (*change)(BrushOptionsModel&);
+    std::int32_t value;
+};
+const FieldCase kLayout[] = {
+    {0, [](BrushOptionsModel& o) { o.transformQuality = 2; }, 2},
+    {4, [](BrushOptionsModel& o) { o.pressureToSize = false; }, 0},
+    {8, [](BrushOptionsModel& o) { o.pressureToOpacity = true; }, 1},
+    {12, [](BrushOptionsModel& o) { o.speedToSize = -7; }, -7},
+    {16, [](BrushOptionsModel& o) { o.brushSize = 200; }, 200},
+    {20, [](BrushOptionsModel& o) { o.sizeJitter = 30; }, 30},
+    {24, [](BrushOptionsModel& o) { o.angleJitter = 170; }, 170},
+    {28, [](BrushOptionsModel& o) { o.followStroke = true; }, 1},
+    {32, [](BrushOptionsModel& o) { o.hueJitter = 300; }, 300},
+    {36, [](BrushOptionsModel& o) { o.saturationJitter = 90; }, 90},
+    {40, [](BrushOptionsModel& o) { o.valueJitter = 80; }, 80},
+    {44, [](BrushOptionsModel& o) { o.colourPickUp = 250; }, 250},
+    {48, [](BrushOptionsModel& o) { o.dryOut = 380; }, 380},
+    {52, [](BrushOptionsModel& o) { o.alphaUse = AlphaUse::IgnoreSelection; }, 2},
+    {56, [](BrushOptionsModel& o) { o.imageBrushTransform = true; }, 1},
+    {60, [](BrushOptionsModel& o) { o.opacity = 77; }, 77},
+    {64, [](BrushOptionsModel& o) { o.spacing = 450; }, 450},
+    {68, [](BrushOptionsModel& o) { o.baseAngle = 359; }, 359},
+    {72, [](BrushOptionsModel& o) { o.imageBrushScale = 399; }, 399},
+    {76, [](BrushOptionsModel& o) { o.relativeSpacing = false; }, 0},
+    {80, [](BrushOptionsModel& o) { o.livePreview = false; }, 0},
+    {84, [](BrushOptionsModel& o) { o.paperTexture = true; }, 1},
+    {88, [](BrushOptionsModel& o) { o.fade = 254; }, 254},
+    {92, [](BrushOptionsModel& o) { o.mirrorLeftRight = true; }, 1},
+    {96, [](BrushOptionsModel& o) { o.mirrorTopBottom = true; }, 1},
+    {100, [](BrushOptionsModel& o) { o.radialSymmetry = true; }, 1},
+    {104, [](BrushOptionsModel& o) { o.radialCopies = 9; }, 9},
+    {108, [](BrushOptionsModel& o) { o.symmetryCentreX = 13; }, 13},
+    {112, [](BrushOptionsModel& o) { o.symmetryCentreY = 87; }, 87},
+    {116, [](BrushOptionsModel& o) { o.cloneAligned = false; }, 0},
+    {120, [](BrushOptionsModel& o) { o.builtinBrush = 3; }, 3},
+    {124, [](BrushOptionsModel& o) { o.paintMode = 11; }, 11},
+    {128, [](BrushOptionsModel& o) { o.hardness = 5; }, 5},
+    {132, [](BrushOptionsModel& o) { o.bristles = 63; }, 63},
+    {136, [](BrushOptionsModel& o) { o.brushScaleThousandths = 3999; }, 3999},
+    {140, [](BrushOptionsModel& o) { o.eraseToSecondary = false; }, 0},
+    {144, [](BrushOptionsModel& o) { o.pickUpIgnoresAlpha = true; }, 1},
+    {156, [](BrushOptionsModel& o) { o.paperStrength = 42; }, 42},
+    {160, [](BrushOptionsModel& o) { o.paperInvert = true; }, 1},
+    {164, [](BrushOptionsModel& o) { o.paperShiftPerDab = true; }, 1},
+    {168, [](BrushOptionsModel& o) { o.paperEmboss = true; }, 1},
+    {172, [](BrushOptionsModel& o) { o.paperScale = 333; }, 333},
+};
+
+std::string FileBytes(const std::filesystem::path& folder, const BrushOptionsModel& options) {
+    const auto path = WriteBrushSettingsFile(folder, PackBrushSettings(options));
+    return path ? ReadTextFile(*path).value_or("") : "";
+}
+
+TEST_F(BrushSettings, EachFieldIsFourLittleEndianBytesAtItsOffset) {
+    const std::string plain = FileBytes(folder, BrushOptionsModel{});
+    ASSERT_EQ(plain.size(), 176u);
+    BrushOptionsModel all;
+    for (const FieldCase& field : kLayout) {
+        BrushOptionsModel options;
+        field.change(options);
+        field.change(all);
+        const std::string changed = FileBytes(folder, options);
+        ASSERT_EQ(changed.size(), 176u);
+        const auto at = static_cast<std::size_t>(field.offset);
+        EXPECT_EQ(changed.substr(0, at), plain.substr(0, at)) << "offset " << field.offset;
+        EXPECT_EQ(changed.substr(at + 4), plain.substr(at + 4)) << "offset " << field.offset;
+        std::uint32_t value = 0;
+        for (std::size_t b = 0; b < 4; ++b) {
+            value |= static_cast<std::uint32_t>(static_cast<unsigned char>(changed[at + b]))
+                     << (8 * b);
+        }
+        EXPECT_EQ(static_cast<std::int32_t>(value), field.value) << "offset " << field.offset;
+    }
+    // The two reserved fields stay 0 whatever the options.
+    EXPECT_EQ(FileBytes(folder, all).substr(148, 8), std::string(8, '\0'));
 }
 
 TEST_F(BrushSettings, OutOfRangeValuesPressNoButtonOrClamp) {
@@ -91,18 +150,22 @@ TEST_F(BrushSettings, OutOfRangeValuesPressNoButtonOrClamp) {
     options.livePreview = true;
     auto record = PackBrushSettings(options);
     record[0] = 7;
-    record[13] = -3;
+    record[13] = 0;
     record[4] = 100000;
     record[3] = -99;
     record[7] = 5;
     record[20] = 0;
     UnpackBrushSettings(record, options);
     EXPECT_EQ(options.transformQuality, 1) << "no quality button pressed";
-    EXPECT_EQ(options.alphaUse, AlphaUse::PaintOnAlpha);
+    EXPECT_EQ(options.alphaUse, AlphaUse::PaintOnAlpha) << "field 13 = 0 presses no button";
     EXPECT_EQ(options.brushSize, 256);
     EXPECT_EQ(options.speedToSize, -25);
     EXPECT_TRUE(options.followStroke);
     EXPECT_FALSE(options.livePreview);
+
+    record[13] = 2;
+    UnpackBrushSettings(record, options);
+    EXPECT_EQ(options.alphaUse, AlphaUse::IgnoreSelection) << "2 presses kq_button2";
 }
 
 TEST_F(BrushSettings, MissingOrShortFilesAreReportedAndChangeNothing) {
@@ -135,51 +198,6 @@ TEST_F(BrushSettings, BrushFromSelectionTakesTheSelectedBoxAndItsMatte) {
     EXPECT_TRUE(brush.active());
     session.chooseBuiltinBrush(BuiltinBrush::Chalk);
     EXPECT_FALSE(brush.active());
-}
-
-}  // namespace
-}  // namespace wib
-
-namespace wib {
-namespace {
-
-TEST(CloneSource, StrokesCopyFromTheSourceAlignedOrAfresh) {
-    testing::TestHost host;
-    host.newDocument(60, 40);
-    Document& doc = host.workspace.document;
-    for (int x = 0; x < 60; ++x) {
-        for (int y = 0; y < 40; ++y) {
-            SetPixel(doc, x, y,
-                     {static_cast<std::uint8_t>(x * 4), static_cast<std::uint8_t>(y * 6), 0});
-        }
-    }
-    PaintSession session(host.workspace, std::filesystem::temp_directory_path());
-    session.state().options.paintMode = static_cast<int>(PaintMode::Clone);
-    session.state().options.brushSize = 3;
-    session.state().options.hardness = 100;
-    // Every position lays a dab, so each click paints whatever the spacing
-    // counter carried over from the stroke before.
-    session.state().options.relativeSpacing = false;
-    session.state().options.spacing = 0;
-    session.optionsChanged();
-
-    session.setCloneSource(5, 5);
-    session.penPress(1, 30, 20, 1.0, false);
-    session.penRelease(30, 20);
-    EXPECT_EQ(doc.RBuffer.at(30, 20), 5 * 4) << "the pixel at the source";
-    EXPECT_EQ(doc.GBuffer.at(30, 20), 5 * 6);
-
-    // Aligned: the next stroke keeps the offset (25, 15).
-    session.penPress(1, 40, 30, 1.0, false);
-    session.penRelease(40, 30);
-    EXPECT_EQ(doc.RBuffer.at(40, 30), 15 * 4);
-
-    // Not aligned: every stroke starts again from the source.
-    session.state().options.cloneAligned = false;
-    session.penPress(1, 50, 10, 1.0, false);
-    session.penRelease(50, 10);
-    EXPECT_EQ(doc.RBuffer.at(50, 10), 5 * 4);
-    EXPECT_EQ(doc.GBuffer.at(50, 10), 5 * 6);
 }
 
 }  // namespace

@@ -77,7 +77,7 @@ TEST_F(Painting, ADragPaintsOneUndoableStroke) {
     EXPECT_EQ(PackedPixel(doc, 100, 60), 0xFFFFFF) << "the stroke was one step";
 }
 
-TEST_F(Painting, RightButtonPaintsSecondaryAndAltPicks) {
+TEST_F(Painting, RightButtonPaintsSecondaryAltPicksCtrlSetsTheCloneSource) {
     paint.setSecondaryColour({0x56, 0x34, 0x12});
     mouse(QEvent::MouseButtonPress, QPointF(30, 30), Qt::RightButton, Qt::RightButton);
     mouse(QEvent::MouseButtonRelease, QPointF(30, 30), Qt::RightButton, Qt::NoButton);
@@ -87,6 +87,14 @@ TEST_F(Painting, RightButtonPaintsSecondaryAndAltPicks) {
                      Qt::LeftButton, Qt::AltModifier);
     QApplication::sendEvent(form.canvas(), &pick);
     EXPECT_EQ(host.workspace.colours.primary.packed(), 0x123456);
+
+    QMouseEvent source(QEvent::MouseButtonPress, QPointF(12, 34), QPointF(12, 34), Qt::LeftButton,
+                       Qt::LeftButton, Qt::ControlModifier);
+    QApplication::sendEvent(form.canvas(), &source);
+    ASSERT_TRUE(paint.state().cloneSource);
+    EXPECT_EQ((*paint.state().cloneSource)[0], 12);
+    EXPECT_EQ((*paint.state().cloneSource)[1], 34);
+    EXPECT_EQ(paint.state().activeTool, ToolId::Brush) << "Ctrl chose the tool for one press";
 }
 
 }  // namespace

@@ -1,0 +1,48 @@
+#include "paint/tool_box.h"
+
+#include "paint/brush_tool.h"
+#include "paint/clone_source_tool.h"
+#include "paint/colour_picker_tool.h"
+#include "paint/paint_session.h"
+
+namespace wib {
+
+ToolBox::ToolBox(PaintSession& session)
+    : session_(session),
+      brush_(std::make_unique<BrushTool>(session)),
+      picker_(std::make_unique<ColourPickerTool>(session)),
+      cloneSource_(std::make_unique<CloneSourceTool>(session)) {}
+
+ToolBox::~ToolBox() = default;
+
+Tool& ToolBox::tool(ToolId id) {
+    switch (id) {
+        case ToolId::ColourPicker:
+            return *picker_;
+        case ToolId::CloneSource:
+            return *cloneSource_;
+        case ToolId::Brush:
+            break;
+    }
+    return *brush_;
+}
+
+Tool& ToolBox::active() {
+    return tool(session_.state().activeTool);
+}
+
+void ToolBox::choose(ToolId id) {
+    session_.state().activeTool = id;
+}
+
+Tool& ToolBox::forPress(const ToolModifiers& modifiers) {
+    if (modifiers.ctrl) {
+        return *cloneSource_;
+    }
+    if (modifiers.alt) {
+        return *picker_;
+    }
+    return active();
+}
+
+}  // namespace wib
