@@ -49,6 +49,28 @@ void RegisterPaintCommands(CommandRegistry& registry, PaintSession& session) {
                       return true;
                   }});
 
+    const struct {
+        const char* id;
+        const char* caption;
+        const char* shortcut;
+        ToolId tool;
+    } tools[] = {
+        {"tool.brush", "&Brush", "P", ToolId::Brush},
+        {"tool.colour_picker", "Colour &picker", "I", ToolId::ColourPicker},
+        {"tool.clone_source", "&Clone source", "Shift+C", ToolId::CloneSource},
+    };
+    for (const auto& tool : tools) {
+        registry.add({tool.id,
+                      tool.caption,
+                      "Tools",
+                      tool.shortcut,
+                      {},
+                      [&session, id = tool.tool](Workspace&, const ParamValues&) {
+                          session.tools().choose(id);
+                          return true;
+                      }});
+    }
+
     ParamSpec paper;
     paper.name = "paper";
     paper.caption = "Paper";

@@ -131,7 +131,7 @@ std::array<int, 3> JitterColour(Workspace& workspace, const BrushOptionsModel& o
     const double rs = Uniform(workspace);
     const double rv = Uniform(workspace);
     h += 2.0 * (rh - 0.5) * (o.hueJitter / 360.0) * 360.0;
-    h = std::fmod(std::nearbyint(h), 360.0);
+    h = std::fmod(RoundHalfEvenValue(h), 360.0);
     h += h < 0 ? 360.0 : 0.0;
     s += 2.0 * (0.5 - rs) * (o.saturationJitter / 100.0);
     if (s == 0.0) {

@@ -1,5 +1,6 @@
 #include "paint/tool_box.h"
 
+#include "core/workspace.h"
 #include "paint/brush_tool.h"
 #include "paint/clone_source_tool.h"
 #include "paint/colour_picker_tool.h"
@@ -33,6 +34,7 @@ Tool& ToolBox::active() {
 
 void ToolBox::choose(ToolId id) {
     session_.state().activeTool = id;
+    session_.workspace().events.paintOptionsChanged.notify();
 }
 
 Tool& ToolBox::forPress(const ToolModifiers& modifiers) {

@@ -30,6 +30,8 @@ class Form1 : public QWidget {
     // for one press the one its modifier keys choose (Alt picks a colour,
     // Ctrl sets the clone source). Pressure is read through the calibration.
     void setPainter(PaintSession* session, const TabletCalibration* calibration);
+    // The pointer shape of the active tool.
+    void showToolCursor();
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -44,7 +46,6 @@ class Form1 : public QWidget {
                bool tablet);
     void drag(QPointF at, double pressure, bool tablet);
     void release(QPointF at);
-    void showToolCursor();
 
     const Document& document_;
     const ViewState& view_;

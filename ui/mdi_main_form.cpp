@@ -69,6 +69,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         tabifyDockWidget(brushPanel_, paperPanel_);
         brushPanel_->raise();
         paintSubscription_ = workspace_.events.paintOptionsChanged.subscribe([this] {
+            canvas_->showToolCursor();
             brushPanel_->showModel();
             paperPanel_->showModel();
             if (wells_ != nullptr) {
@@ -420,11 +421,11 @@ void MDI_MainForm::setMainFrameEnabled(bool enabled) {
 
 void MDI_MainForm::pointerShapeChanged(int shape) {
     // The busy pointer is the platform's wait cursor; any other shape is the
-    // canvas's own.
+    // active tool's own.
     if (shape == kBusyPointerShape) {
         canvas_->setCursor(Qt::WaitCursor);
     } else {
-        canvas_->unsetCursor();
+        canvas_->showToolCursor();
     }
 }
 

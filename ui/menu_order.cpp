@@ -9,8 +9,8 @@ namespace wib {
 
 namespace {
 
-constexpr std::array<const char*, 9> kKnownMenus{
-    "File", "Edit", "Image", "Brush", "Animation", "Filter", "Plug-ins", "View", "Window"};
+constexpr std::array<const char*, 10> kKnownMenus{
+    "File", "Edit", "Image", "Tools", "Brush", "Animation", "Filter", "Plug-ins", "View", "Window"};
 
 }  // namespace
 

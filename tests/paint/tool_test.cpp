@@ -2,7 +2,9 @@
 
 #include <filesystem>
 
+#include "core/commands.h"
 #include "core/undo.h"
+#include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
@@ -139,6 +141,26 @@ TEST(CloneSource, StrokesCopyFromTheSourceAlignedOrAfresh) {
     session.penRelease(50, 10);
     EXPECT_EQ(doc.RBuffer.at(50, 10), 5 * 4);
     EXPECT_EQ(doc.GBuffer.at(50, 10), 5 * 6);
+}
+
+TEST_F(Tools, TheToolsMenuChoosesTheActiveTool) {
+    CommandRegistry commands;
+    RegisterPaintCommands(commands, session);
+    int told = 0;
+    const Subscription listening =
+        host.workspace.events.paintOptionsChanged.subscribe([&told] { ++told; });
+    ASSERT_EQ(commands.run(host.workspace, "tool.colour_picker", {}).status,
+              CommandOutcome::Status::Done);
+    EXPECT_EQ(told, 1) << "the canvas shows the tool's pointer";
+    SetPixel(host.workspace.document, 5, 6, {1, 2, 3});
+    Tool& picker = session.tools().forPress({});
+    EXPECT_EQ(picker.cursor(), ToolCursor::Picker);
+    picker.press(At(5, 6));
+    picker.release(At(5, 6));
+    EXPECT_EQ(host.workspace.colours.primary, (PackedColour{1, 2, 3}));
+
+    ASSERT_EQ(commands.run(host.workspace, "tool.brush", {}).status, CommandOutcome::Status::Done);
+    EXPECT_EQ(session.tools().forPress({}).cursor(), ToolCursor::Crosshair);
 }
 
 }  // namespace
