@@ -1,6 +1,7 @@
 #include "anim/frame_transfer.h"
 
-#include <latch>
+#include <algorithm>
+#include <functional>
 #include <thread>
 
 #include "pixel/blit.h"
@@ -13,21 +14,36 @@ void CopyFramePlanes(const FramePlanes& from, const FramePlanes& to, std::size_t
     BlockCopy(from.b, to.b, planeBytes);
 }
 
-// Three copies each: this thread stores green first and releases its load to
-// the other worker, which by then has stored and loaded blue.
+namespace {
+
+// Small enough that a block stored from the image is still cached when the
+// same bytes are loaded over.
+constexpr std::size_t kBlockBytes = 64 * 1024;
+
+void SwitchRange(const FramePlanes& image, const FramePlanes& stored, const FramePlanes& loaded,
+                 std::size_t begin, std::size_t end) {
+    const std::uint8_t* const from[3] = {loaded.r, loaded.g, loaded.b};
+    std::uint8_t* const into[3] = {stored.r, stored.g, stored.b};
+    std::uint8_t* const shown[3] = {image.r, image.g, image.b};
+    for (int plane = 0; plane < 3; ++plane) {
+        for (std::size_t at = begin; at < end; at += kBlockBytes) {
+            const std::size_t bytes = std::min(kBlockBytes, end - at);
+            BlockCopy(shown[plane] + at, into[plane] + at, bytes);
+            BlockCopy(from[plane] + at, shown[plane] + at, bytes);
+        }
+    }
+}
+
+}  // namespace
+
+// Each worker takes half of every plane, block by block: a block is stored and
+// at once loaded over, so each byte's load follows its own store.
 void SwitchFramePlanes(const FramePlanes& image, const FramePlanes& stored,
                        const FramePlanes& loaded, std::size_t planeBytes) {
-    std::latch greenStored(1);
-    std::jthread other([&] {
-        BlockCopy(image.b, stored.b, planeBytes);
-        BlockCopy(loaded.b, image.b, planeBytes);
-        greenStored.wait();
-        BlockCopy(loaded.g, image.g, planeBytes);
-    });
-    BlockCopy(image.g, stored.g, planeBytes);
-    greenStored.count_down();
-    BlockCopy(image.r, stored.r, planeBytes);
-    BlockCopy(loaded.r, image.r, planeBytes);
+    const std::size_t half = planeBytes / 2;
+    std::jthread other(SwitchRange, std::cref(image), std::cref(stored), std::cref(loaded), half,
+                       planeBytes);
+    SwitchRange(image, stored, loaded, 0, half);
 }
 
 }  // namespace wib

@@ -26,8 +26,7 @@ struct FramePlanes {
 void CopyFramePlanes(const FramePlanes& from, const FramePlanes& to, std::size_t planeBytes);
 
 // Stores `image` into `stored`, then loads `loaded` into `image` (both may be
-// the same frame): six block copies on two workers, each plane's load after
-// its own store.
+// the same frame), on two workers, each byte's load after its own store.
 void SwitchFramePlanes(const FramePlanes& image, const FramePlanes& stored,
                        const FramePlanes& loaded, std::size_t planeBytes);
 
