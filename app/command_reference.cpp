@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "core/commands.h"
+#include "core/markdown_table.h"
 #include "ui/menu_order.h"
 
 namespace wib {
@@ -96,17 +97,6 @@ std::string Range(const ParamSpec& spec) {
     }
 }
 
-std::string Cell(const std::string& text) {
-    std::string escaped;
-    for (char c : text) {
-        if (c == '|') {
-            escaped += '\\';
-        }
-        escaped += c;
-    }
-    return escaped;
-}
-
 std::string Parameters(const CommandSpec& command) {
     if (command.params.empty()) {
         return "none";
@@ -134,9 +124,9 @@ std::string CommandReference(const CommandRegistry& commands) {
             << "| Id | Caption | Shortcut | Parameters |\n|---|---|---|---|\n";
         for (const CommandSpec& command : commands.all()) {
             if (command.menu == menu) {
-                out << "| `" << command.id << "` | " << Cell(Plain(command.caption)) << " | "
-                    << (command.shortcut.empty() ? "" : Cell(command.shortcut)) << " | "
-                    << Cell(Parameters(command)) << " |\n";
+                out << "| `" << command.id << "` | " << MarkdownCell(Plain(command.caption))
+                    << " | " << (command.shortcut.empty() ? "" : MarkdownCell(command.shortcut))
+                    << " | " << MarkdownCell(Parameters(command)) << " |\n";
             }
         }
     }

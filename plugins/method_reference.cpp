@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "core/markdown_table.h"
 #include "plugins/method_table.h"
 #include "plugins/wire_limits.h"
 
@@ -80,17 +81,6 @@ The protocol a plug-in that changes the image follows: `Wib_LockInterface`, `Sav
 complete example.
 )";
 
-std::string Cell(const std::string& text) {
-    std::string escaped;
-    for (char c : text) {
-        if (c == '|') {
-            escaped += '\\';
-        }
-        escaped += c;
-    }
-    return escaped;
-}
-
 std::string Arguments(const MethodSpec& method) {
     if (method.args.empty()) {
         return "none";
@@ -123,8 +113,8 @@ std::string AutomationReference() {
             out << "\n## " << family << "\n\n";
             out << "| Method | Arguments | Result | What it does |\n|---|---|---|---|\n";
         }
-        out << "| `" << method.name << "` | " << Cell(Arguments(method)) << " | "
-            << Cell(method.result.text) << " | " << Cell(method.summary) << " |\n";
+        out << "| `" << method.name << "` | " << MarkdownCell(Arguments(method)) << " | "
+            << MarkdownCell(method.result.text) << " | " << MarkdownCell(method.summary) << " |\n";
     }
     return out.str();
 }
