@@ -7,7 +7,7 @@
 namespace wib::testing {
 namespace {
 
-TEST_F(FrameStoreTest, CreatingWithoutCopyLeavesTheOtherFramesBlack) {
+TEST_F(FrameStoreTest, CreatingCopiesTheImageIntoFrameZeroOrEveryFrame) {
     paint(50);
     ASSERT_TRUE(store.CreateAnimation(5, 0));
     EXPECT_EQ(store.FrameCount(), 5);
@@ -19,10 +19,8 @@ TEST_F(FrameStoreTest, CreatingWithoutCopyLeavesTheOtherFramesBlack) {
     }
     EXPECT_TRUE(imageIs(50));
     EXPECT_EQ(display.counters.back(), "0 of 5");
-}
 
-TEST_F(FrameStoreTest, CreatingWithCopyPutsTheImageInEveryFrame) {
-    paint(50);
+    store.FreeAnimation();
     ASSERT_TRUE(store.CreateAnimation(4, 255));
     for (int f = 0; f < 4; ++f) {
         EXPECT_TRUE(frameIs(f, 50)) << f;
@@ -67,15 +65,11 @@ TEST_F(FrameStoreTest, AnAnimationTooBigForMemoryIsRefusedAndChangesNothing) {
     }
 }
 
-TEST_F(FrameStoreTest, CreatingNoFramesIsRefused) {
+TEST_F(FrameStoreTest, WithoutAnAnimationOperationsDoNothingAndNoFramesIsRefused) {
     EXPECT_FALSE(store.CreateAnimation(0, 255));
     EXPECT_FALSE(store.CreateAnimation(-4, 255));
     EXPECT_EQ(host.prompter.messages,
               (std::vector<std::string>(2, "An animation needs at least one frame.")));
-    EXPECT_EQ(store.FrameCount(), 0);
-}
-
-TEST_F(FrameStoreTest, WithoutAnAnimationOperationsDoNothing) {
     paint(40);
     store.GotoFrame(1);
     store.InsertFrame(0);
@@ -148,8 +142,11 @@ TEST_F(FrameStoreTest, InsertingDoublesTheFrameAndMakesTheCopyCurrent) {
     EXPECT_EQ(display.counters.back(), "3 of 6");
 }
 
-TEST_F(FrameStoreTest, InsertingAtEitherEnd) {
+TEST_F(FrameStoreTest, InsertingWorksAtEitherEndAndIsIgnoredOutsideTheFrames) {
     makeNumberedFrames(3);
+    store.InsertFrame(-1);
+    store.InsertFrame(3);
+    EXPECT_EQ(store.FrameCount(), 3) << "3 is past the last frame of three";
     store.InsertFrame(0);
     store.InsertFrame(3);
     ASSERT_EQ(store.FrameCount(), 5);
@@ -158,17 +155,9 @@ TEST_F(FrameStoreTest, InsertingAtEitherEnd) {
     for (int f = 0; f < 5; ++f) {
         EXPECT_TRUE(frameIs(f, expected[f])) << f;
     }
-}
-
-TEST_F(FrameStoreTest, InsertingOutsideTheFramesIsIgnored) {
-    makeNumberedFrames(3);
-    store.InsertFrame(-1);
-    store.InsertFrame(3);
-    EXPECT_EQ(store.FrameCount(), 3);
-    EXPECT_EQ(store.CurrentFrame(), 0);
     host.system.memory = 10;
     store.InsertFrame(1);
-    EXPECT_EQ(store.FrameCount(), 3);
+    EXPECT_EQ(store.FrameCount(), 5);
     EXPECT_EQ(host.prompter.messages.back(), kInsertFrameMemoryMessage);
 }
 
@@ -188,30 +177,20 @@ TEST_F(FrameStoreTest, DeletingMovesTheLaterFramesDown) {
     EXPECT_EQ(display.counters.back(), "2 of 3");
 }
 
-TEST_F(FrameStoreTest, DeletingTheCurrentLastFrameMakesTheNewLastCurrent) {
-    makeNumberedFrames(4);
-    store.GotoFrame(3);
-    store.DeleteFrame(3);
-    EXPECT_EQ(store.FrameCount(), 3);
-    EXPECT_EQ(store.CurrentFrame(), 2);
-    EXPECT_TRUE(imageIs(30));
-}
-
-TEST_F(FrameStoreTest, DeletingKeepsUnstoredPaintOfTheCurrentFrame) {
+TEST_F(FrameStoreTest, DeletingTheCurrentFrameKeepsItsUnstoredPaintOrMovesToTheNewLast) {
     makeNumberedFrames(3);
     store.GotoFrame(2);
     paint(33);
     store.DeleteFrame(0);
     EXPECT_EQ(store.CurrentFrame(), 1);
     EXPECT_TRUE(imageIs(33));
-}
-
-TEST_F(FrameStoreTest, DeletingIsIgnoredOutsideTheFramesAndForTheLastOne) {
-    makeNumberedFrames(2);
+    store.DeleteFrame(1);
+    EXPECT_EQ(store.FrameCount(), 1);
+    EXPECT_EQ(store.CurrentFrame(), 0);
+    EXPECT_TRUE(imageIs(20));
+    // Out of range, or the only frame left: ignored.
     store.DeleteFrame(-1);
-    store.DeleteFrame(2);
-    EXPECT_EQ(store.FrameCount(), 2);
-    store.DeleteFrame(0);
+    store.DeleteFrame(1);
     store.DeleteFrame(0);
     EXPECT_EQ(store.FrameCount(), 1);
     EXPECT_TRUE(frameIs(0, 20));

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/plugins/method_fixture.h"
-#include "tests/support/pixels.h"
 
 namespace wib::testing {
 namespace {
@@ -65,14 +64,6 @@ TEST_F(Refresh, RedrawsReachTheView) {
     call("Wib_RefreshLayers");
     call("Wib_Refresh_BrushDisplays");
     EXPECT_EQ(host.view.completeRefreshes, 3);
-}
-
-TEST_F(Refresh, SaveUndoThenRestoreTakesTheChangeBack) {
-    call("Wib_SaveUndo");
-    call("Wib_SetRGB", Params(1, 1, 0, 0, 0));
-    EXPECT_EQ(PackedPixel(doc, 1, 1), 0);
-    call("Wib_RestoreUndo");
-    EXPECT_EQ(PackedPixel(doc, 1, 1), 0xFFFFFF);
 }
 
 }  // namespace

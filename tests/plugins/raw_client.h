@@ -29,7 +29,6 @@ class RawClient {
   public:
     explicit RawClient(const QString& serverName);
 
-    bool connected() const { return socket_.state() == QLocalSocket::ConnectedState; }
     void sendRaw(const QByteArray& bytes);
     void sendRaw(const msgpack::sbuffer& bytes);
 

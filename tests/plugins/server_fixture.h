@@ -19,16 +19,13 @@ namespace wib::testing {
 
 inline constexpr const char* kToken = "test-token-1234";
 
-// The automation server over a TestHost workspace (an 8 x 6 document), the
-// document commands and a few panel controls, listening on a socket of its own.
+// The automation server over a TestHost workspace (an 8 x 6 document) and the
+// document commands, listening on a socket of its own.
 class ServerFixture : public ::testing::Test {
   protected:
     void SetUp() override {
         host.newDocument(8, 6);
         RegisterDocumentCommands(commands);
-        controls.values[{"BrushOptions", "HScroll1"}] = 10LL;
-        controls.values[{"BrushOptions", "Check5"}] = 0LL;
-        controls.values[{"Form1", "Caption"}] = std::string("Untitled");
         const QString name = QString("wib-automation-test-%1-%2")
                                  .arg(QCoreApplication::applicationPid())
                                  .arg(++serial_);
