@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The canvas-size change of an animation: every frame keeps its pixels at the
 // same offsets as the image and gets the same fill colour. The old frames wait
 // in the crop file while the new ones are made, so that the old and new stacks

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Inserting and deleting frames: the arrays grow or shrink by one frame
 // keeping their contents, and the frames above the index move by one.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Reading and writing single frames without making them current, for
 // plug-ins and for filters that walk the stack.
 

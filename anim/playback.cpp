@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Playback: forward through every frame, back to the first after the last,
 // one frame every FrameDelayMs, on the interface thread. The wait between
 // frames reads the clock without sleeping, and interface events run once per

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/brush_file_commands.h"
 
 #include "core/commands.h"

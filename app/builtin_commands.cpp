@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/builtin_commands.h"
 
 #include "anim/animation_commands.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Frame switching against two threads copying between the same planes, in
 // memory that has already been touched, and playback on the offscreen
 // platform against the frame delay it aims for.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Targa decoding straight into the planes and encoding from them, against
 // stb_image's decode plus the split into planes and stb_image_write's writer
 // fed from the planes, all in memory, on a 3840 x 2160 picture.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Dab compositing against the obvious per-pixel loop and against libmypaint,
 // and one stroke segment against its time budget.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // One 1920 x 1080 plane fetched and set back through the automation protocol
 // (Wib_GetRBuffer, then Wib_SetRbuffer, with the C++ client), against the same
 // bytes sent over a plain Unix socket to a peer that sends them back. The

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Saving one undo step against two threads copying the same bytes into
 // memory that has already been touched.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 # Shared settings of our own targets: warnings as errors. Headers are named by
 # their folder ("core/plane.h"). Table rows (commands, methods) leave trailing
 # fields to their defaults, so missing field initializers are not warned about.

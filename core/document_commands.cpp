@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/document_commands.h"
 
 #include "core/canvas_size.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/general_table.h"
 
 #include "core/text_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/size_presets.h"
 
 #include "core/csv_fields.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/converter_bridge.h"
 
 #include "core/host/process_runner.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "paint/clone_source_tool.h"
 
 #include "paint/paint_session.h"

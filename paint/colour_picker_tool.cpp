@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "paint/colour_picker_tool.h"
 
 #include "core/workspace.h"

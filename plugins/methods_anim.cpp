@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The animation frames: making, editing and stepping through them, their
 // planes, and playback.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Pixel and buffer access: the image planes, their size and the selection.
 
 #include "core/canvas_size.h"

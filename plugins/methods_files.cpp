@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Image files: bitmaps, the converter, brush images, numbered names.
 
 #include "fileio/bitmap_reader.h"

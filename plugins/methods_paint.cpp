@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Strokes, brush settings, the brush image and the colour wells.
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The connection itself, facts about the program, and the bridges to the
 // command table and the panel controls that make everything scriptable.
 

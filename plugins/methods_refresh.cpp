@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Refresh, locking and undo: the methods the calling protocol rests on.
 
 #include "core/interface_lock.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Status window, messages, questions and requests: all through the Prompter.
 
 #include <algorithm>

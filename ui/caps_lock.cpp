@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/caps_lock.h"
 
 #ifdef WIB_HAVE_X11

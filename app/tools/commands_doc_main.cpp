@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints the menu command reference; docs/commands.md is its output.
 
 #include <QCoreApplication>

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Inverts the red plane of the current image.
 
 An example plug-in: Wibbleton lists it in its plug-in menu (files whose names

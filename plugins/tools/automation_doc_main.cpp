@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints the plug-in method reference; docs/automation.md is its output.
 
 #include <iostream>

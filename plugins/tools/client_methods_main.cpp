@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Prints the method list of a client library: `cpp` for
 // plugins/sdk/cpp/wibbleton_methods.h, `python` for
 // plugins/sdk/python/wibbleton_methods.py.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs the real program in headless mode and reads what it says.
 #include <gtest/gtest.h>
 

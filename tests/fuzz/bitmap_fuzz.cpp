@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer entry point of the bitmap reader and of cDIB's packed bitmaps (the
 // clipboard's form): any bytes, read as a whole file and as a packed bitmap.
 #include <cstddef>

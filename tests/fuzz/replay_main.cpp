@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Runs a libFuzzer entry point over saved inputs, so that the corpus and the
 // inputs that once crashed are tested in every build without the fuzzer.
 // Arguments: files or folders of inputs.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // libFuzzer entry point of the Targa reader: any bytes, read as a file into a
 // small document. Headers larger than the fuzzer's memory allows are skipped;
 // the reader's own size checks are tested elsewhere.

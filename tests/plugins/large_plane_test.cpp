@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // Planes far larger than a socket buffer cross the real socket. The client
 // runs in the server's thread, so while the server writes an answer nobody
 // reads it: the kernel takes what fits and the rest leaves in later writes.

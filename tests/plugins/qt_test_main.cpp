@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The plug-in tests need a QCoreApplication for their sockets' events.
 
 #include <gtest/gtest.h>

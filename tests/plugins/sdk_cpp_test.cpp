@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // The C++ client against a running server program, end to end.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-3.0-or-later
 """The Python client against a running server program, end to end.
 
 WIB_AUTOMATION_SERVER names the program; it is run the way a plug-in host is:

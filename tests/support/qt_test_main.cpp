@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 // main() of the Qt test programs: one QApplication on the offscreen platform
 // for all tests, settings kept apart from the user's.
 #include <gtest/gtest.h>
