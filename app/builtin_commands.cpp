@@ -4,6 +4,7 @@
 #include "anim/animation_commands.h"
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
+#include "filters/filter_commands.h"
 #include "fileio/file_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
@@ -20,6 +21,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterPaintCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
+    RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
 }
 

@@ -31,6 +31,26 @@ inline std::uint8_t BlendMultiply(int paint, int image) {
     return static_cast<std::uint8_t>(paint * image / 255);
 }
 
+inline std::uint8_t BlendDarken(int paint, int image) {
+    return static_cast<std::uint8_t>(std::min(paint, image));
+}
+// image / paint scaled so that equal values give 255; a paint of 0 gives 255.
+inline std::uint8_t BlendDivide(int paint, int image) {
+    return static_cast<std::uint8_t>(paint == 0 ? 255 : std::min(255, image * 255 / paint));
+}
+// The paint as an offset around mid grey: 128 leaves the image as it is.
+inline std::uint8_t BlendAroundGrey(int paint, int image) {
+    return static_cast<std::uint8_t>(std::clamp(image + paint - 128, 0, 255));
+}
+// The bits of either but not both.
+inline std::uint8_t BlendExclusiveOr(int paint, int image) {
+    return static_cast<std::uint8_t>(paint ^ image);
+}
+// The mean of the two, halves rounded up.
+inline std::uint8_t BlendMix(int paint, int image) {
+    return static_cast<std::uint8_t>((paint + image + 1) / 2);
+}
+
 // `source` laid over `image` by a brush mask value m (0 full strength, 255
 // none): round(source * (1 - m / 255) + image * m / 255).
 inline std::uint8_t MaskMix(int source, int image, int m) {

@@ -118,6 +118,22 @@ void MDI_MainForm::menusChanged() {
         Qt::QueuedConnection);
 }
 
+namespace {
+
+// The submenu of `menu` with that title, made when there is none yet.
+QMenu* SubMenu(QMenu* menu, const QString& title) {
+    for (QAction* action : menu->actions()) {
+        if (action->menu() != nullptr && action->menu()->title() == title) {
+            return action->menu();
+        }
+    }
+    QMenu* sub = menu->addMenu(title);
+    sub->setObjectName(QStringLiteral("mnu%1").arg(title).remove(' '));
+    return sub;
+}
+
+}  // namespace
+
 void MDI_MainForm::buildMenus() {
     menuBar()->clear();
     recentMenu_ = nullptr;
@@ -125,10 +141,15 @@ void MDI_MainForm::buildMenus() {
         QMenu* menu = menuBar()->addMenu(tr("&%1").arg(QString::fromStdString(name)));
         menu->setObjectName(QStringLiteral("mnu%1").arg(QString::fromStdString(name)).remove('-'));
         for (const CommandSpec& command : commands_.all()) {
-            if (command.menu != name || command.id == "file.exit") {
+            const std::vector<std::string> path = MenuPath(command.menu);
+            if (path.front() != name || command.id == "file.exit") {
                 continue;
             }
-            QAction* action = menu->addAction(QString::fromStdString(command.caption));
+            QMenu* place = menu;
+            for (std::size_t i = 1; i < path.size(); ++i) {
+                place = SubMenu(place, QString::fromStdString(path[i]));
+            }
+            QAction* action = place->addAction(QString::fromStdString(command.caption));
             action->setObjectName(QString::fromStdString(command.id));
             if (!command.shortcut.empty()) {
                 action->setShortcut(QKeySequence(QString::fromStdString(command.shortcut)));
