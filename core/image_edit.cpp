@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "core/image_edit.h"
 
+#include <string>
+
 #include "core/undo.h"
 #include "core/workspace.h"
 
@@ -14,6 +16,42 @@ void ShowPointer(Workspace& workspace, int shape) {
 }
 
 constexpr int kQuestionNo = 2;
+
+void ShowFrameProgress(Prompter& prompter, int done, int count) {
+    prompter.status("Frame " + std::to_string(done + 1) + " of " + std::to_string(count));
+    prompter.progress(done * 100 / count);
+}
+
+// The trial is taken back, then every frame is filtered once, in order, the
+// frame change drawing nothing and the filtered frame drawing itself; the
+// user may stop between frames, and the frames already done stay filtered.
+void RepeatOverFrames(Workspace& workspace, const std::function<bool()>& operation, int count) {
+    RestoreUndo(workspace);
+    Prompter& prompter = workspace.host.prompter;
+    prompter.statusOpen("Applying to all frames");
+    prompter.allowCancel();
+    FrameSequence& frames = workspace.frames();
+    Document& doc = workspace.document;
+    int done = 0;
+    for (; done < count; ++done) {
+        ShowFrameProgress(prompter, done, count);
+        if (prompter.cancelRequested()) {
+            break;
+        }
+        doc.NoRefreshFlag = -1;
+        frames.gotoFrame(done);
+        doc.NoRefreshFlag = 0;
+        frames.loadStoredFrame(done);
+        const ImageEdit each(workspace, {.saveUndo = false, .busyPointer = false, .redraw = true});
+        operation();
+    }
+    prompter.statusClose();
+    if (done < count) {
+        workspace.host.log.line("Stopped after " + std::to_string(done) + " of " +
+                                std::to_string(count) + " frames; those frames stay changed.");
+    }
+    frames.gotoFrame(0);
+}
 
 }  // namespace
 
@@ -69,17 +107,7 @@ bool RunImageOperation(Workspace& workspace, const std::function<bool()>& operat
     const int count = frames.frameCount();
     if (done && !repeatQuestion.empty() && count >= 2 &&
         workspace.host.prompter.question(repeatQuestion) != kQuestionNo) {
-        RestoreUndo(workspace);
-        Document& doc = workspace.document;
-        for (int i = 0; i < count; ++i) {
-            doc.NoRefreshFlag = -1;
-            frames.gotoFrame(i);
-            doc.NoRefreshFlag = 0;
-            frames.loadStoredFrame(i);
-            ImageEdit each(workspace, {.saveUndo = false, .busyPointer = false, .redraw = true});
-            operation();
-        }
-        frames.gotoFrame(0);
+        RepeatOverFrames(workspace, operation, count);
     }
     return done;
 }

@@ -41,6 +41,11 @@ class Prompter {
     // Percent, 0..100.
     virtual void progress(int percent) = 0;
     virtual void statusClose() = 0;
+    // Offers the user a way to stop the work the open status window shows
+    // (its Cancel button, Esc); `cancelRequested` then says whether they took
+    // it. Where nothing can be offered, nothing is ever cancelled.
+    virtual void allowCancel() {}
+    virtual bool cancelRequested() { return false; }
 
     void message(const std::string& text) { messageBox(text, "Wibbleton"); }
     int question(const std::string& text) { return questionBox(text, "Wibbleton"); }

@@ -118,6 +118,25 @@ TEST_F(Bracket, RepeatFiltersEveryFrameOnceAndEndsOnFrameZero) {
     host.workspace.attachFrames(nullptr);
 }
 
+TEST_F(Bracket, TheRepeatShowsItsProgressAndStopsBetweenFramesWhenCancelled) {
+    ShadeFrames frames(host.workspace, {100, 40, 70});
+    host.workspace.attachFrames(&frames);
+    host.workspace.document.RBuffer.fill(100);
+    host.prompter.defaultAnswer = 1;
+    host.prompter.cancelAfterPolls = 2;  // the user cancels before the third frame
+
+    EXPECT_TRUE(RunImageOperation(host.workspace, [this] { return brighten(); }, kQuestion));
+    EXPECT_EQ(frames.shades, (std::vector<std::uint8_t>{110, 50, 70}));
+    EXPECT_EQ(frames.current, 0);
+    EXPECT_EQ(host.prompter.statusLog,
+              (std::vector<std::string>{"open:Applying to all frames", "text:Frame 1 of 3",
+                                        "text:Frame 2 of 3", "text:Frame 3 of 3", "close"}));
+    EXPECT_EQ(host.prompter.progressLog, (std::vector<int>{0, 33, 66}));
+    ASSERT_FALSE(host.log.lines.empty());
+    EXPECT_EQ(host.log.lines.back(), "Stopped after 2 of 3 frames; those frames stay changed.");
+    host.workspace.attachFrames(nullptr);
+}
+
 TEST_F(Bracket, AnsweringNoKeepsTheTrialAndARefusalAsksNothing) {
     ShadeFrames frames(host.workspace, {100, 40});
     host.workspace.attachFrames(&frames);

@@ -43,6 +43,10 @@ class RecordingPrompter : public Prompter {
     void status(const std::string& text) override { statusLog.push_back("text:" + text); }
     void progress(int percent) override { progressLog.push_back(percent); }
     void statusClose() override { statusLog.push_back("close"); }
+    // The user cancels at the poll after `cancelAfterPolls` earlier ones.
+    bool cancelRequested() override { return cancelPolls++ >= cancelAfterPolls; }
+    int cancelAfterPolls = 1 << 30;
+    int cancelPolls = 0;
 
   private:
     int answer(const std::string& text);

@@ -70,6 +70,8 @@ void DialogPrompter::statusOpen(const std::string& caption) {
         status_->setWindowModality(Qt::NonModal);
     }
     status_->setWindowTitle(QString::fromStdString(caption));
+    status_->setCancelButton(nullptr);
+    cancelled_ = false;
     status_->setValue(0);
     status_->show();
     QApplication::processEvents();
@@ -86,6 +88,20 @@ void DialogPrompter::progress(int percent) {
     if (status_) {
         status_->setValue(std::clamp(percent, 0, 100));
     }
+}
+
+void DialogPrompter::allowCancel() {
+    if (status_) {
+        // A Cancel button; Esc in the status window presses it.
+        status_->setCancelButtonText(QObject::tr("Cancel"));
+        QObject::connect(status_, &QProgressDialog::canceled, status_,
+                         [this] { cancelled_ = true; });
+    }
+}
+
+bool DialogPrompter::cancelRequested() {
+    QApplication::processEvents();
+    return cancelled_ || (status_ && status_->wasCanceled());
 }
 
 void DialogPrompter::statusClose() {

@@ -30,10 +30,13 @@ class DialogPrompter : public Prompter {
     void status(const std::string& text) override;
     void progress(int percent) override;
     void statusClose() override;
+    void allowCancel() override;
+    bool cancelRequested() override;
 
   private:
     QWidget* parent_ = nullptr;
     QPointer<QProgressDialog> status_;
+    bool cancelled_ = false;
 };
 
 }  // namespace wib
