@@ -128,24 +128,26 @@ void RegisterCombineCommands(CommandRegistry& registry) {
                               MergeThroughAlphaRows));
 
     const std::pair<const char*, std::uint8_t (*)(int, int)> channels[] = {
-        {"add", BlendAdd},         {"subtract", BlendSubtract},   {"multiply", BlendMultiply},
-        {"divide", BlendDivide},   {"screen", BlendScreen},       {"lighter", BlendLighten},
-        {"darker", BlendDarken},   {"around_grey", BlendAroundGrey},
-        {"bool", BlendExclusiveOr}, {"mix", BlendMix},
+        {"add", BlendAdd},       {"subtract", BlendSubtract},      {"multiply", BlendMultiply},
+        {"divide", BlendDivide}, {"screen", BlendScreen},          {"lighter", BlendLighten},
+        {"darker", BlendDarken}, {"around_grey", BlendAroundGrey}, {"bool", BlendExclusiveOr},
+        {"mix", BlendMix},
     };
-    const char* captions[] = {"Add", "Subtract", "Multiply", "Divide", "Screen",
-                              "Lighter", "Darker", "Around grey", "Bool (exclusive or)", "Mix"};
+    const char* captions[] = {"Add",    "Subtract",    "Multiply",
+                              "Divide", "Screen",      "Lighter",
+                              "Darker", "Around grey", "Bool (exclusive or)",
+                              "Mix"};
     for (std::size_t i = 0; i < std::size(channels); ++i) {
         registry.add(ChannelCombine(std::string("combine.") + channels[i].first, captions[i],
                                     channels[i].second));
     }
 
-    registry.add(SwapCommand("swap.exchange", "&Exchange main and swap", "Ctrl+Shift+X",
-                             [](Document& doc) {
-                                 std::swap(doc.RBuffer, doc.SwapR);
-                                 std::swap(doc.GBuffer, doc.SwapG);
-                                 std::swap(doc.BBuffer, doc.SwapB);
-                             }));
+    registry.add(
+        SwapCommand("swap.exchange", "&Exchange main and swap", "Ctrl+Shift+X", [](Document& doc) {
+            std::swap(doc.RBuffer, doc.SwapR);
+            std::swap(doc.GBuffer, doc.SwapG);
+            std::swap(doc.BBuffer, doc.SwapB);
+        }));
     registry.add(SwapCommand("swap.to_main", "Copy swap to &main", "", [](Document& doc) {
         doc.RBuffer = doc.SwapR;
         doc.GBuffer = doc.SwapG;

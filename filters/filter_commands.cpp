@@ -2,11 +2,13 @@
 #include "filters/filter_commands.h"
 
 #include "filters/combine_filters.h"
+#include "filters/swap_map_combines.h"
 
 namespace wib {
 
 void RegisterFilterCommands(CommandRegistry& registry) {
     RegisterCombineCommands(registry);
+    RegisterSwapMapCombines(registry);
 }
 
 }  // namespace wib

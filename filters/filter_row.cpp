@@ -5,9 +5,25 @@
 
 #include "core/workspace.h"
 #include "filters/parallel_rows.h"
-#include "pixel/overlay.h"
 
 namespace wib {
+
+bool OverlayThroughAlpha(Workspace& workspace, const Plane& r, const Plane& g, const Plane& b,
+                         OverlayMode mode) {
+    Document& doc = workspace.document;
+    for (const Plane* plane : {&r, &g, &b}) {
+        if (!plane->sameShape(doc.RBuffer)) {
+            return false;
+        }
+    }
+    ParallelRows(workspace.threadCount, doc.height, [&](int first, int end) {
+        for (int y = first; y < end; ++y) {
+            OverlayRow(doc.RBuffer.row(y), doc.GBuffer.row(y), doc.BBuffer.row(y), r.row(y),
+                       g.row(y), b.row(y), doc.ABuffer.row(y), mode, doc.width);
+        }
+    });
+    return true;
+}
 
 void ApplyFilter(Workspace& workspace, const ParamValues& values, const FilterKernel& kernel) {
     Document& doc = workspace.document;
@@ -18,13 +34,7 @@ void ApplyFilter(Workspace& workspace, const ParamValues& values, const FilterKe
     const ColourPlanes target{{&r, &g, &b}, doc.width, doc.height};
     kernel({source, target, values, workspace, workspace.threadCount});
     if (doc.AlphaBitsFlag == 255) {
-        ParallelRows(workspace.threadCount, doc.height, [&](int first, int end) {
-            for (int y = first; y < end; ++y) {
-                OverlayRow(doc.RBuffer.row(y), doc.GBuffer.row(y), doc.BBuffer.row(y), r.row(y),
-                           g.row(y), b.row(y), doc.ABuffer.row(y), OverlayMode::ThroughAlpha,
-                           doc.width);
-            }
-        });
+        OverlayThroughAlpha(workspace, r, g, b, OverlayMode::ThroughAlpha);
         return;
     }
     doc.RBuffer = std::move(r);

@@ -7,6 +7,7 @@
 
 #include "core/commands.h"
 #include "filters/colour_planes.h"
+#include "pixel/overlay.h"
 
 namespace wib {
 
@@ -26,6 +27,12 @@ struct FilterContext {
     int threads = 1;
 };
 using FilterKernel = std::function<void(const FilterContext& context)>;
+
+// The overlay routine over the whole image: blends the three planes of a
+// second image (the document's shape) into the main buffer through the alpha
+// buffer, as `mode` says. False, changing nothing, for planes of another shape.
+bool OverlayThroughAlpha(Workspace& workspace, const Plane& r, const Plane& g, const Plane& b,
+                         OverlayMode mode);
 
 // Runs `kernel` on the current image: where the selection is in force (the
 // alpha buffer, AlphaBitsFlag 255) the result is blended in through it by the

@@ -6,7 +6,9 @@
 #include "core/image_edit.h"
 #include "core/workspace.h"
 #include "fileio/image_files.h"
+#include "filters/filter_row.h"
 #include "plugins/method_families.h"
+#include "plugins/rpc_error.h"
 
 namespace wib {
 
@@ -194,6 +196,30 @@ std::vector<MethodSpec> BufferMethods() {
                     "Takes the selection plane out of force (AlphaBitsFlag 0) "
                     "and redraws the canvas.",
                     0),
+        {"Wib_DoAlphaBlend",
+         kFamily,
+         {{"r", ArgType::Plane},
+          {"g", ArgType::Plane},
+          {"b", ArgType::Plane},
+          {"flag", ArgType::Integer}},
+         kNothing,
+         "Blends the three planes (the document's shape) into the image through the alpha plane, "
+         "as filters blend their result into a selection: main = (plane a + main (255 - a) + 127) "
+         "/ 255; flag 1 weighs by 255 - a instead. Planes of another shape are error 5 and "
+         "nothing changes.",
+         [](CallContext& c, CallArgs& args) {
+             const long long flag = args.integer(3);
+             if (flag != 0 && flag != 1) {
+                 throw BadCall("flag must be 0 or 1");
+             }
+             const Plane r = args.takePlane(0), g = args.takePlane(1), b = args.takePlane(2);
+             ImageEdit edit(c.workspace(), kPluginEdit);
+             if (!OverlayThroughAlpha(c.workspace(), r, g, b, static_cast<OverlayMode>(flag))) {
+                 edit.nothingChanged();
+                 throw BadCall("the planes must have the document's shape");
+             }
+             return Reply::Nil();
+         }},
         {"Wib_GetAlphaBounds",
          kFamily,
          {},

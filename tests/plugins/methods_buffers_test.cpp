@@ -144,4 +144,41 @@ TEST_F(Buffers, RenameGivesTheDocumentTheNameInItsOwnFolder) {
 }
 
 }  // namespace
+// Wib_DoAlphaBlend takes three planes and the flag.
+msgpack::sbuffer BlendParams(int ubX, int ubY, const std::string& bytes, int flag) {
+    msgpack::sbuffer buffer;
+    msgpack::packer<msgpack::sbuffer> packer(buffer);
+    packer.pack_array(4);
+    for (int plane = 0; plane < 3; ++plane) {
+        packer.pack_array(3);
+        packer.pack(ubX);
+        packer.pack(ubY);
+        packer.pack_bin(static_cast<std::uint32_t>(bytes.size()));
+        packer.pack_bin_body(bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+    }
+    packer.pack(flag);
+    return buffer;
+}
+
+TEST_F(Buffers, AlphaBlendMixesThreePlanesInThroughTheMatte) {
+    doc.ABuffer.fill(255);
+    doc.ABuffer.at(1, 0) = 0;
+    doc.ABuffer.at(2, 0) = 51;
+    ClearImage(doc, {100, 100, 100});
+    const std::string grey(9 * 7, static_cast<char>(200));
+    ASSERT_EQ(errorOf("Wib_DoAlphaBlend", BlendParams(8, 6, grey, 0)), 0);
+    EXPECT_EQ(doc.RBuffer.at(0, 0), 200);
+    EXPECT_EQ(doc.RBuffer.at(1, 0), 100);
+    EXPECT_EQ(doc.RBuffer.at(2, 0), 120) << "(200 x 51 + 100 x 204 + 127) / 255";
+    EXPECT_TRUE(doc.modified);
+    ASSERT_EQ(errorOf("Wib_DoAlphaBlend", BlendParams(8, 6, std::string(63, '\0'), 1)), 0);
+    EXPECT_EQ(doc.RBuffer.at(1, 0), 0) << "flag 1 weighs by 255 - alpha";
+    EXPECT_EQ(doc.RBuffer.at(0, 0), 200);
+
+    EXPECT_EQ(errorOf("Wib_DoAlphaBlend", BlendParams(7, 6, std::string(56, '\0'), 0)),
+              kErrorBadCall);
+    EXPECT_EQ(errorOf("Wib_DoAlphaBlend", BlendParams(8, 6, grey, 2)), kErrorBadCall);
+    EXPECT_EQ(doc.RBuffer.at(1, 0), 0);
+}
+
 }  // namespace wib::testing

@@ -307,6 +307,13 @@ class Wibbleton_Class : public Connection {
         invoke<void>("Wib_AlphaOff");
     }
 
+    // Blends the three planes (the document's shape) into the image through the alpha plane, as
+    // filters blend their result into a selection: main = (plane a + main (255 - a) + 127) / 255;
+    // flag 1 weighs by 255 - a instead. Planes of another shape are error 5 and nothing changes.
+    void Wib_DoAlphaBlend(const Plane& r, const Plane& g, const Plane& b, int flag) {
+        invoke<void>("Wib_DoAlphaBlend", r, g, b, flag);
+    }
+
     // The inclusive box of alpha values above 0; right < left when nothing is selected.
     std::array<int, 4> Wib_GetAlphaBounds() {
         return invoke<std::array<int, 4>>("Wib_GetAlphaBounds");

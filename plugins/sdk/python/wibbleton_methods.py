@@ -243,6 +243,13 @@ class WibbletonMethods:
         """Takes the selection plane out of force (AlphaBitsFlag 0) and redraws the canvas."""
         self.call("Wib_AlphaOff")
 
+    def Wib_DoAlphaBlend(self, r, g, b, flag):
+        """Blends the three planes (the document's shape) into the image through the alpha plane,
+        as filters blend their result into a selection: main = (plane a + main (255 - a) + 127)
+        / 255; flag 1 weighs by 255 - a instead. Planes of another shape are error 5 and nothing
+        changes."""
+        self.call("Wib_DoAlphaBlend", r, g, b, flag)
+
     def Wib_GetAlphaBounds(self):
         """The inclusive box of alpha values above 0; right < left when nothing is selected."""
         return tuple(self.call("Wib_GetAlphaBounds"))
