@@ -101,9 +101,9 @@ void MergeThroughAlphaRows(Document& doc, int first, int end) {
     }
 }
 
-CommandSpec SwapCommand(std::string id, std::string caption, std::string shortcut,
+CommandSpec SwapCommand(std::string id, std::string caption, std::string menu, std::string shortcut,
                         void (*act)(Document& doc)) {
-    CommandSpec spec{std::move(id), std::move(caption), kSwapMenu, std::move(shortcut), {}};
+    CommandSpec spec{std::move(id), std::move(caption), std::move(menu), std::move(shortcut), {}};
     spec.run = [act](Workspace& workspace, const ParamValues&) {
         act(workspace.document);
         return true;
@@ -115,7 +115,7 @@ CommandSpec SwapCommand(std::string id, std::string caption, std::string shortcu
 }  // namespace
 
 void RegisterCombineCommands(CommandRegistry& registry) {
-    registry.add(SwapCommand("combine.copy_to_swap", "&Copy to swap", "", [](Document& doc) {
+    registry.add(SwapCommand("combine.copy_to_swap", "&Copy to swap", kMenu, "", [](Document& doc) {
         doc.SwapR = doc.RBuffer;
         doc.SwapG = doc.GBuffer;
         doc.SwapB = doc.BBuffer;
@@ -142,17 +142,18 @@ void RegisterCombineCommands(CommandRegistry& registry) {
                                     channels[i].second));
     }
 
+    registry.add(SwapCommand("swap.exchange", "&Exchange main and swap", kSwapMenu, "Ctrl+Shift+X",
+                             [](Document& doc) {
+                                 std::swap(doc.RBuffer, doc.SwapR);
+                                 std::swap(doc.GBuffer, doc.SwapG);
+                                 std::swap(doc.BBuffer, doc.SwapB);
+                             }));
     registry.add(
-        SwapCommand("swap.exchange", "&Exchange main and swap", "Ctrl+Shift+X", [](Document& doc) {
-            std::swap(doc.RBuffer, doc.SwapR);
-            std::swap(doc.GBuffer, doc.SwapG);
-            std::swap(doc.BBuffer, doc.SwapB);
+        SwapCommand("swap.to_main", "Copy swap to &main", kSwapMenu, "", [](Document& doc) {
+            doc.RBuffer = doc.SwapR;
+            doc.GBuffer = doc.SwapG;
+            doc.BBuffer = doc.SwapB;
         }));
-    registry.add(SwapCommand("swap.to_main", "Copy swap to &main", "", [](Document& doc) {
-        doc.RBuffer = doc.SwapR;
-        doc.GBuffer = doc.SwapG;
-        doc.BBuffer = doc.SwapB;
-    }));
 }
 
 }  // namespace wib
