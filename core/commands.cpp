@@ -194,12 +194,18 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
     return {};
 }
 
-CommandOutcome CommandRegistry::runAsking(Workspace& workspace, const std::string& id) const {
+CommandOutcome CommandRegistry::runAsking(Workspace& workspace, const std::string& id,
+                                          const std::map<std::string, ParamValue>& start) const {
     const CommandSpec* command = find(id);
     if (command == nullptr) {
         return {CommandOutcome::Status::UnknownCommand, "no command " + id};
     }
     auto values = defaults(workspace, *command);
+    for (const auto& [name, value] : start) {
+        if (values.contains(name)) {
+            values[name] = value;
+        }
+    }
     if (!command->params.empty() && dialog_ && !dialog_(*command, values)) {
         return {CommandOutcome::Status::Cancelled, {}};
     }

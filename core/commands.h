@@ -38,6 +38,7 @@ class ParamValues {
     long long integer(const std::string& name) const;
     double number(const std::string& name) const;
     const std::string& text(const std::string& name) const;
+    const std::map<std::string, ParamValue>& all() const { return values_; }
 
   private:
     std::map<std::string, ParamValue> values_;
@@ -93,7 +94,10 @@ class CommandRegistry {
     // Runs the command as its menu item does: the dialog first when the
     // command has parameters, then the command with the dialog's answer.
     // Without a dialog (no interface) the starting values are taken as they are.
-    CommandOutcome runAsking(Workspace& workspace, const std::string& id) const;
+    // The dialog starts from `start` where it names a parameter, from the
+    // command's own starting values elsewhere.
+    CommandOutcome runAsking(Workspace& workspace, const std::string& id,
+                             const std::map<std::string, ParamValue>& start = {}) const;
 
     // The interface's dialogs, used by runAsking; empty removes them.
     void setDialog(CommandDialog dialog) { dialog_ = std::move(dialog); }

@@ -2,6 +2,7 @@
 #include "filters/filter_commands.h"
 
 #include "filters/combine_filters.h"
+#include "filters/filter_history.h"
 #include "filters/swap_map_combines.h"
 
 namespace wib {
@@ -9,6 +10,7 @@ namespace wib {
 void RegisterFilterCommands(CommandRegistry& registry) {
     RegisterCombineCommands(registry);
     RegisterSwapMapCombines(registry);
+    RegisterFilterRepeat(registry);
 }
 
 }  // namespace wib
