@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/command_reference.h"
 
+#include <algorithm>
 #include <iomanip>
 #include <sstream>
+#include <vector>
 
 #include "core/commands.h"
 #include "core/markdown_table.h"
@@ -115,20 +117,46 @@ std::string Parameters(const CommandSpec& command) {
     return text;
 }
 
+void CommandTable(std::ostringstream& out, const CommandRegistry& commands,
+                  const std::string& menu) {
+    out << "| Id | Caption | Shortcut | Parameters |\n|---|---|---|---|\n";
+    for (const CommandSpec& command : commands.all()) {
+        if (command.menu == menu) {
+            out << "| `" << command.id << "` | " << MarkdownCell(Plain(command.caption)) << " | "
+                << (command.shortcut.empty() ? "" : MarkdownCell(command.shortcut)) << " | "
+                << MarkdownCell(Parameters(command)) << " |\n";
+        }
+    }
+}
+
 }  // namespace
 
 std::string CommandReference(const CommandRegistry& commands) {
     std::ostringstream out;
     out << kIntroduction;
     for (const std::string& menu : MenuOrder(commands)) {
-        out << "\n## " << menu << "\n\n"
-            << "| Id | Caption | Shortcut | Parameters |\n|---|---|---|---|\n";
+        out << "\n## " << menu << "\n";
+        // The menu's own commands, then each submenu (a menu path such as
+        // "Filter/Blur") in the order its first command was registered.
+        std::vector<std::string> paths;
         for (const CommandSpec& command : commands.all()) {
-            if (command.menu == menu) {
-                out << "| `" << command.id << "` | " << MarkdownCell(Plain(command.caption))
-                    << " | " << (command.shortcut.empty() ? "" : MarkdownCell(command.shortcut))
-                    << " | " << MarkdownCell(Parameters(command)) << " |\n";
+            if (MenuPath(command.menu).front() == menu &&
+                std::find(paths.begin(), paths.end(), command.menu) == paths.end()) {
+                paths.push_back(command.menu);
             }
+        }
+        std::stable_partition(paths.begin(), paths.end(),
+                              [&menu](const std::string& path) { return path == menu; });
+        for (const std::string& path : paths) {
+            if (path != menu) {
+                std::string title;
+                for (const std::string& part : MenuPath(path)) {
+                    title += (title.empty() ? "" : " > ") + part;
+                }
+                out << "\n### " << title << "\n";
+            }
+            out << "\n";
+            CommandTable(out, commands, path);
         }
     }
     out << kPluginCommands;
