@@ -2,6 +2,7 @@
 #include "filters/colour_filters.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <utility>
 
@@ -15,19 +16,26 @@ namespace {
 
 constexpr const char* kMenu = "Filter/Colour";
 
-// A filter that maps each channel through one table, which `lut` builds from
-// the panel's values.
+using ChannelLuts = std::array<ChannelLut, 3>;
+
+// Each colour plane through its own table.
+void ApplyLuts(const FilterContext& context, const ChannelLuts& luts) {
+    ForEachRow(context, [&](int y) {
+        for (int c = 0; c < 3; ++c) {
+            ApplyLutRow(context.source[c].row(y), context.target[c].row(y),
+                        luts[static_cast<std::size_t>(c)], context.source.width);
+        }
+    });
+}
+
+// A filter that maps every channel through one table, which `lut` builds
+// from the panel's values.
 CommandSpec LutFilter(std::string id, std::string caption, std::vector<ParamSpec> params,
                       std::function<ChannelLut(const ParamValues&)> lut) {
     return FilterRow(std::move(id), std::move(caption), kMenu, std::move(params),
                      [lut = std::move(lut)](const FilterContext& context) {
                          const ChannelLut table = lut(context.values);
-                         ForEachRow(context, [&](int y) {
-                             for (int c = 0; c < 3; ++c) {
-                                 ApplyLutRow(context.source[c].row(y), context.target[c].row(y),
-                                             table, context.source.width);
-                             }
-                         });
+                         ApplyLuts(context, {table, table, table});
                      });
 }
 
@@ -63,7 +71,7 @@ std::uint32_t Packed(const ParamValues& values, const char* name) {
 // Each channel spread over 0..255 by its own histogram, taken over the whole
 // image.
 void Equalize(const FilterContext& context) {
-    std::array<ChannelLut, 3> luts{};
+    ChannelLuts luts{};
     for (int c = 0; c < 3; ++c) {
         Histogram histogram{};
         for (int y = 0; y < context.source.height; ++y) {
@@ -71,12 +79,7 @@ void Equalize(const FilterContext& context) {
         }
         luts[static_cast<std::size_t>(c)] = EqualizeLut(histogram);
     }
-    ForEachRow(context, [&](int y) {
-        for (int c = 0; c < 3; ++c) {
-            ApplyLutRow(context.source[c].row(y), context.target[c].row(y),
-                        luts[static_cast<std::size_t>(c)], context.source.width);
-        }
-    });
+    ApplyLuts(context, luts);
 }
 
 std::vector<ParamSpec> MixerParams() {
