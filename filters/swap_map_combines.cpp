@@ -12,6 +12,7 @@
 #include "filters/combine_filters.h"
 #include "filters/filter_row.h"
 #include "filters/parallel_rows.h"
+#include "pixel/colour_adjust.h"
 
 namespace wib {
 
@@ -19,9 +20,9 @@ namespace {
 
 constexpr const char* kMenu = "Filter/Combine";
 
-// Brightness of a pixel of three planes: (299 R + 587 G + 114 B + 500) / 1000.
+// The grey of a pixel of three planes.
 int Brightness(const Plane& r, const Plane& g, const Plane& b, int x, int y) {
-    return (299 * r.at(x, y) + 587 * g.at(x, y) + 114 * b.at(x, y) + 500) / 1000;
+    return GreyOf(r.at(x, y), g.at(x, y), b.at(x, y));
 }
 
 struct Swap {
