@@ -18,14 +18,19 @@ WIB_WINDOW_KERNEL void AccumulateRow(float* sum, const std::uint8_t* row, int wi
     }
 }
 
+// Tap by tap along the whole row, so that each step is one vector loop.
 WIB_WINDOW_KERNEL void ConvolveRow(const float* extended, const float* weights, int radius,
-                                   int width, std::uint8_t* out) {
-    for (int x = 0; x < width; ++x) {
-        float sum = 0;
-        for (int k = 0; k <= 2 * radius; ++k) {
-            sum += weights[k] * extended[x + k];
+                                   int width, float* sum, std::uint8_t* out) {
+    std::fill(sum, sum + width, 0.0f);
+    for (int k = 0; k <= 2 * radius; ++k) {
+        const float w = weights[k];
+        const float* in = extended + k;
+        for (int x = 0; x < width; ++x) {
+            sum[x] += w * in[x];
         }
-        out[x] = static_cast<std::uint8_t>(std::clamp(sum, 0.0f, 255.0f) + 0.5f);
+    }
+    for (int x = 0; x < width; ++x) {
+        out[x] = static_cast<std::uint8_t>(std::clamp(sum[x], 0.0f, 255.0f) + 0.5f);
     }
 }
 
@@ -49,7 +54,8 @@ void DirectGaussian(const PlaneBand& band, double sigma) {
                           weights[static_cast<std::size_t>(k + radius)]);
         }
         ExtendRow(column.data(), band.width, radius, extended.data());
-        ConvolveRow(extended.data(), weights.data(), radius, band.width, band.targetRow(y));
+        ConvolveRow(extended.data(), weights.data(), radius, band.width, column.data(),
+                    band.targetRow(y));
     }
 }
 

@@ -103,12 +103,13 @@ TEST(WindowFilters, ConvolveCorrelatesAsWrittenAndTruncatesTowardZero) {
     std::uniform_int_distribution<int> weight(-9, 9);
     unsigned seed = 200;
     for (const auto& [w, h] : kWindowSizes) {
-        for (int size : {3, 5}) {
+        // Weights that keep the sums in 16 bits, in single precision, and beyond.
+        for (const auto& [size, scale] : {std::pair{3, 1}, {5, 1}, {3, 300}, {5, 7000}}) {
             std::vector<int> kernel(static_cast<std::size_t>(size * size));
             for (int& k : kernel) {
-                k = weight(random);
+                k = weight(random) * scale;
             }
-            for (const auto& [divisor, offset] : {std::pair{1, 0}, {7, 128}, {-3, 20}}) {
+            for (const auto& [divisor, offset] : {std::pair{1, 0}, {7, 128}, {-3, 20}, {-61, 9}}) {
                 WindowImage image(w, h, seed++);
                 image.run([&](const PlaneBand& band) {
                     Convolve(band, kernel.data(), size, divisor, offset);
