@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <utility>
 #include <vector>
 
 namespace wib {
@@ -82,9 +83,87 @@ void ExtremeFilter(const PlaneBand& band, int radius, PickRow pick) {
     }
 }
 
-}  // namespace
+// Windows up to this radius go through a sorting network instead.
+constexpr int kNetworkRadius = 2;
+constexpr int kNetworkChunk = 64;
 
-void MedianFilter(const PlaneBand& band, int radius) {
+using Comparators = std::vector<std::pair<int, int>>;
+
+// The comparators of Batcher's odd-even merge sort of `count` values that
+// decide sorted position `rank`. Those reaching past `count` only meet the
+// (implicit) largest values there and change nothing, so they go; so do those
+// whose outputs nothing needed reads.
+Comparators MedianNetwork(int count, int rank) {
+    int n = 1;
+    while (n < count) {
+        n <<= 1;
+    }
+    Comparators all;
+    for (int p = 1; p < n; p <<= 1) {
+        for (int k = p; k >= 1; k >>= 1) {
+            for (int j = k % p; j + k < n; j += 2 * k) {
+                for (int i = 0; i < k && i + j + k < count; ++i) {
+                    if ((i + j) / (2 * p) == (i + j + k) / (2 * p)) {
+                        all.emplace_back(i + j, i + j + k);
+                    }
+                }
+            }
+        }
+    }
+    std::vector<bool> needed(static_cast<std::size_t>(count));
+    needed[static_cast<std::size_t>(rank)] = true;
+    Comparators kept;
+    for (auto it = all.rbegin(); it != all.rend(); ++it) {
+        const auto a = static_cast<std::size_t>(it->first);
+        const auto b = static_cast<std::size_t>(it->second);
+        if (needed[a] || needed[b]) {
+            needed[a] = needed[b] = true;
+            kept.push_back(*it);
+        }
+    }
+    return {kept.rbegin(), kept.rend()};
+}
+
+// Each window's values in lanes of kNetworkChunk pixels, put through the
+// network with byte-wide min and max.
+WIB_WINDOW_KERNEL void NetworkMedianRows(const PlaneBand& band, int radius,
+                                         const Comparators& network) {
+    const int size = 2 * radius + 1;
+    const int count = size * size;
+    const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
+    std::vector<std::uint8_t> extended(padded * static_cast<std::size_t>(size));
+    std::vector<std::uint8_t> lanes(static_cast<std::size_t>(count * kNetworkChunk));
+    const auto lane = [&lanes](int i) { return lanes.data() + i * kNetworkChunk; };
+    for (int y = band.first; y < band.end; ++y) {
+        for (int k = 0; k < size; ++k) {
+            ExtendRow(band.sourceRow(y + k - radius), band.width, radius,
+                      extended.data() + static_cast<std::size_t>(k) * padded);
+        }
+        std::uint8_t* out = band.targetRow(y);
+        for (int x0 = 0; x0 < band.width; x0 += kNetworkChunk) {
+            const int run = std::min(kNetworkChunk, band.width - x0);
+            for (int k = 0; k < size; ++k) {
+                for (int i = 0; i < size; ++i) {
+                    const std::uint8_t* from =
+                        extended.data() + static_cast<std::size_t>(k) * padded + x0 + i;
+                    std::copy(from, from + run, lane(k * size + i));
+                }
+            }
+            for (const auto& [a, b] : network) {
+                std::uint8_t* low = lane(a);
+                std::uint8_t* high = lane(b);
+                for (int t = 0; t < kNetworkChunk; ++t) {
+                    const std::uint8_t l = std::min(low[t], high[t]);
+                    high[t] = std::max(low[t], high[t]);
+                    low[t] = l;
+                }
+            }
+            std::copy(lane(count / 2), lane(count / 2) + run, out + x0);
+        }
+    }
+}
+
+void HistogramMedianRows(const PlaneBand& band, int radius) {
     const int size = 2 * radius + 1;
     SlidingMedian window(size * size / 2);
     const int last = band.width - 1;
@@ -108,6 +187,17 @@ void MedianFilter(const PlaneBand& band, int radius) {
             }
             out[x] = static_cast<std::uint8_t>(window.median());
         }
+    }
+}
+
+}  // namespace
+
+void MedianFilter(const PlaneBand& band, int radius) {
+    if (radius <= kNetworkRadius) {
+        const int count = (2 * radius + 1) * (2 * radius + 1);
+        NetworkMedianRows(band, radius, MedianNetwork(count, count / 2));
+    } else {
+        HistogramMedianRows(band, radius);
     }
 }
 
