@@ -11,6 +11,10 @@ namespace {
 // From this sigma on the box passes are both faster and accurate enough.
 constexpr double kBoxPassesFrom = 3.0;
 constexpr int kBoxPasses = 4;
+// Rows filtered together along their length.
+constexpr int kGroup = 16;
+// Columns filtered together down their length.
+constexpr int kStrip = 64;
 
 WIB_WINDOW_KERNEL void AccumulateRow(float* sum, const std::uint8_t* row, int width, float weight) {
     for (int x = 0; x < width; ++x) {
@@ -82,40 +86,31 @@ ExtendedBox MatchVariance(double variance) {
     return box;
 }
 
-// One pass along an array: out[i] is the box centred on in[i + reach], for
-// every i with the whole box inside `count` values.
-WIB_WINDOW_KERNEL void BoxPassAlong(const float* in, int count, const ExtendedBox& box,
-                                    float* out) {
-    const int span = 2 * box.reach();
-    float inner = 0;
-    for (int j = 1; j < span; ++j) {
-        inner += in[j];
-    }
-    for (int i = 0; i + span < count; ++i) {
-        out[i] = box.scale * (inner + box.alpha * (in[i] + in[i + span]));
-        inner += in[i + span] - in[i + 1];
-    }
-}
+// Floats `stride` apart from row to row.
+struct Rows {
+    float* data;
+    std::size_t stride;
 
-// The same pass down the columns of `rows` rows of `width` floats.
-WIB_WINDOW_KERNEL void BoxPassDown(const float* in, int rows, int width, const ExtendedBox& box,
-                                   float* inner, float* out) {
+    float* row(int y) const { return data + static_cast<std::size_t>(y) * stride; }
+};
+
+// One pass down the columns of `rows` rows of `width` floats: out row i is the
+// box centred on in row i + reach, for every i with the whole box inside.
+WIB_WINDOW_KERNEL void BoxPassDown(Rows in, int rows, int width, const ExtendedBox& box,
+                                   float* inner, Rows out) {
     const int span = 2 * box.reach();
-    const auto offset = [width](int y) {
-        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
-    };
     std::fill(inner, inner + width, 0.0f);
     for (int j = 1; j < span; ++j) {
-        const float* r = in + offset(j);
+        const float* r = in.row(j);
         for (int x = 0; x < width; ++x) {
             inner[x] += r[x];
         }
     }
     for (int i = 0; i + span < rows; ++i) {
-        const float* top = in + offset(i);
-        const float* next = in + offset(i + 1);
-        const float* bottom = in + offset(i + span);
-        float* o = out + offset(i);
+        const float* top = in.row(i);
+        const float* next = in.row(i + 1);
+        const float* bottom = in.row(i + span);
+        float* o = out.row(i);
         for (int x = 0; x < width; ++x) {
             o[x] = box.scale * (inner[x] + box.alpha * (top[x] + bottom[x]));
             inner[x] += bottom[x] - next[x];
@@ -136,33 +131,56 @@ void BoxPassGaussian(const PlaneBand& band, double sigma) {
     const int reach = kBoxPasses * box.reach();
     const int width = band.width;
     const int rows = band.end - band.first + 2 * reach;
-    std::vector<float> line(static_cast<std::size_t>(width + 2 * reach));
-    std::vector<float> spare(line.size());
+    // The passes along the rows run down the columns of a transposed group of
+    // rows, so that they too are vector loops across independent sums.
+    const int length = width + 2 * reach;
+    std::vector<float> groupA(static_cast<std::size_t>(length) * kGroup);
+    std::vector<float> groupB(groupA.size());
     std::vector<float> planeA(static_cast<std::size_t>(rows) * static_cast<std::size_t>(width));
-    std::vector<float> planeB(planeA.size());
-    std::vector<float> inner(static_cast<std::size_t>(width));
-    for (int i = 0; i < rows; ++i) {
-        ExtendRow(band.sourceRow(band.first - reach + i), width, reach, line.data());
-        int count = width + 2 * reach;
-        float* in = line.data();
-        float* out = spare.data();
+    std::vector<float> stripA(static_cast<std::size_t>(rows) * kStrip);
+    std::vector<float> stripB(stripA.size());
+    std::vector<float> inner(static_cast<std::size_t>(std::max(width, kGroup)));
+    for (int i0 = 0; i0 < rows; i0 += kGroup) {
+        const int group = std::min(kGroup, rows - i0);
+        for (int r = 0; r < group; ++r) {
+            const std::uint8_t* row = band.sourceRow(band.first - reach + i0 + r);
+            for (int x = 0; x < length; ++x) {
+                groupA[static_cast<std::size_t>(x * group + r)] =
+                    row[PlaneBand::ClampIndex(x - reach, width)];
+            }
+        }
+        float* in = groupA.data();
+        float* out = groupB.data();
+        int count = length;
         for (int pass = 0; pass < kBoxPasses; ++pass) {
-            BoxPassAlong(in, count, box, out);
+            BoxPassDown({in, static_cast<std::size_t>(group)}, count, group, box, inner.data(),
+                        {out, static_cast<std::size_t>(group)});
             count -= 2 * box.reach();
             std::swap(in, out);
         }
-        std::copy(in, in + width, planeA.data() + static_cast<std::size_t>(i) * width);
+        for (int r = 0; r < group; ++r) {
+            float* to = planeA.data() + static_cast<std::size_t>(i0 + r) * width;
+            for (int x = 0; x < width; ++x) {
+                to[x] = in[x * group + r];
+            }
+        }
     }
-    float* in = planeA.data();
-    float* out = planeB.data();
-    int count = rows;
-    for (int pass = 0; pass < kBoxPasses; ++pass) {
-        BoxPassDown(in, count, width, box, inner.data(), out);
-        count -= 2 * box.reach();
-        std::swap(in, out);
-    }
-    for (int y = band.first; y < band.end; ++y) {
-        StoreRow(in + static_cast<std::size_t>(y - band.first) * width, width, band.targetRow(y));
+    // The passes down the columns go strip by strip, each strip's rows
+    // staying in cache from one pass to the next.
+    for (int x0 = 0; x0 < width; x0 += kStrip) {
+        const int strip = std::min(kStrip, width - x0);
+        Rows in{planeA.data() + x0, static_cast<std::size_t>(width)};
+        Rows out{stripA.data(), static_cast<std::size_t>(strip)};
+        int count = rows;
+        for (int pass = 0; pass < kBoxPasses; ++pass) {
+            BoxPassDown(in, count, strip, box, inner.data(), out);
+            count -= 2 * box.reach();
+            in = out;
+            out.data = out.data == stripA.data() ? stripB.data() : stripA.data();
+        }
+        for (int y = band.first; y < band.end; ++y) {
+            StoreRow(in.row(y - band.first), strip, band.targetRow(y) + x0);
+        }
     }
 }
 
