@@ -6,7 +6,7 @@
 namespace wib {
 
 // Gaussian blur of standard deviation `sigma` (0.3 and up). Small sigmas use
-// a separable kernel to 4 sigma; larger ones four passes of an extended box
+// a separable kernel to 3 sigma; larger ones four passes of an extended box
 // matched to the variance, so the cost does not grow with sigma. Either stays
 // within a few levels of the exact Gaussian.
 void GaussianBlur(const PlaneBand& band, double sigma);
