@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixel/box_blur.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace wib {
@@ -20,15 +21,27 @@ WIB_WINDOW_KERNEL void AddRow(std::int32_t* sums, const std::uint8_t* row, int w
 // and truncating rounds it exactly.
 WIB_WINDOW_KERNEL void RowMeans(const std::int32_t* extended, int width, int radius,
                                 std::int32_t* windows, std::uint8_t* out) {
+    // Two running sums, over the left and the right half, interleaved: each
+    // step depends on the one before, so two chains keep the core busier.
     const int size = 2 * radius + 1;
-    std::int32_t sum = 0;
+    const int half = width / 2;
+    std::int32_t left = 0;
+    std::int32_t right = 0;
     for (int i = 0; i < size; ++i) {
-        sum += extended[i];
+        left += extended[i];
+        right += extended[half + i];
     }
-    windows[0] = sum;
-    for (int x = 1; x < width; ++x) {
-        sum += extended[x + size - 1] - extended[x - 1];
-        windows[x] = sum;
+    windows[0] = left;
+    windows[half] = right;
+    for (int x = 1; x < half; ++x) {
+        left += extended[x + size - 1] - extended[x - 1];
+        right += extended[half + x + size - 1] - extended[half + x - 1];
+        windows[x] = left;
+        windows[half + x] = right;
+    }
+    for (int x = std::max(2 * half, 1); x < width; ++x) {
+        right += extended[x + size - 1] - extended[x - 1];
+        windows[x] = right;
     }
     const double scale = 1.0 / (static_cast<double>(size) * size);
     for (int x = 0; x < width; ++x) {
