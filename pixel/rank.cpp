@@ -85,7 +85,7 @@ void ExtremeFilter(const PlaneBand& band, int radius, PickRow pick) {
 
 // Windows up to this radius go through a sorting network instead.
 constexpr int kNetworkRadius = 2;
-constexpr int kNetworkChunk = 64;
+constexpr int kNetworkChunk = 256;
 
 using Comparators = std::vector<std::pair<int, int>>;
 
