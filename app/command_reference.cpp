@@ -70,6 +70,15 @@ std::string Value(const ParamSpec& spec, const ParamValue& value) {
     if (const auto* text = std::get_if<std::string>(&value)) {
         return text->empty() ? "empty" : "\"" + *text + "\"";
     }
+    if (const auto* list = std::get_if<IntegerList>(&value)) {
+        std::ostringstream items;
+        items << '[';
+        for (std::size_t i = 0; i < list->size(); ++i) {
+            items << (i == 0 ? "" : " ") << (*list)[i];
+        }
+        items << ']';
+        return items.str();
+    }
     const double number = std::holds_alternative<long long>(value)
                               ? static_cast<double>(std::get<long long>(value))
                               : std::get<double>(value);
@@ -95,6 +104,14 @@ std::string Range(const ParamSpec& spec) {
         }
         case ParamType::FilePath:
             return spec.choices.empty() ? "" : spec.choices[0];
+        case ParamType::IntegerList: {
+            std::ostringstream range;
+            for (std::size_t i = 0; i < spec.lengths.size(); ++i) {
+                range << (i == 0 ? "" : " or ") << spec.lengths[i];
+            }
+            range << " values, each " << Number(spec.minimum) << " to " << Number(spec.maximum);
+            return range.str();
+        }
         default:
             return "";
     }

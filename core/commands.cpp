@@ -40,6 +40,10 @@ const std::string& ParamValues::text(const std::string& name) const {
     return std::get<std::string>(values_.at(name));
 }
 
+const IntegerList& ParamValues::integers(const std::string& name) const {
+    return std::get<IntegerList>(values_.at(name));
+}
+
 ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
                        long long fallback, std::function<ParamValue(const Workspace&)> current) {
     ParamSpec spec;
@@ -69,12 +73,43 @@ const char* ParamTypeName(ParamType type) {
             return "choice";
         case ParamType::FilePath:
             return "path";
+        case ParamType::IntegerList:
+            return "integer list";
     }
     return "value";
 }
 
+namespace {
+
+std::optional<ParamValue> CheckIntegerList(const ParamSpec& spec, const ParamValue& value,
+                                           std::string& error) {
+    const auto* list = std::get_if<IntegerList>(&value);
+    if (list == nullptr ||
+        std::find(spec.lengths.begin(), spec.lengths.end(), list->size()) == spec.lengths.end()) {
+        std::ostringstream counts;
+        for (std::size_t i = 0; i < spec.lengths.size(); ++i) {
+            counts << (i == 0 ? "" : " or ") << spec.lengths[i];
+        }
+        error = spec.name + " must be a list of " + counts.str() + " integers";
+        return std::nullopt;
+    }
+    for (const long long v : *list) {
+        if (static_cast<double>(v) < spec.minimum || static_cast<double>(v) > spec.maximum) {
+            error = spec.name + " values must be from " + FormatLimit(spec.minimum) + " to " +
+                    FormatLimit(spec.maximum);
+            return std::nullopt;
+        }
+    }
+    return *list;
+}
+
+}  // namespace
+
 std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& value,
                                      std::string& error) {
+    if (spec.type == ParamType::IntegerList) {
+        return CheckIntegerList(spec, value, error);
+    }
     if (spec.type == ParamType::Text || spec.type == ParamType::FilePath) {
         if (const auto* text = std::get_if<std::string>(&value)) {
             return *text;
@@ -119,6 +154,10 @@ std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& va
     }
     if (number < minimum || number > maximum) {
         error = spec.name + " must be from " + FormatLimit(minimum) + " to " + FormatLimit(maximum);
+        return std::nullopt;
+    }
+    if (spec.nonZero && number == 0) {
+        error = spec.name + " must not be 0";
         return std::nullopt;
     }
     if (IsIntegerType(spec.type)) {

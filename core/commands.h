@@ -15,8 +15,9 @@ namespace wib {
 class Workspace;
 
 // FilePath is text the dialog fills from a file dialog; its `choices` hold
-// that dialog's filter ("Images (*.tga *.bmp)").
-enum class ParamType { Integer, Number, Text, Colour, Boolean, Choice, FilePath };
+// that dialog's filter ("Images (*.tga *.bmp)"). An IntegerList holds one of
+// `lengths` integers, each in [minimum, maximum].
+enum class ParamType { Integer, Number, Text, Colour, Boolean, Choice, FilePath, IntegerList };
 
 struct ParamSpec {
     std::string name;     // key in Wib_RunCommand's map ("width")
@@ -29,6 +30,8 @@ struct ParamSpec {
     // document (the current width, say); `fallback` otherwise.
     std::function<ParamValue(const Workspace&)> current;
     std::vector<std::string> choices;  // captions of a Choice, in order
+    std::vector<std::size_t> lengths;  // the counts an IntegerList may have
+    bool nonZero = false;              // an Integer that may not be 0 (a divisor)
 };
 
 // The values a command runs with, every parameter present and checked.
@@ -38,6 +41,7 @@ class ParamValues {
     long long integer(const std::string& name) const;
     double number(const std::string& name) const;
     const std::string& text(const std::string& name) const;
+    const IntegerList& integers(const std::string& name) const;
     const std::map<std::string, ParamValue>& all() const { return values_; }
 
   private:

@@ -60,6 +60,22 @@ std::optional<ParamValue> Scalar(const msgpack::object& o) {
     return std::nullopt;
 }
 
+// A command parameter: a scalar, or an array of whole numbers (an integer list).
+std::optional<ParamValue> CommandValue(const msgpack::object& o) {
+    if (o.type != msgpack::type::ARRAY) {
+        return Scalar(o);
+    }
+    IntegerList list;
+    for (std::uint32_t i = 0; i < o.via.array.size; ++i) {
+        const auto whole = WholeNumber(o.via.array.ptr[i]);
+        if (!whole) {
+            return std::nullopt;
+        }
+        list.push_back(*whole);
+    }
+    return ParamValue{std::move(list)};
+}
+
 class Decoder {
   public:
     Decoder(const std::string& method, const ArgSpec& spec) : method_(method), spec_(spec) {}
@@ -154,9 +170,10 @@ class Decoder {
         std::map<std::string, ParamValue> result;
         for (std::uint32_t i = 0; i < o.via.map.size; ++i) {
             auto name = Utf8Text(o.via.map.ptr[i].key);
-            auto value = Scalar(o.via.map.ptr[i].val);
+            auto value = CommandValue(o.via.map.ptr[i].val);
             if (!name || !value) {
-                throw wrong("a map of names to integers, numbers, text or booleans");
+                throw wrong(
+                    "a map of names to integers, numbers, text, booleans or integer arrays");
             }
             result[std::move(*name)] = std::move(*value);
         }

@@ -39,8 +39,8 @@ const char* ArgTypeName(ArgType type);
 // The arguments of one call, every one checked against its parameter.
 class CallArgs {
   public:
-    using Value =
-        std::variant<long long, double, std::string, Plane, std::map<std::string, ParamValue>>;
+    using Value = std::variant<long long, double, std::string, IntegerList, Plane,
+                               std::map<std::string, ParamValue>>;
 
     std::size_t size() const { return values_.size(); }
     long long integer(std::size_t i) const { return std::get<long long>(values_.at(i)); }

@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSpinBox>
 
 #include "ui/qt_colour.h"
@@ -27,6 +28,22 @@ long long StartInteger(const ParamValue& value) {
         return static_cast<long long>(*real);
     }
     return 0;
+}
+
+// Integers separated by spaces or commas; a word that is no integer ends up
+// as a list of the wrong length, which the command refuses by name.
+IntegerList ParseIntegerList(const QString& text) {
+    IntegerList list;
+    for (const QString& item :
+         text.split(QRegularExpression(QStringLiteral("[\\s,]+")), Qt::SkipEmptyParts)) {
+        bool whole = false;
+        const long long v = item.toLongLong(&whole);
+        if (!whole) {
+            return {};
+        }
+        list.push_back(v);
+    }
+    return list;
 }
 
 }  // namespace
@@ -121,6 +138,21 @@ ParamDialog::ParamDialog(const CommandSpec& command, const std::map<std::string,
                 readers_.push_back([name, field] {
                     return std::pair{name,
                                      ParamValue{static_cast<long long>(field->currentIndex())}};
+                });
+                break;
+            }
+            case ParamType::IntegerList: {
+                auto* field = new QLineEdit(this);
+                QStringList items;
+                if (const auto* list = std::get_if<IntegerList>(&initial)) {
+                    for (const long long v : *list) {
+                        items << QString::number(v);
+                    }
+                }
+                field->setText(items.join(' '));
+                form->addRow(label, field);
+                readers_.push_back([name, field] {
+                    return std::pair{name, ParamValue{ParseIntegerList(field->text())}};
                 });
                 break;
             }

@@ -3,6 +3,7 @@
 
 #include <map>
 
+#include "filters/sharpen_filters.h"
 #include "plugins/rpc_error.h"
 #include "tests/plugins/method_fixture.h"
 
@@ -84,6 +85,19 @@ TEST_F(Program, RunCommandRunsRefusesOrRejects) {
     std::map<std::string, std::vector<int>> nested{{"width", {1}}};
     EXPECT_EQ(errorOf("Wib_RunCommand", Params(std::string("file.new"), nested)), kErrorBadCall);
     EXPECT_EQ(doc.width, 20);
+}
+
+TEST_F(Program, RunCommandTakesAnArrayOfIntegersAsAnIntegerList) {
+    RegisterSharpenFilters(commands);
+    doc.GBuffer.fill(30);
+    std::map<std::string, std::vector<int>> values{{"kernel", {0, 0, 0, 0, 3, 0, 0, 0, 0}}};
+    EXPECT_EQ(
+        answer("Wib_RunCommand", Params(std::string("filter.convolve"), values)).get().as<int>(),
+        -1);
+    EXPECT_EQ(doc.GBuffer.at(3, 3), 90);
+    std::map<std::string, std::vector<double>> fractional{{"kernel", std::vector<double>(9, 0.5)}};
+    EXPECT_EQ(errorOf("Wib_RunCommand", Params(std::string("filter.convolve"), fractional)),
+              kErrorBadCall);
 }
 
 TEST_F(Program, ControlsAreReadAndSetByName) {

@@ -103,6 +103,19 @@ TEST_F(CppClient, AnswersArriveTyped) {
     EXPECT_FALSE(wib->Wib_RunCommand("edit.redo"));
 }
 
+TEST_F(CppClient, IntegerListsGoBothWays) {
+    const auto commands = wib->Wib_ListCommands();
+    const auto convolve = std::find_if(commands.begin(), commands.end(),
+                                       [](const auto& c) { return c.id == "filter.convolve"; });
+    ASSERT_NE(convolve, commands.end());
+    EXPECT_EQ(convolve->params[0].type, "integer list");
+    EXPECT_EQ(std::get<std::vector<long long>>(convolve->params[0].initial).size(), 9u);
+    wib->Wib_ClearBuffer(40, 40, 40);
+    EXPECT_TRUE(wib->Wib_RunCommand(
+        "filter.convolve", {{"kernel", std::vector<long long>{0, 0, 0, 0, 3, 0, 0, 0, 0}}}));
+    EXPECT_EQ(wib->Wib_GetRGB(3, 3), 120 + 256 * 120 + 65536 * 120);
+}
+
 TEST_F(CppClient, RefusedCallsCarryTheProgramsCodes) {
     EXPECT_EQ(ErrorCode([&] { wib->Wib_GetRGB(65, 0); }), 9);
     EXPECT_EQ(ErrorCode([&] { wib->Wib_SetRGB(0, 0, 300, 0, 0); }), 5);

@@ -82,13 +82,14 @@ struct Plane {
     }
 };
 
-// A command parameter's or panel control's value.
-using Value = std::variant<long long, double, std::string>;
+// A command parameter's or panel control's value; an integer list (a
+// convolution kernel) is a vector.
+using Value = std::variant<long long, double, std::string, std::vector<long long>>;
 
 struct CommandParam {
     std::string name;
     std::string caption;
-    std::string type;  // integer, number, text, colour, boolean, choice
+    std::string type;  // integer, number, text, colour, boolean, choice, path, integer list
     double min = 0;
     double max = 0;
     Value initial;  // the dialog's starting value now
@@ -185,6 +186,8 @@ inline Value ToValue(const msgpack::object& o) {
         case msgpack::type::FLOAT32:
         case msgpack::type::FLOAT64:
             return o.as<double>();
+        case msgpack::type::ARRAY:
+            return o.as<std::vector<long long>>();
         default:
             return o.as<std::string>();
     }

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "pixel/convolve.h"
+
+#include <cstdlib>
+#include <vector>
+
+#define WIB_INLINE inline __attribute__((always_inline))
+
+namespace wib {
+
+namespace {
+
+// Sums of kernel times window, in 16-bit lanes when the largest possible sum
+// fits them (the common small kernels), else in 32-bit ones.
+template <typename Sum>
+WIB_INLINE void AddTap(Sum* sums, const Sum* extended, int weight, int width) {
+    const Sum w = static_cast<Sum>(weight);
+    for (int x = 0; x < width; ++x) {
+        sums[x] = static_cast<Sum>(sums[x] + w * extended[x]);
+    }
+}
+
+// The quotient truncated toward zero. An exact integer divided in floating
+// point is correctly rounded, and a quotient that is not whole lies at least
+// 1 / |divisor| from the next whole number, so the conversion's truncation
+// gives the integer quotient whenever the largest sum fits the mantissa:
+// single precision below 2^24, double always.
+template <typename Sum, typename Real>
+WIB_INLINE void Store(const Sum* sums, int width, int divisor, int offset, std::uint8_t* out) {
+    const Real d = static_cast<Real>(divisor);
+    for (int x = 0; x < width; ++x) {
+        const int q = divisor == 1 ? sums[x] : static_cast<int>(static_cast<Real>(sums[x]) / d);
+        out[x] = static_cast<std::uint8_t>(std::clamp(q + offset, 0, 255));
+    }
+}
+
+template <typename Sum, typename Real>
+WIB_INLINE void ConvolveRows(const PlaneBand& band, const int* kernel, int size, int divisor,
+                             int offset) {
+    const int radius = size / 2;
+    const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
+    std::vector<Sum> extended(padded * static_cast<std::size_t>(size));
+    std::vector<Sum> sums(static_cast<std::size_t>(band.width));
+    for (int y = band.first; y < band.end; ++y) {
+        std::fill(sums.begin(), sums.end(), Sum{0});
+        for (int k = 0; k < size; ++k) {
+            Sum* row = extended.data() + static_cast<std::size_t>(k) * padded;
+            ExtendRow(band.sourceRow(y + k - radius), band.width, radius, row);
+            for (int i = 0; i < size; ++i) {
+                AddTap(sums.data(), row + i, kernel[k * size + i], band.width);
+            }
+        }
+        Store<Sum, Real>(sums.data(), band.width, divisor, offset, band.targetRow(y));
+    }
+}
+
+WIB_WINDOW_KERNEL void ConvolveShort(const PlaneBand& band, const int* kernel, int size,
+                                     int divisor, int offset) {
+    ConvolveRows<std::int16_t, float>(band, kernel, size, divisor, offset);
+}
+
+WIB_WINDOW_KERNEL void ConvolveFloat(const PlaneBand& band, const int* kernel, int size,
+                                     int divisor, int offset) {
+    ConvolveRows<std::int32_t, float>(band, kernel, size, divisor, offset);
+}
+
+WIB_WINDOW_KERNEL void ConvolveDouble(const PlaneBand& band, const int* kernel, int size,
+                                      int divisor, int offset) {
+    ConvolveRows<std::int32_t, double>(band, kernel, size, divisor, offset);
+}
+
+}  // namespace
+
+void Convolve(const PlaneBand& band, const int* kernel, int size, int divisor, int offset) {
+    long long largest = 0;
+    for (int i = 0; i < size * size; ++i) {
+        largest += 255LL * std::abs(kernel[i]);
+    }
+    if (largest < (1 << 15)) {
+        ConvolveShort(band, kernel, size, divisor, offset);
+    } else if (largest < (1 << 24)) {
+        ConvolveFloat(band, kernel, size, divisor, offset);
+    } else {
+        ConvolveDouble(band, kernel, size, divisor, offset);
+    }
+}
+
+}  // namespace wib
