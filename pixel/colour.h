@@ -12,7 +12,9 @@ void RGB_To_HSV(double r, double g, double b, double& h, double& s, double& v);
 void HSV_To_RGB(double h, double s, double v, double& r, double& g, double& b);
 
 // a + (b - a) * t.
-inline double LinearInterpolate(double a, double b, double t) { return a + (b - a) * t; }
+inline double LinearInterpolate(double a, double b, double t) {
+    return a + (b - a) * t;
+}
 
 // Turns (x, y) about (cx, cy) by `degrees`, counter-clockwise on a y-up plane
 // (clockwise on screen, where y grows downward).

@@ -6,8 +6,8 @@
 namespace wib {
 
 void BrighterThanSwapMaskRow(std::uint8_t* r, std::uint8_t* g, std::uint8_t* b,
-                             const std::uint8_t* sr, const std::uint8_t* sg,
-                             const std::uint8_t* sb, int count) {
+                             const std::uint8_t* sr, const std::uint8_t* sg, const std::uint8_t* sb,
+                             int count) {
     for (int x = 0; x < count; ++x) {
         const int m = RoundHalfEven((r[x] + g[x] + b[x]) / 3.0);
         const int s = RoundHalfEven((sr[x] + sg[x] + sb[x]) / 3.0);
@@ -16,8 +16,8 @@ void BrighterThanSwapMaskRow(std::uint8_t* r, std::uint8_t* g, std::uint8_t* b,
     }
 }
 
-void SwapBrightnessToAlphaRow(std::uint8_t* alpha, const std::uint8_t* sr,
-                              const std::uint8_t* sg, const std::uint8_t* sb, int count) {
+void SwapBrightnessToAlphaRow(std::uint8_t* alpha, const std::uint8_t* sr, const std::uint8_t* sg,
+                              const std::uint8_t* sb, int count) {
     for (int x = 0; x < count; ++x) {
         alpha[x] = static_cast<std::uint8_t>(RoundHalfEven((sr[x] + sg[x] + sb[x]) / 3.0));
     }

@@ -149,8 +149,8 @@ TEST(CommandRegistryBracket, ImageCommandsRunInTheEditBracket) {
         workspace.document.RBuffer.fill(7);
         return true;
     };
-    registry.add({"filter.darken", "Darken", "Filter", "", {}, darken, true,
-                  "Apply filter to all frames?"});
+    registry.add(
+        {"filter.darken", "Darken", "Filter", "", {}, darken, true, "Apply filter to all frames?"});
     registry.add({"test.plain", "Plain", "Filter", "", {}, darken});
 
     EXPECT_EQ(registry.run(host.workspace, "test.plain", {}).status, Status::Done);

@@ -26,9 +26,7 @@ class ShadeFrames : public FrameSequence {
         workspace_.document.RBuffer.fill(shades[current]);
         gotoRefreshFlags.push_back(workspace_.document.NoRefreshFlag);
     }
-    void loadStoredFrame(int index) override {
-        workspace_.document.RBuffer.fill(shades[index]);
-    }
+    void loadStoredFrame(int index) override { workspace_.document.RBuffer.fill(shades[index]); }
 
     Workspace& workspace_;
     std::vector<std::uint8_t> shades;
@@ -86,13 +84,15 @@ TEST_F(Bracket, AnOperationThatChangedNothingLeavesTheDocumentUnmarked) {
 
 TEST_F(Bracket, WithoutAnAnimationTheQuestionNeverComes) {
     host.workspace.document.RBuffer.fill(100);
-    EXPECT_TRUE(RunImageOperation(host.workspace, [this] { return brighten(); }, kQuestion));
+    EXPECT_TRUE(RunImageOperation(
+        host.workspace, [this] { return brighten(); }, kQuestion));
     EXPECT_TRUE(host.prompter.questions.empty());
     EXPECT_EQ(red(), 110);
 
     ShadeFrames one(host.workspace, {110});
     host.workspace.attachFrames(&one);
-    EXPECT_TRUE(RunImageOperation(host.workspace, [this] { return brighten(); }, kQuestion));
+    EXPECT_TRUE(RunImageOperation(
+        host.workspace, [this] { return brighten(); }, kQuestion));
     EXPECT_TRUE(host.prompter.questions.empty());
     EXPECT_EQ(red(), 120);
     host.workspace.attachFrames(nullptr);
@@ -105,7 +105,8 @@ TEST_F(Bracket, RepeatFiltersEveryFrameOnceAndEndsOnFrameZero) {
     frames.gotoFrame(1);
     host.prompter.defaultAnswer = 1;
 
-    EXPECT_TRUE(RunImageOperation(host.workspace, [this] { return brighten(); }, kQuestion));
+    EXPECT_TRUE(RunImageOperation(
+        host.workspace, [this] { return brighten(); }, kQuestion));
     ASSERT_EQ(host.prompter.questions, (std::vector<std::string>{kQuestion}));
     EXPECT_EQ(runs, 4) << "the trial, then each frame once";
     // The trial on frame 1 was taken back before frame 1 had its own turn.
@@ -125,7 +126,8 @@ TEST_F(Bracket, TheRepeatShowsItsProgressAndStopsBetweenFramesWhenCancelled) {
     host.prompter.defaultAnswer = 1;
     host.prompter.cancelAfterPolls = 2;  // the user cancels before the third frame
 
-    EXPECT_TRUE(RunImageOperation(host.workspace, [this] { return brighten(); }, kQuestion));
+    EXPECT_TRUE(RunImageOperation(
+        host.workspace, [this] { return brighten(); }, kQuestion));
     EXPECT_EQ(frames.shades, (std::vector<std::uint8_t>{110, 50, 70}));
     EXPECT_EQ(frames.current, 0);
     EXPECT_EQ(host.prompter.statusLog,
@@ -142,13 +144,15 @@ TEST_F(Bracket, AnsweringNoKeepsTheTrialAndARefusalAsksNothing) {
     host.workspace.attachFrames(&frames);
     host.workspace.document.RBuffer.fill(100);
     host.prompter.defaultAnswer = 2;
-    EXPECT_TRUE(RunImageOperation(host.workspace, [this] { return brighten(); }, kQuestion));
+    EXPECT_TRUE(RunImageOperation(
+        host.workspace, [this] { return brighten(); }, kQuestion));
     EXPECT_EQ(runs, 1);
     EXPECT_EQ(red(), 110);
     EXPECT_EQ(frames.shades[1], 40);
 
     host.prompter.questions.clear();
-    EXPECT_FALSE(RunImageOperation(host.workspace, [] { return false; }, kQuestion));
+    EXPECT_FALSE(RunImageOperation(
+        host.workspace, [] { return false; }, kQuestion));
     EXPECT_TRUE(host.prompter.questions.empty());
     host.workspace.attachFrames(nullptr);
 }

@@ -83,11 +83,11 @@ TEST_F(Combine, MergeThroughAlphaWeighsTwice) {
 
 TEST_F(Combine, ChannelCombinesClampAndGoThroughTheSelection) {
     const std::pair<const char*, PackedColour> expected[] = {
-        {"combine.add", {255, 150, 40}},      {"combine.subtract", {90, 50, 0}},
-        {"combine.multiply", {156, 19, 0}},   {"combine.screen", {254, 131, 40}},
-        {"combine.lighter", {250, 100, 40}},  {"combine.darker", {160, 50, 0}},
-        {"combine.mix", {205, 75, 20}},       {"combine.around_grey", {255, 22, 0}},
-        {"combine.divide", {255, 255, 0}},    {"combine.bool", {90, 86, 40}},
+        {"combine.add", {255, 150, 40}},     {"combine.subtract", {90, 50, 0}},
+        {"combine.multiply", {156, 19, 0}},  {"combine.screen", {254, 131, 40}},
+        {"combine.lighter", {250, 100, 40}}, {"combine.darker", {160, 50, 0}},
+        {"combine.mix", {205, 75, 20}},      {"combine.around_grey", {255, 22, 0}},
+        {"combine.divide", {255, 255, 0}},   {"combine.bool", {90, 86, 40}},
     };
     for (const auto& [id, result] : expected) {
         setMain(0, 0, {250, 100, 0});

@@ -21,8 +21,8 @@ TEST(FilterRepeat, RunsTheLastFilterAgainWithItsValues) {
                            [](const FilterContext& context) {
                                const int by = static_cast<int>(context.values.integer("step"));
                                for (int c = 0; c < 3; ++c) {
-                                   context.target[c].fill(static_cast<std::uint8_t>(
-                                       context.source[c].at(0, 0) + by));
+                                   context.target[c].fill(
+                                       static_cast<std::uint8_t>(context.source[c].at(0, 0) + by));
                                }
                            }));
     registry.add({"view.other", "Other", "View", "", {}, [](Workspace&, const ParamValues&) {

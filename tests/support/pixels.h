@@ -3,8 +3,8 @@
 
 #include <cstdint>
 
-#include "tests/support/pixels.h"
 #include "core/document.h"
+#include "tests/support/pixels.h"
 
 namespace wib {
 
