@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace wib {
 
 namespace {

@@ -67,7 +67,6 @@ void Form1::listenersChanged() {
     // A listening plug-in hears every move, pressed or not.
     setMouseTracking(listening);
     if (listening) {
-        pressed_ = nullptr;
         setCursor(Qt::CrossCursor);
     } else {
         showToolCursor();
@@ -91,7 +90,8 @@ int HeldButton(Qt::MouseButtons buttons) {
 
 bool Form1::forward(int kind, int button, Qt::KeyboardModifiers modifiers, QPointF at,
                     double pressure) {
-    if (events_ == nullptr || !events_->listening()) {
+    // A stroke already begun ends with its tool; the next press goes to the plug-in.
+    if (events_ == nullptr || !events_->listening() || pressed_ != nullptr) {
         return false;
     }
     const CanvasPointer pointer{button,
