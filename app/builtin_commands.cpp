@@ -8,6 +8,7 @@
 #include "filters/filter_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
+#include "plugins/plugin_commands.h"
 #include "ui/clipboard_commands.h"
 #include "ui/window_commands.h"
 
@@ -23,6 +24,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterAnimationCommands(registry, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
+    targets.plugins.registerCommands();
 }
 
 }  // namespace wib

@@ -7,6 +7,7 @@ class CommandRegistry;
 class FrameStore;
 class ImageFiles;
 class PaintSession;
+class PluginCommands;
 struct WindowActions;
 
 // What the built-in commands act on; each must outlive the registry's use.
@@ -15,6 +16,7 @@ struct BuiltinCommandTargets {
     ImageFiles& files;
     FrameStore& frames;
     const WindowActions& window;
+    PluginCommands& plugins;
 };
 
 // Registers every built-in command of the program, menu by menu. The program

@@ -45,6 +45,12 @@ std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& 
                 return std::nullopt;
             }
             options.token = *token;
+        } else if (argument == "--plugin-dir") {
+            const auto folder = value("--plugin-dir");
+            if (!folder) {
+                return std::nullopt;
+            }
+            options.pluginDir = *folder;
         } else if (argument == "--answer") {
             const auto answer = value("--answer");
             if (!answer) {

@@ -8,13 +8,15 @@
 namespace wib {
 
 // What the command line asks for:
-//   wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second] [--token T]]
+//   wibbleton [-NOGPU] [--plugin-dir DIR]
+//             [--headless [--listen NAME] [--answer first|second] [--token T]]
 struct LaunchOptions {
     bool noGpu = false;  // "-NOGPU" in any letter case
     bool headless = false;
-    std::string listen;  // automation server name; empty: wibbleton-<pid>
-    int answer = 2;      // headless question boxes: 1 first button, 2 second
-    std::string token;   // automation token; empty: a random one
+    std::string listen;     // automation server name; empty: wibbleton-<pid>
+    int answer = 2;         // headless question boxes: 1 first button, 2 second
+    std::string token;      // automation token; empty: a random one
+    std::string pluginDir;  // the only folder plug-ins are listed from; empty: the usual ones
 };
 
 // Nothing when the arguments (program name excluded) make no sense; `error`
@@ -23,6 +25,7 @@ std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& 
                                                 std::string& error);
 
 inline constexpr const char* kUsage =
-    "usage: wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second] [--token T]]";
+    "usage: wibbleton [-NOGPU] [--plugin-dir DIR]\n"
+    "                 [--headless [--listen NAME] [--answer first|second] [--token T]]";
 
 }  // namespace wib

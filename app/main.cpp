@@ -19,6 +19,8 @@
 #include "fileio/image_files.h"
 #include "paint/paint_session.h"
 #include "plugins/automation_server.h"
+#include "plugins/canvas_events.h"
+#include "plugins/plugin_commands.h"
 #include "plugins/token.h"
 #include "ui/animation_panels.h"
 #include "ui/error_console_form.h"
@@ -69,25 +71,22 @@ int main(int argc, char* argv[]) {
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
 
+    // Plug-ins are commands too; the launcher starts them and keeps the list
+    // of children.
     wib::CommandRegistry commands;
-    wib::WindowActions window;
-    wib::RegisterBuiltinCommands(commands, {paint, files, frameStore, window});
+    wib::PluginLauncher launcher;
+    wib::PluginCommands plugins(commands, launcher);
+    plugins.setFolders(wib::PluginFolders(
+        {options->pluginDir, preferences.value("Settings", "PluginFolder").value_or(""),
+         paths.pluginDir, paths.userDir / "plugins"}));
 
-    wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
-    std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
-    dialogs.setParent(mainForm.get());
-    window = mainForm->windowActions();
-    // Headless, nobody answers a dialog: commands take their starting values.
-    if (options->headless) {
-        commands.setDialog(nullptr);
-    }
-    const wib::Subscription recentFiles = files.fileUsed.subscribe(
-        [&mainForm](const std::string& path) { mainForm->addRecentFile(path); });
-    wib::AttachAnimationPanels(*mainForm, frameStore, commands);
+    wib::WindowActions window;
+    wib::RegisterBuiltinCommands(commands, {paint, files, frameStore, window, plugins});
 
     // Plug-ins reach the program through the automation server; the programs
-    // it starts find it through the environment.
+    // it starts find it through their environment.
     wib::QtControls controls;
+    wib::CanvasEvents canvasEvents;
     wib::AutomationHost automation{workspace,
                                    commands,
                                    controls,
@@ -96,7 +95,8 @@ int main(int argc, char* argv[]) {
                                    workspace.threadCount,
                                    paint,
                                    files,
-                                   frameStore};
+                                   frameStore,
+                                   &canvasEvents};
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
@@ -105,15 +105,34 @@ int main(int argc, char* argv[]) {
             ? QStringLiteral("wibbleton-%1").arg(QCoreApplication::applicationPid())
             : QString::fromStdString(options->listen);
     if (server.listen(name, token)) {
-        qputenv("WIBBLETON_SERVER", server.fullServerName().toLocal8Bit());
-        qputenv("WIBBLETON_TOKEN", token.toUtf8());
+        launcher.setServer(server.fullServerName(), token);
         log.line("Serving plug-ins on " + server.fullServerName().toStdString());
     } else {
         log.line("Cannot serve plug-ins: " + server.errorString().toStdString());
     }
 
+    wib::StartupContext context{workspace, commands, view, log, paint, paths, *options};
+    context.listPlugins = [&plugins] { plugins.rescan(); };
+    context.runStartupPlugins = [&plugins, &preferences] {
+        plugins.runStartupPlugins(preferences);
+    };
+    std::unique_ptr<wib::MDI_MainForm> mainForm = wib::RunStartup(context);
+    // Start-up counts the processors.
+    automation.threadCount = workspace.threadCount;
+    dialogs.setParent(mainForm.get());
+    window = mainForm->windowActions();
+    mainForm->attachPlugins(plugins, launcher, canvasEvents);
+    // Headless, nobody answers a dialog: commands take their starting values.
+    if (options->headless) {
+        commands.setDialog(nullptr);
+    }
+    const wib::Subscription recentFiles = files.fileUsed.subscribe(
+        [&mainForm](const std::string& path) { mainForm->addRecentFile(path); });
+    wib::AttachAnimationPanels(*mainForm, frameStore, commands);
+
     const int result = QApplication::exec();
     server.close();
+    launcher.shutDown();
     mainForm->shutDown();
     context.viewSubscription.reset();
     log.attach(nullptr);

@@ -19,6 +19,8 @@ ProgramPaths FindProgramPaths() {
     } else {
         paths.dataDir = WIB_SOURCE_DATA_DIR;
     }
+    paths.pluginDir = std::filesystem::exists(paths.appDir / "plugins") ? paths.appDir / "plugins"
+                                                                        : paths.dataDir / "plugins";
     paths.userDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString();
     paths.tempDir = QDir::tempPath().toStdString();
     return paths;

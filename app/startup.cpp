@@ -119,6 +119,10 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
 
     log.line("Opening main form.");
     mainForm->createToolPanel();
+    log.line("Enumerating plugins...");
+    if (context.listPlugins) {
+        context.listPlugins();
+    }
     mainForm->restoreWindowPos();
     if (workspace.NoGpuFlag) {
         mainForm->logWindow()->show();
@@ -141,6 +145,11 @@ std::unique_ptr<MDI_MainForm> RunStartup(StartupContext& context) {
         mainForm->updateTitle();
         log.line("Caps lock is on.");
         log.line("Caps lock forces erase mode for drawing.");
+    }
+
+    log.line("Running startup plugins, if any.");
+    if (context.runStartupPlugins) {
+        context.runStartupPlugins();
     }
 
     log.line("Done initializing.");

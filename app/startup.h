@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include "app/launch_options.h"
@@ -26,6 +27,10 @@ struct StartupContext {
     LaunchOptions options;
     // The main frame's place among the document's views.
     Subscription viewSubscription;
+    // Lists the plug-in folders into the menus, then starts the plug-ins the
+    // settings name for start-up; each at its own step.
+    std::function<void()> listPlugins;
+    std::function<void()> runStartupPlugins;
 };
 
 // Prepares the program step by step, each step writing its line to the log,

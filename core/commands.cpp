@@ -178,6 +178,12 @@ void CommandRegistry::add(CommandSpec command) {
     changed.notify();
 }
 
+void CommandRegistry::removeWhere(const std::function<bool(const CommandSpec&)>& match) {
+    if (std::erase_if(commands_, match) > 0) {
+        changed.notify();
+    }
+}
+
 const CommandSpec* CommandRegistry::find(const std::string& id) const {
     for (const CommandSpec& command : commands_) {
         if (command.id == id) {
@@ -224,6 +230,9 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
     // A copy: a command may add commands as it runs, which moves the table.
     const CommandSpec spec = *command;
     const ParamValues checked(std::move(values));
+    if (spec.start) {
+        return {Status::Done, {}, spec.start(workspace, checked)};
+    }
     const auto runOnce = [&] { return spec.run(workspace, checked); };
     const bool done =
         spec.changesImage ? RunImageOperation(workspace, runOnce, spec.repeatQuestion) : runOnce();

@@ -61,6 +61,9 @@ struct CommandSpec {
     // offers, on an animation, to run again on every frame.
     bool changesImage = false;
     std::string repeatQuestion;
+    // A command that starts a program (a plug-in) runs this instead of `run`:
+    // it answers the process id, 0 when the program could not be started.
+    std::function<long long(Workspace&, const ParamValues&)> start;
 };
 
 struct CommandOutcome {
@@ -68,6 +71,8 @@ struct CommandOutcome {
     enum class Status { Done, Refused, UnknownCommand, BadParameter, Cancelled };
     Status status = Status::Done;
     std::string error;  // what was wrong, for UnknownCommand and BadParameter
+    // What a command with `start` answered: the process id, or 0.
+    std::optional<long long> processId;
 };
 
 // Asks the user for a command's values: starts from what `values` holds,
@@ -84,6 +89,9 @@ class CommandRegistry {
     void add(CommandSpec command);
     const CommandSpec* find(const std::string& id) const;
     const std::vector<CommandSpec>& all() const { return commands_; }
+    // Removes every command that `match` picks (the plug-ins of an earlier
+    // listing); the observers hear of it once.
+    void removeWhere(const std::function<bool(const CommandSpec&)>& match);
 
     // The starting values of the command's dialog.
     std::map<std::string, ParamValue> defaults(const Workspace& workspace,

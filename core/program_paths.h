@@ -11,6 +11,9 @@ struct ProgramPaths {
     std::filesystem::path dataDir;  // Def_Res.txt, General.dat
     std::filesystem::path userDir;  // files the program writes: Mruds.txt
     std::filesystem::path tempDir;  // temporary files
+    // The program's own plug-ins: beside the data files when installed,
+    // plugins/ beside the program in a build.
+    std::filesystem::path pluginDir;
 };
 
 }  // namespace wib

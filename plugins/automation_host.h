@@ -9,6 +9,7 @@
 
 namespace wib {
 
+class CanvasEvents;
 class FrameStore;
 class ImageFiles;
 class PaintSession;
@@ -24,6 +25,8 @@ struct AutomationHost {
     PaintSession& paint;  // strokes, brushes and colours
     ImageFiles& files;    // opening and saving image files
     FrameStore& frames;   // the animation frames
+    // The canvas's pointer input for plug-ins that listen; none without a canvas.
+    CanvasEvents* canvasEvents = nullptr;
 };
 
 }  // namespace wib

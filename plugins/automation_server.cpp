@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "core/interface_lock.h"
+#include "plugins/canvas_events.h"
 #include "plugins/dispatch.h"
 #include "plugins/token.h"
 
@@ -72,6 +73,11 @@ void AutomationServer::accept() {
         auto connection = std::make_shared<PluginConnection>(socket);
         connections_.push_back(connection);
         const std::weak_ptr<PluginConnection> weak = connection;
+        connection->state.notify = [weak](const msgpack::sbuffer& message) {
+            if (const auto c = weak.lock()) {
+                c->send(message);
+            }
+        };
         connect(socket, &QLocalSocket::readyRead, this, [this, weak] {
             if (const auto c = weak.lock()) {
                 read(c);
@@ -215,6 +221,11 @@ void AutomationServer::release(PluginConnection& connection) {
         host_.workspace.host.prompter.statusClose();
         state_.statusCaption = kDefaultStatusCaption;
         log.line("Plug-in disconnected with its status window open; status window closed.");
+    }
+    const CanvasEvents* events = host_.canvasEvents;
+    if (events != nullptr && connection.state.canvasTurnNumber != 0 &&
+        connection.state.canvasTurnNumber == events->turn()) {
+        log.line("Plug-in disconnected while listening to the canvas; the canvas paints again.");
     }
     connection.state = {};
     QObject::disconnect(connection.socket, nullptr, this, nullptr);

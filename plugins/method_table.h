@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/observer_list.h"
 #include "plugins/automation_host.h"
 #include "plugins/call_args.h"
 #include "plugins/reply.h"
@@ -26,6 +27,12 @@ struct ConnectionState {
     bool interfaceLocked = false;
     bool bufferLocked = false;
     bool statusOpen = false;
+    // Sends a notification to the plug-in; set by the server.
+    std::function<void(const msgpack::sbuffer&)> notify;
+    // The canvas's turn while the plug-in listens for its events, and which
+    // turn it was; dropping the subscription gives the canvas back.
+    Subscription canvasTurn;
+    int canvasTurnNumber = 0;
 };
 
 struct CallContext {

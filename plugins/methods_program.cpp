@@ -65,7 +65,8 @@ Reply RunCommand(CallContext& c, const CallArgs& args) {
         c.host.commands.run(c.workspace(), args.text(0), args.size() > 1 ? args.params(1) : kNone);
     switch (outcome.status) {
         case CommandOutcome::Status::Done:
-            return Reply::Integer(-1);
+            // A command that starts a plug-in answers its process id.
+            return Reply::Integer(outcome.processId.value_or(-1));
         case CommandOutcome::Status::Refused:
             return Reply::Integer(0);
         default:
@@ -126,8 +127,10 @@ std::vector<MethodSpec> ProgramMethods() {
         {"Wib_RunCommand",
          kFamily,
          {{"id", ArgType::Text}, {"params", ArgType::Params, true}},
-         {ResultType::Flag,
-          "integer: -1 when the command ran, 0 when it refused (it has told the user why)"},
+         {ResultType::Integer,
+          "integer: -1 when the command ran, 0 when it refused (it has told the user why); a "
+          "plug-in command answers the process id of the plug-in it started, 0 when the file "
+          "could not be started"},
          "Runs a menu command as the menu does, taking its dialog's values from params and the "
          "dialog's starting values for the rest. An unknown id, name, type or range is error 5 "
          "and nothing runs.",

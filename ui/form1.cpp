@@ -10,6 +10,7 @@
 #include "core/document.h"
 #include "core/tablet_calibration.h"
 #include "paint/paint_session.h"
+#include "plugins/canvas_events.h"
 #include "ui/plane_image.h"
 
 namespace wib {
@@ -53,7 +54,69 @@ void Form1::setPainter(PaintSession* session, const TabletCalibration* calibrati
     showToolCursor();
 }
 
+void Form1::setCanvasEvents(CanvasEvents* events) {
+    events_ = events;
+    eventsSubscription_ = events_ != nullptr
+                              ? events_->changed.subscribe([this] { listenersChanged(); })
+                              : Subscription();
+    listenersChanged();
+}
+
+void Form1::listenersChanged() {
+    const bool listening = events_ != nullptr && events_->listening();
+    // A listening plug-in hears every move, pressed or not.
+    setMouseTracking(listening);
+    if (listening) {
+        setCursor(Qt::CrossCursor);
+    } else {
+        showToolCursor();
+    }
+}
+
+namespace {
+
+enum PointerKind { kDown, kMove, kUp };
+
+int ButtonNumber(Qt::MouseButton button) {
+    return button == Qt::RightButton ? 2 : button == Qt::LeftButton ? 1 : 0;
+}
+
+// The button held during a move: left before right, 0 for none.
+int HeldButton(Qt::MouseButtons buttons) {
+    return (buttons & Qt::LeftButton) ? 1 : (buttons & Qt::RightButton) ? 2 : 0;
+}
+
+}  // namespace
+
+bool Form1::forward(int kind, int button, Qt::KeyboardModifiers modifiers, QPointF at,
+                    double pressure) {
+    // A stroke already begun ends with its tool; the next press goes to the plug-in.
+    if (events_ == nullptr || !events_->listening() || pressed_ != nullptr) {
+        return false;
+    }
+    const CanvasPointer pointer{button,
+                                ((modifiers & Qt::ShiftModifier) ? 1 : 0) |
+                                    ((modifiers & Qt::ControlModifier) ? 2 : 0) |
+                                    ((modifiers & Qt::AltModifier) ? 4 : 0),
+                                static_cast<int>(std::floor(at.x() / scale())),
+                                static_cast<int>(std::floor(at.y() / scale())), pressure};
+    switch (kind) {
+        case kDown:
+            events_->mouseDown(pointer);
+            break;
+        case kMove:
+            events_->mouseMove(pointer);
+            break;
+        default:
+            events_->mouseUp(pointer);
+    }
+    return true;
+}
+
 void Form1::showToolCursor() {
+    if (events_ != nullptr && events_->listening()) {
+        return;
+    }
     if (painter_ == nullptr) {
         setCursor(Qt::ArrowCursor);
         return;
@@ -91,11 +154,7 @@ void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoin
     if (painter_ == nullptr || (pressed_ != nullptr && pressed_->holdsPointer())) {
         return;
     }
-    const ToolInput input = Input(at,
-                                  button == Qt::RightButton  ? 2
-                                  : button == Qt::LeftButton ? 1
-                                                             : 0,
-                                  modifiers, pressure, tablet);
+    const ToolInput input = Input(at, ButtonNumber(button), modifiers, pressure, tablet);
     pressed_ = &painter_->tools().forPress(input.modifiers);
     pressed_->press(input);
 }
@@ -114,14 +173,23 @@ void Form1::release(QPointF at) {
 }
 
 void Form1::mousePressEvent(QMouseEvent* event) {
+    if (forward(kDown, ButtonNumber(event->button()), event->modifiers(), event->position(), 1.0)) {
+        return;
+    }
     press(event->button(), event->modifiers(), event->position(), 1.0, false);
 }
 
 void Form1::mouseMoveEvent(QMouseEvent* event) {
+    if (forward(kMove, HeldButton(event->buttons()), event->modifiers(), event->position(), 1.0)) {
+        return;
+    }
     drag(event->position(), 1.0, false);
 }
 
 void Form1::mouseReleaseEvent(QMouseEvent* event) {
+    if (forward(kUp, ButtonNumber(event->button()), event->modifiers(), event->position(), 1.0)) {
+        return;
+    }
     release(event->position());
 }
 
@@ -130,6 +198,15 @@ void Form1::mouseReleaseEvent(QMouseEvent* event) {
 void Form1::tabletEvent(QTabletEvent* event) {
     const double pressure =
         calibration_ != nullptr ? calibration_->apply(event->pressure()) : event->pressure();
+    const int kind = event->type() == QEvent::TabletPress     ? kDown
+                     : event->type() == QEvent::TabletMove    ? kMove
+                     : event->type() == QEvent::TabletRelease ? kUp
+                                                              : -1;
+    const int button = kind == kMove ? HeldButton(event->buttons()) : ButtonNumber(event->button());
+    if (kind >= 0 && forward(kind, button, event->modifiers(), event->position(), pressure)) {
+        event->accept();
+        return;
+    }
     switch (event->type()) {
         case QEvent::TabletPress:
             press(event->button(), event->modifiers(), event->position(), pressure, true);

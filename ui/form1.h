@@ -4,11 +4,13 @@
 #include <QImage>
 #include <QWidget>
 
+#include "core/observer_list.h"
 #include "core/view_state.h"
 #include "paint/tool.h"
 
 namespace wib {
 
+class CanvasEvents;
 struct Document;
 class PaintSession;
 struct TabletCalibration;
@@ -33,6 +35,9 @@ class Form1 : public QWidget {
     void setPainter(PaintSession* session, const TabletCalibration* calibration);
     // The pointer shape of the active tool.
     void showToolCursor();
+    // While a plug-in listens to `events`, pointer input goes to it, in image
+    // pixels, instead of to the tools. Null: the tools always get it.
+    void setCanvasEvents(CanvasEvents* events);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -47,6 +52,10 @@ class Form1 : public QWidget {
                bool tablet);
     void drag(QPointF at, double pressure, bool tablet);
     void release(QPointF at);
+    // Sends the event to a listening plug-in; false when none listens.
+    bool forward(int kind, int button, Qt::KeyboardModifiers modifiers, QPointF at,
+                 double pressure);
+    void listenersChanged();
 
     const Document& document_;
     const ViewState& view_;
@@ -54,6 +63,8 @@ class Form1 : public QWidget {
     const TabletCalibration* calibration_ = nullptr;
     Tool* pressed_ = nullptr;  // the tool of the press in progress
     QImage picture_;           // the converted damaged area, kept between redraws
+    CanvasEvents* events_ = nullptr;
+    Subscription eventsSubscription_;
 };
 
 }  // namespace wib

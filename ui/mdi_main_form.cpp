@@ -4,11 +4,13 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDesktopServices>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QUrl>
 #include <QWheelEvent>
 #include <algorithm>
 #include <array>
@@ -17,6 +19,8 @@
 #include "core/undo.h"
 #include "core/workspace.h"
 #include "paint/paint_session.h"
+#include "plugins/canvas_events.h"
+#include "plugins/plugin_commands.h"
 #include "ui/brush_control_panel.h"
 #include "ui/caps_lock.h"
 #include "ui/colour_wells.h"
@@ -24,6 +28,7 @@
 #include "ui/error_console_form.h"
 #include "ui/form1.h"
 #include "ui/menu_order.h"
+#include "ui/running_plugins.h"
 #include "ui/tool_panel.h"
 
 namespace wib {
@@ -98,8 +103,44 @@ MDI_MainForm::~MDI_MainForm() {
 }
 
 WindowActions MDI_MainForm::windowActions() {
-    return {[this] { zoomIn(); }, [this] { zoomOut(); }, [this] { zoomActual(); },
-            [this] { log_->setVisible(!log_->isVisible()); }, [this] { close(); }};
+    return {[this] { zoomIn(); },
+            [this] { zoomOut(); },
+            [this] { zoomActual(); },
+            [this] { log_->setVisible(!log_->isVisible()); },
+            [this] { close(); },
+            [this] { openPluginFolder(); },
+            [this] { showRunningPlugins(); }};
+}
+
+void MDI_MainForm::attachPlugins(PluginCommands& plugins, PluginLauncher& launcher,
+                                 CanvasEvents& events) {
+    plugins_ = &plugins;
+    launcher_ = &launcher;
+    canvasEvents_ = &events;
+    canvas_->setCanvasEvents(&events);
+}
+
+void MDI_MainForm::openPluginFolder() {
+    if (plugins_ == nullptr || plugins_->folders().empty()) {
+        return;
+    }
+    // The folder plug-ins are dropped into: the only one when one is chosen,
+    // else the user's own (the last), made on first use.
+    const std::filesystem::path folder = plugins_->folders().back();
+    std::error_code ignored;
+    std::filesystem::create_directories(folder, ignored);
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(folder.string())));
+}
+
+void MDI_MainForm::showRunningPlugins() {
+    if (launcher_ == nullptr) {
+        return;
+    }
+    if (runningPlugins_ == nullptr) {
+        runningPlugins_ = new RunningPlugins(*launcher_, this);
+    }
+    runningPlugins_->show();
+    runningPlugins_->raise();
 }
 
 void MDI_MainForm::menusChanged() {
@@ -140,6 +181,9 @@ void MDI_MainForm::buildMenus() {
     for (const std::string& name : MenuOrder(commands_)) {
         QMenu* menu = menuBar()->addMenu(tr("&%1").arg(QString::fromStdString(name)));
         menu->setObjectName(QStringLiteral("mnu%1").arg(QString::fromStdString(name)).remove('-'));
+        if (name == "Plug-ins") {
+            addPluginMenus(menu);
+        }
         for (const CommandSpec& command : commands_.all()) {
             const std::vector<std::string> path = MenuPath(command.menu);
             if (path.front() != name || command.id == "file.exit") {
@@ -174,6 +218,20 @@ void MDI_MainForm::buildMenus() {
             addEditMenuStates(menu);
         }
     }
+}
+
+void MDI_MainForm::addPluginMenus(QMenu* menu) {
+    // The five plug-in menus are always there, each opening with its fixed
+    // entry, which tells which files it lists; the plug-ins of the last
+    // listing follow as the commands plugin.<kind>.<caption>.
+    for (const PluginKindInfo& kind : PluginKinds()) {
+        QMenu* sub = menu->addMenu(QString::fromLatin1(kind.menu));
+        sub->setObjectName(QString::fromLatin1(kind.menuObjectName));
+        QAction* fixed =
+            sub->addAction(tr("Files named *%1").arg(QString::fromLatin1(kind.suffix)));
+        fixed->setEnabled(false);
+    }
+    menu->addSeparator();
 }
 
 void MDI_MainForm::addEditMenuStates(QMenu* menu) {
@@ -227,6 +285,10 @@ void MDI_MainForm::setCommandDialog(const std::string& id, CommandDialog dialog)
 void MDI_MainForm::runFromMenu(const std::string& id) {
     if (!isEnabled()) {
         return;
+    }
+    // Choosing a tool ends a listening plug-in's turn on the canvas.
+    if (canvasEvents_ != nullptr && id.rfind("tool.", 0) == 0) {
+        canvasEvents_->end();
     }
     const CommandOutcome outcome = commands_.runAsking(workspace_, id);
     if (outcome.status == CommandOutcome::Status::BadParameter ||
@@ -319,6 +381,12 @@ bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
     if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_CapsLock) {
         updateEraseMode();
+    }
+    if (canvasEvents_ != nullptr && canvasEvents_->listening() &&
+        event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        canvasEvents_->end();
+        return true;
     }
     if (watched == scroll_->viewport() && event->type() == QEvent::Wheel) {
         auto* wheel = static_cast<QWheelEvent*>(event);

@@ -20,6 +20,10 @@ class QScrollArea;
 namespace wib {
 
 class BrushOptions;
+class CanvasEvents;
+class PluginCommands;
+class PluginLauncher;
+class RunningPlugins;
 class ColourWells;
 class CommandRegistry;
 class ErrorConsoleForm;
@@ -62,8 +66,13 @@ class MDI_MainForm : public QMainWindow, public View {
     // frame's dialogs serve every way a command is run, plug-ins' included.
     void setCommandDialog(const std::string& id, CommandDialog dialog);
 
-    // What the main frame's own commands (zoom, log, exit) do here.
+    // What the main frame's own commands (zoom, log, exit, the plug-in
+    // folder and list) do here.
     WindowActions windowActions();
+
+    // The plug-ins: their folders and children for the Plug-ins menu, and the
+    // canvas events a listening plug-in takes. Each must outlive the frame.
+    void attachPlugins(PluginCommands& plugins, PluginLauncher& launcher, CanvasEvents& events);
 
     // Creates the tool panel and docks it as "ToolbarPlacement" (0 left,
     // 1 right, 2 top, 3 bottom) and "SingleColumnTools" (-1 one column) say.
@@ -98,6 +107,9 @@ class MDI_MainForm : public QMainWindow, public View {
     void buildMenus();
     void menusChanged();
     void addEditMenuStates(QMenu* menu);
+    void addPluginMenus(QMenu* menu);
+    void openPluginFolder();
+    void showRunningPlugins();
     void rebuildRecentMenu();
     void setZoom(int percent);
     void redraw(bool complete);
@@ -121,6 +133,10 @@ class MDI_MainForm : public QMainWindow, public View {
     bool shutDown_ = false;
     Subscription paintSubscription_;
     Subscription titleSubscriptions_[2];
+    PluginCommands* plugins_ = nullptr;
+    PluginLauncher* launcher_ = nullptr;
+    CanvasEvents* canvasEvents_ = nullptr;
+    RunningPlugins* runningPlugins_ = nullptr;
 };
 
 }  // namespace wib

@@ -22,6 +22,10 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
     add("view.zoom_actual", "&Actual pixels", "View", "Ctrl+0", &WindowActions::zoomActual);
     add("window.log", "&Log", "Window", "Ctrl+L", &WindowActions::toggleLog);
     add("file.exit", "E&xit", "File", "Ctrl+Q", &WindowActions::exit);
+    add("plugins.open_folder", "Open plug-in &folder", "Plug-ins", "",
+        &WindowActions::openPluginFolder);
+    add("plugins.running", "Running &plug-ins...", "Plug-ins", "",
+        &WindowActions::showRunningPlugins);
 }
 
 }  // namespace wib

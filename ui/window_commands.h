@@ -16,9 +16,12 @@ struct WindowActions {
     std::function<void()> zoomActual;
     std::function<void()> toggleLog;
     std::function<void()> exit;
+    std::function<void()> openPluginFolder;
+    std::function<void()> showRunningPlugins;
 };
 
-// view.zoom_in, view.zoom_out, view.zoom_actual, window.log and file.exit.
+// view.zoom_in, view.zoom_out, view.zoom_actual, window.log, file.exit,
+// plugins.open_folder and plugins.running.
 // `actions` must outlive the registry's use.
 void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& actions);
 

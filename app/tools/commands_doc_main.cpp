@@ -14,6 +14,7 @@
 #include "fileio/converter_bridge.h"
 #include "fileio/image_files.h"
 #include "paint/paint_session.h"
+#include "plugins/plugin_commands.h"
 #include "ui/error_console_form.h"
 #include "ui/host/qt_process_runner.h"
 #include "ui/window_commands.h"
@@ -49,7 +50,9 @@ int main(int argc, char* argv[]) {
     const wib::WindowActions window;
 
     wib::CommandRegistry commands;
-    wib::RegisterBuiltinCommands(commands, {paint, files, frames, window});
+    wib::PluginLauncher launcher;
+    wib::PluginCommands plugins(commands, launcher);
+    wib::RegisterBuiltinCommands(commands, {paint, files, frames, window, plugins});
     std::cout << wib::CommandReference(commands);
     return std::cout.good() ? 0 : 1;
 }

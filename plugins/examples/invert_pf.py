@@ -2,17 +2,19 @@
 # SPDX-License-Identifier: MIT
 """Inverts the red plane of the current image.
 
-An example plug-in: Wibbleton lists it in its plug-in menu (files whose names
-end in "_pf.exe", or this script under such a name) and starts it with
-WIBBLETON_SERVER and WIBBLETON_TOKEN set. It follows the protocol every
-plug-in that changes the image follows: lock the interface, save an undo step,
-show progress, write the planes, redraw, unlock.
+An example plug-in. Wibbleton lists executable files whose names end in
+"_pf.exe" in Plug-ins > Filter plug-ins, so this script is installed under such
+a name (the build links it into its plug-in folder as InvertRed_pf.exe), and
+starts it with WIBBLETON_SERVER and WIBBLETON_TOKEN set. It follows the
+protocol every plug-in that changes the image follows: lock the interface,
+save an undo step, show progress, write the planes, redraw, unlock.
 """
 
 import os
 import sys
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "sdk", "python"))
+# The client library beside the examples, also when started through a link.
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.realpath(__file__)), "..", "sdk", "python"))
 
 from wibbleton import Wibbleton_Class, WibbletonError  # noqa: E402
 

@@ -31,6 +31,9 @@ TEST(LaunchOptions, ReadsEverySwitch) {
     EXPECT_FALSE(Parse({"--headless"})->noGpu);
     EXPECT_FALSE(Parse({"-NOGP"}));
     EXPECT_EQ(Parse({"--headless"})->answer, 2) << "nothing waits by default";
+    EXPECT_EQ(Parse({"--plugin-dir", "/my/plugins"})->pluginDir, "/my/plugins")
+        << "the window takes it too";
+    EXPECT_FALSE(Parse({"--plugin-dir"}));
 }
 
 TEST(LaunchOptions, RefusesWhatMakesNoSense) {

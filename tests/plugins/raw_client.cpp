@@ -52,12 +52,43 @@ Response RawClient::call(const std::string& method) {
     return call(method, Params());
 }
 
-std::optional<Response> RawClient::next() {
-    msgpack::object_handle message;
+bool RawClient::nextMessage(msgpack::object_handle& message) {
     while (!unpacker_.next(message)) {
         if (!fill()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::optional<msgpack::object_handle> RawClient::nextNotification() {
+    if (!notifications_.empty()) {
+        msgpack::object_handle first = std::move(notifications_.front());
+        notifications_.pop_front();
+        return first;
+    }
+    msgpack::object_handle message;
+    if (!nextMessage(message)) {
+        return std::nullopt;
+    }
+    const msgpack::object& o = message.get();
+    if (o.type != msgpack::type::ARRAY || o.via.array.size != 3) {
+        throw std::runtime_error("not a notification");
+    }
+    return message;
+}
+
+std::optional<Response> RawClient::next() {
+    msgpack::object_handle message;
+    for (;;) {
+        if (!nextMessage(message)) {
             return std::nullopt;
         }
+        const msgpack::object& o = message.get();
+        if (o.type != msgpack::type::ARRAY || o.via.array.size != 3) {
+            break;
+        }
+        notifications_.push_back(std::move(message));
     }
     const msgpack::object& o = message.get();
     if (o.type != msgpack::type::ARRAY || o.via.array.size != 4) {

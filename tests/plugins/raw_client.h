@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <string>
 
@@ -38,8 +39,12 @@ class RawClient {
     // Sends a request and waits for its answer.
     Response call(const std::string& method, const msgpack::sbuffer& packedParams);
     Response call(const std::string& method);
-    // The next answer that arrives; nothing when none comes or the server closes.
+    // The next answer that arrives; nothing when none comes or the server
+    // closes. Notifications that come first are kept for nextNotification.
     std::optional<Response> next();
+    // The next notification [2, method, params], one kept by next() first;
+    // nothing when none comes.
+    std::optional<msgpack::object_handle> nextNotification();
     // Waits until the server has closed the connection.
     bool waitClosed();
     // Runs the event loop briefly so the server sees what was sent.
@@ -48,10 +53,12 @@ class RawClient {
 
   private:
     bool fill();
+    bool nextMessage(msgpack::object_handle& message);
 
     QLocalSocket socket_;
     msgpack::unpacker unpacker_;
     std::uint32_t nextId_ = 1;
+    std::deque<msgpack::object_handle> notifications_;
 };
 
 // Packs the arguments of one call as a msgpack array.

@@ -296,6 +296,23 @@ class Connection {
     // Notifications that have arrived so far, oldest first; taking them empties the queue.
     std::deque<Event> events() { return std::exchange(events_, {}); }
 
+    // The next notification, waiting for it as long as it takes: after
+    // Wib_ListenEvents(-1) the canvas's WibMouseDown, WibMouseMove, WibMouseUp
+    // ([button, shift, x, y, pressure]) and WibEnd ([]).
+    Event waitEvent() {
+        msgpack::object_handle message;
+        while (events_.empty()) {
+            if (!nextMessage(message)) {
+                receive();
+            } else if (!queueIfNotification(message.get())) {
+                throw std::runtime_error("the program answered out of turn");
+            }
+        }
+        Event event = std::move(events_.front());
+        events_.pop_front();
+        return event;
+    }
+
   protected:
     template <typename Result, typename... Args>
     Result invoke(const std::string& method, const Args&... args) {
@@ -391,13 +408,10 @@ class Connection {
                 if (o.type != msgpack::type::ARRAY || o.via.array.size < 3) {
                     throw std::runtime_error("the program sent something other than msgpack-RPC");
                 }
-                const auto kind = o.via.array.ptr[0].as<int>();
-                if (kind == 2) {
-                    events_.push_back(
-                        {o.via.array.ptr[1].as<std::string>(), msgpack::clone(o.via.array.ptr[2])});
+                if (queueIfNotification(o)) {
                     continue;
                 }
-                if (kind != 1 || o.via.array.size != 4 ||
+                if (o.via.array.ptr[0].as<int>() != 1 || o.via.array.size != 4 ||
                     o.via.array.ptr[1].as<std::uint32_t>() != msgid) {
                     throw std::runtime_error("the program answered out of turn");
                 }
@@ -410,6 +424,16 @@ class Connection {
             }
             receive();
         }
+    }
+
+    // Queues a notification [2, method, params]; false for anything else.
+    bool queueIfNotification(const msgpack::object& o) {
+        if (o.type != msgpack::type::ARRAY || o.via.array.size != 3 ||
+            o.via.array.ptr[0].as<int>() != 2) {
+            return false;
+        }
+        events_.push_back({o.via.array.ptr[1].as<std::string>(), msgpack::clone(o.via.array.ptr[2])});
+        return true;
     }
 
     // Binaries (planes) are left in the receive buffer and copied out once.

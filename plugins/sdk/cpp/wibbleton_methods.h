@@ -751,11 +751,11 @@ class Wibbleton_Class : public Connection {
     // Runs a menu command as the menu does, taking its dialog's values from params and the
     // dialog's starting values for the rest. An unknown id, name, type or range is error 5 and
     // nothing runs.
-    bool Wib_RunCommand(const std::string& id) {
-        return invoke<bool>("Wib_RunCommand", id);
+    int Wib_RunCommand(const std::string& id) {
+        return invoke<int>("Wib_RunCommand", id);
     }
-    bool Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params) {
-        return invoke<bool>("Wib_RunCommand", id, params);
+    int Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params) {
+        return invoke<int>("Wib_RunCommand", id, params);
     }
 
     // Reads a panel control by the panel's and the control's object names. An unknown panel or
@@ -768,6 +768,18 @@ class Wibbleton_Class : public Connection {
     // or control, or a value that does not suit it, is error 5.
     void Wib_SetControl(const std::string& panel, const std::string& control, const Value& value) {
         invoke<void>("Wib_SetControl", panel, control, value);
+    }
+
+    // Events.
+
+    // With -1 the canvas sends this plug-in its pointer input instead of painting: notifications
+    // WibMouseDown, WibMouseMove and WibMouseUp with [button, shift, x, y, pressure] (button 1
+    // left, 2 right; shift 1 Shift + 2 Ctrl + 4 Alt; x and y in image pixels; pressure 0..1).
+    // WibEnd (no values) ends the turn: the user pressed Esc or chose a tool, another plug-in
+    // began to listen, or the plug-in called this with 0. A plug-in that disconnects gives the
+    // canvas back at once.
+    bool Wib_ListenEvents(bool flag) {
+        return invoke<bool>("Wib_ListenEvents", flag);
     }
 };
 

@@ -138,6 +138,30 @@ class Wibbleton_Class(WibbletonMethods):
         events, self._events = self._events, []
         return events
 
+    def wait_event(self, timeout=None):
+        """The next notification, waiting for it: after Wib_ListenEvents(-1)
+        the canvas's ("WibMouseDown", [button, shift, x, y, pressure]), the
+        same for WibMouseMove and WibMouseUp, and ("WibEnd", []). None when
+        nothing comes within `timeout` seconds; None as timeout waits for ever."""
+        self._socket.settimeout(timeout)
+        try:
+            while not self._events:
+                for message in self._unpacker:
+                    if message[0] != _NOTIFICATION:
+                        raise RuntimeError("the program answered out of turn")
+                    self._events.append((message[1], message[2]))
+                if self._events:
+                    break
+                chunk = self._socket.recv(_READ_CHUNK)
+                if not chunk:
+                    raise ConnectionError("Wibbleton closed the connection")
+                self._unpacker.feed(chunk)
+        except socket.timeout:
+            return None
+        finally:
+            self._socket.settimeout(None)
+        return self._events.pop(0)
+
     def close(self):
         self._socket.close()
 

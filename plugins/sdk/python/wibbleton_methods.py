@@ -597,7 +597,7 @@ class WibbletonMethods:
         """Runs a menu command as the menu does, taking its dialog's values from params and the
         dialog's starting values for the rest. An unknown id, name, type or range is error 5 and
         nothing runs."""
-        return self.call("Wib_RunCommand", id, *_given(params)) == -1
+        return self.call("Wib_RunCommand", id, *_given(params))
 
     def Wib_GetControl(self, panel, control):
         """Reads a panel control by the panel's and the control's object names. An unknown panel or
@@ -608,3 +608,12 @@ class WibbletonMethods:
         """Sets a panel control and runs its change handler, as a user's click would. An unknown
         panel or control, or a value that does not suit it, is error 5."""
         self.call("Wib_SetControl", panel, control, value)
+
+    def Wib_ListenEvents(self, flag):
+        """With -1 the canvas sends this plug-in its pointer input instead of painting:
+        notifications WibMouseDown, WibMouseMove and WibMouseUp with [button, shift, x, y,
+        pressure] (button 1 left, 2 right; shift 1 Shift + 2 Ctrl + 4 Alt; x and y in image
+        pixels; pressure 0..1). WibEnd (no values) ends the turn: the user pressed Esc or chose
+        a tool, another plug-in began to listen, or the plug-in called this with 0. A plug-in
+        that disconnects gives the canvas back at once."""
+        return self.call("Wib_ListenEvents", flag) == -1
