@@ -15,5 +15,6 @@ std::vector<MethodSpec> ProgramMethods();
 std::vector<MethodSpec> PaintMethods();
 std::vector<MethodSpec> FileMethods();
 std::vector<MethodSpec> AnimationMethods();
+std::vector<MethodSpec> ColourMethods();
 
 }  // namespace wib

@@ -12,7 +12,7 @@ namespace {
 std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
     for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
-                        AnimationMethods, FileMethods, ProgramMethods}) {
+                        AnimationMethods, ColourMethods, FileMethods, ProgramMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }
