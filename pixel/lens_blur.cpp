@@ -6,6 +6,18 @@
 
 namespace wib {
 
+namespace {
+
+// Adds to each sum the run of 2 half + 1 values centred on its pixel, read
+// from the prefix sums of a row extended by `radius`.
+WIB_WINDOW_KERNEL void AddRuns(int* sums, const int* prefix, int width, int radius, int half) {
+    for (int x = 0; x < width; ++x) {
+        sums[x] += prefix[x + radius + half + 1] - prefix[x + radius - half];
+    }
+}
+
+}  // namespace
+
 void LensBlur(const PlaneBand& band, int radius) {
     // Half-widths of the disc's rows: the largest w with w^2 + j^2 <= r^2,
     // found in integers so that no rounding moves the rim.
@@ -33,12 +45,8 @@ void LensBlur(const PlaneBand& band, int radius) {
                 prefix[static_cast<std::size_t>(i) + 1] =
                     prefix[static_cast<std::size_t>(i)] + extended[static_cast<std::size_t>(i)];
             }
-            const int w = half[static_cast<std::size_t>(j + radius)];
-            for (int x = 0; x < band.width; ++x) {
-                sums[static_cast<std::size_t>(x)] +=
-                    prefix[static_cast<std::size_t>(x + radius + w + 1)] -
-                    prefix[static_cast<std::size_t>(x + radius - w)];
-            }
+            AddRuns(sums.data(), prefix.data(), band.width, radius,
+                    half[static_cast<std::size_t>(j + radius)]);
         }
         std::uint8_t* out = band.targetRow(y);
         for (int x = 0; x < band.width; ++x) {
