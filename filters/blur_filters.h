@@ -5,7 +5,8 @@ namespace wib {
 
 class CommandRegistry;
 
-// Filter > Blur: box, Gaussian and motion blur.
+// Filter > Blur: box, Gaussian, motion, radial (spin), zoom, lens and surface
+// blur.
 void RegisterBlurFilters(CommandRegistry& registry);
 
 }  // namespace wib

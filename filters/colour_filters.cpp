@@ -8,6 +8,7 @@
 
 #include "filters/filter_bands.h"
 #include "filters/filter_params.h"
+#include "filters/lut_filter.h"
 #include "pixel/colour_adjust.h"
 
 namespace wib {
@@ -15,18 +16,6 @@ namespace wib {
 namespace {
 
 constexpr const char* kMenu = "Filter/Colour";
-
-using ChannelLuts = std::array<ChannelLut, 3>;
-
-// Each colour plane through its own table.
-void ApplyLuts(const FilterContext& context, const ChannelLuts& luts) {
-    ForEachRow(context, [&](int y) {
-        for (int c = 0; c < 3; ++c) {
-            ApplyLutRow(context.source[c].row(y), context.target[c].row(y),
-                        luts[static_cast<std::size_t>(c)], context.source.width);
-        }
-    });
-}
 
 // A filter that maps every channel through one table, which `lut` builds
 // from the panel's values.

@@ -6,8 +6,7 @@
 
 #include "core/commands.h"
 #include "core/workspace.h"
-#include "filters/filter_row.h"
-#include "filters/parallel_rows.h"
+#include "filters/filter_bands.h"
 #include "pixel/blend.h"
 #include "pixel/combine.h"
 
@@ -23,14 +22,17 @@ std::array<Plane*, 3> SwapPlanes(Document& doc) {
 }
 
 // A combine that acts on the planes exactly as its formula says, whatever
-// the selection: the row runs `rows(doc, first, end)` over bands of rows.
+// the selection: `row(doc, y)` runs for every row, the rows split into bands.
 CommandSpec ExactCombine(std::string id, std::string caption, bool repeats,
-                         void (*rows)(Document& doc, int first, int end)) {
+                         void (*row)(Document& doc, int y)) {
     CommandSpec spec{std::move(id), std::move(caption), kMenu, "", {}};
-    spec.run = [rows](Workspace& workspace, const ParamValues&) {
+    spec.run = [row](Workspace& workspace, const ParamValues&) {
         Document& doc = workspace.document;
-        ParallelRows(workspace.threadCount, doc.height,
-                     [&doc, rows](int first, int end) { rows(doc, first, end); });
+        ParallelRows(workspace.threadCount, doc.height, [&doc, row](int first, int end) {
+            for (int y = first; y < end; ++y) {
+                row(doc, y);
+            }
+        });
         return true;
     };
     spec.changesImage = true;
@@ -44,17 +46,14 @@ CommandSpec ChannelCombine(std::string id, std::string caption,
     return FilterRow(
         std::move(id), std::move(caption), kMenu, {},
         [op](const FilterContext& context) {
-            Document& doc = context.workspace.document;
-            const auto swap = SwapPlanes(doc);
-            ParallelRows(context.threads, context.source.height, [&](int first, int end) {
+            const auto swap = SwapPlanes(context.workspace.document);
+            ForEachRow(context, [&](int y) {
                 for (int c = 0; c < 3; ++c) {
-                    for (int y = first; y < end; ++y) {
-                        const std::uint8_t* m = context.source[c].row(y);
-                        const std::uint8_t* s = swap[static_cast<std::size_t>(c)]->row(y);
-                        std::uint8_t* out = context.target[c].row(y);
-                        for (int x = 0; x < context.source.width; ++x) {
-                            out[x] = op(s[x], m[x]);
-                        }
+                    const std::uint8_t* m = context.source[c].row(y);
+                    const std::uint8_t* s = swap[static_cast<std::size_t>(c)]->row(y);
+                    std::uint8_t* out = context.target[c].row(y);
+                    for (int x = 0; x < context.source.width; ++x) {
+                        out[x] = op(s[x], m[x]);
                     }
                 }
             });
@@ -62,42 +61,34 @@ CommandSpec ChannelCombine(std::string id, std::string caption,
         kRepeatCombineQuestion);
 }
 
-void DifferenceRows(Document& doc, int first, int end) {
+void DifferenceRow(Document& doc, int y) {
     const auto swap = SwapPlanes(doc);
     Plane* main[3] = {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
     for (int c = 0; c < 3; ++c) {
-        for (int y = first; y < end; ++y) {
-            std::uint8_t* m = main[c]->row(y);
-            const std::uint8_t* s = swap[static_cast<std::size_t>(c)]->row(y);
-            for (int x = 0; x < doc.width; ++x) {
-                m[x] = BlendDifference(s[x], m[x]);
-            }
+        std::uint8_t* m = main[c]->row(y);
+        const std::uint8_t* s = swap[static_cast<std::size_t>(c)]->row(y);
+        for (int x = 0; x < doc.width; ++x) {
+            m[x] = BlendDifference(s[x], m[x]);
         }
     }
 }
 
-void MaskRows(Document& doc, int first, int end) {
-    for (int y = first; y < end; ++y) {
-        BrighterThanSwapMaskRow(doc.RBuffer.row(y), doc.GBuffer.row(y), doc.BBuffer.row(y),
-                                doc.SwapR.row(y), doc.SwapG.row(y), doc.SwapB.row(y), doc.width);
-    }
+void MaskRow(Document& doc, int y) {
+    BrighterThanSwapMaskRow(doc.RBuffer.row(y), doc.GBuffer.row(y), doc.BBuffer.row(y),
+                            doc.SwapR.row(y), doc.SwapG.row(y), doc.SwapB.row(y), doc.width);
 }
 
-void SwapToAlphaRows(Document& doc, int first, int end) {
-    for (int y = first; y < end; ++y) {
-        SwapBrightnessToAlphaRow(doc.ABuffer.row(y), doc.SwapR.row(y), doc.SwapG.row(y),
-                                 doc.SwapB.row(y), doc.width);
-    }
+void SwapToAlphaRow(Document& doc, int y) {
+    SwapBrightnessToAlphaRow(doc.ABuffer.row(y), doc.SwapR.row(y), doc.SwapG.row(y),
+                             doc.SwapB.row(y), doc.width);
 }
 
-void MergeThroughAlphaRows(Document& doc, int first, int end) {
+void MergeThroughAlphaRow(Document& doc, int y) {
     const auto swap = SwapPlanes(doc);
     Plane* main[3] = {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
     for (int c = 0; c < 3; ++c) {
-        for (int y = first; y < end; ++y) {
-            MergeSwapThroughAlphaRow(main[c]->row(y), swap[static_cast<std::size_t>(c)]->row(y),
-                                     doc.ABuffer.row(y), doc.width);
-        }
+        MergeSwapThroughAlphaRow(main[c]->row(y), swap[static_cast<std::size_t>(c)]->row(y),
+                                 doc.ABuffer.row(y), doc.width);
     }
 }
 
@@ -120,12 +111,12 @@ void RegisterCombineCommands(CommandRegistry& registry) {
         doc.SwapG = doc.GBuffer;
         doc.SwapB = doc.BBuffer;
     }));
-    registry.add(ExactCombine("combine.difference", "&Difference", true, DifferenceRows));
-    registry.add(ExactCombine("combine.mask", "Brighter-than-swap &mask", true, MaskRows));
+    registry.add(ExactCombine("combine.difference", "&Difference", true, DifferenceRow));
+    registry.add(ExactCombine("combine.mask", "Brighter-than-swap &mask", true, MaskRow));
     registry.add(
-        ExactCombine("combine.swap_to_alpha", "Swap brightness to &alpha", false, SwapToAlphaRows));
+        ExactCombine("combine.swap_to_alpha", "Swap brightness to &alpha", false, SwapToAlphaRow));
     registry.add(ExactCombine("combine.merge_alpha", "Merge swap through alpha", true,
-                              MergeThroughAlphaRows));
+                              MergeThroughAlphaRow));
 
     const std::pair<const char*, std::uint8_t (*)(int, int)> channels[] = {
         {"add", BlendAdd},       {"subtract", BlendSubtract},      {"multiply", BlendMultiply},

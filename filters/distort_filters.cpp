@@ -16,6 +16,15 @@ namespace {
 
 constexpr const char* kMenu = "Filter/Distort";
 
+// Every target pixel takes the source colour at the point `map` names.
+template <typename Map>
+void Remap(const FilterContext& context, const Map& map) {
+    const RgbPlanes source = SourceImage(context);
+    const RgbTarget target = TargetImage(context);
+    ParallelRows(context.threads, source.height,
+                 [&](int first, int end) { MapRows(source, target, first, end, map); });
+}
+
 // A filter that moves pixels by the map `makeMap` builds from the image and
 // the panel's values.
 template <typename MakeMap>
@@ -23,12 +32,7 @@ CommandSpec MapFilter(std::string id, std::string caption, std::vector<ParamSpec
                       MakeMap makeMap) {
     return FilterRow(std::move(id), std::move(caption), kMenu, std::move(params),
                      [makeMap](const FilterContext& context) {
-                         const RgbPlanes source = SourceImage(context);
-                         const RgbTarget target = TargetImage(context);
-                         const auto map = makeMap(context, source);
-                         ParallelRows(context.threads, source.height, [&](int first, int end) {
-                             MapRows(source, target, first, end, map);
-                         });
+                         Remap(context, makeMap(context, SourceImage(context)));
                      });
 }
 
@@ -50,6 +54,11 @@ void Pixelate(const FilterContext& context) {
 }
 
 }  // namespace
+
+void DisplaceBySwap(const FilterContext& context, double amount) {
+    const Document& doc = context.workspace.document;
+    Remap(context, DisplaceMap{doc.SwapR.data(), doc.SwapG.data(), doc.SwapR.stride(), amount});
+}
 
 void RegisterDistortFilters(CommandRegistry& registry) {
     registry.add(MapFilter(
@@ -87,13 +96,10 @@ void RegisterDistortFilters(CommandRegistry& registry) {
                            }));
     registry.add(FilterRow("filter.distort.pixelate", "Pi&xelate...", kMenu,
                            {IntegerParam("size", "Cell size", 2, 200, 8)}, Pixelate));
-    registry.add(MapFilter("filter.distort.displace", "&Displace by swap image...",
-                           {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
-                           [](const FilterContext& context, const RgbPlanes& image) {
-                               const Document& doc = context.workspace.document;
-                               return DisplaceMap{doc.SwapR.data(), doc.SwapG.data(), image.stride,
-                                                  Integer(context, "amount")};
-                           }));
+    registry.add(FilterRow(
+        "filter.distort.displace", "&Displace by swap image...", kMenu,
+        {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
+        [](const FilterContext& context) { DisplaceBySwap(context, Integer(context, "amount")); }));
 }
 
 }  // namespace wib

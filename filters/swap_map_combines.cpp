@@ -10,8 +10,8 @@
 #include "core/commands.h"
 #include "core/workspace.h"
 #include "filters/combine_filters.h"
-#include "filters/filter_row.h"
-#include "filters/parallel_rows.h"
+#include "filters/distort_filters.h"
+#include "filters/filter_bands.h"
 #include "pixel/colour_adjust.h"
 
 namespace wib {
@@ -43,17 +43,15 @@ Swap SwapOf(const FilterContext& context) {
 // Every target pixel is the source pixel at the position `from` gives,
 // clamped to the image (nearest pixel).
 template <typename From>
-void Remap(const FilterContext& context, int threads, From from) {
+void RemapNearest(const FilterContext& context, From from) {
     const int w = context.source.width, h = context.source.height;
-    ParallelRows(threads, h, [&](int first, int end) {
-        for (int y = first; y < end; ++y) {
-            for (int x = 0; x < w; ++x) {
-                const auto [fx, fy] = from(x, y);
-                const int sx = std::clamp(static_cast<int>(std::lround(fx)), 0, w - 1);
-                const int sy = std::clamp(static_cast<int>(std::lround(fy)), 0, h - 1);
-                for (int c = 0; c < 3; ++c) {
-                    context.target[c].row(y)[x] = context.source[c].row(sy)[sx];
-                }
+    ForEachRow(context, [&](int y) {
+        for (int x = 0; x < w; ++x) {
+            const auto [fx, fy] = from(x, y);
+            const int sx = std::clamp(static_cast<int>(std::lround(fx)), 0, w - 1);
+            const int sy = std::clamp(static_cast<int>(std::lround(fy)), 0, h - 1);
+            for (int c = 0; c < 3; ++c) {
+                context.target[c].row(y)[x] = context.source[c].row(sy)[sx];
             }
         }
     });
@@ -71,14 +69,12 @@ void RegisterSwapMapCombines(CommandRegistry& registry) {
     registry.add(Row("combine.luminosity", "Luminosity", [](const FilterContext& context) {
         const Swap swap = SwapOf(context);
         const ColourPlanes& in = context.source;
-        ParallelRows(context.threads, in.height, [&](int first, int end) {
-            for (int y = first; y < end; ++y) {
-                for (int x = 0; x < in.width; ++x) {
-                    const int shift = swap.brightness(x, y) - Brightness(in[0], in[1], in[2], x, y);
-                    for (int c = 0; c < 3; ++c) {
-                        context.target[c].row(y)[x] =
-                            static_cast<std::uint8_t>(std::clamp(in[c].row(y)[x] + shift, 0, 255));
-                    }
+        ForEachRow(context, [&](int y) {
+            for (int x = 0; x < in.width; ++x) {
+                const int shift = swap.brightness(x, y) - Brightness(in[0], in[1], in[2], x, y);
+                for (int c = 0; c < 3; ++c) {
+                    context.target[c].row(y)[x] =
+                        static_cast<std::uint8_t>(std::clamp(in[c].row(y)[x] + shift, 0, 255));
                 }
             }
         });
@@ -88,40 +84,31 @@ void RegisterSwapMapCombines(CommandRegistry& registry) {
         const Swap swap = SwapOf(context);
         const ColourPlanes& in = context.source;
         const Plane* swapPlanes[3] = {&swap.r, &swap.g, &swap.b};
-        ParallelRows(context.threads, in.height, [&](int first, int end) {
-            for (int y = first; y < end; ++y) {
-                for (int x = 0; x < in.width; ++x) {
-                    const bool black =
-                        in[0].row(y)[x] == 0 && in[1].row(y)[x] == 0 && in[2].row(y)[x] == 0;
-                    for (int c = 0; c < 3; ++c) {
-                        context.target[c].row(y)[x] =
-                            black ? swapPlanes[c]->row(y)[x] : in[c].row(y)[x];
-                    }
+        ForEachRow(context, [&](int y) {
+            for (int x = 0; x < in.width; ++x) {
+                const bool black =
+                    in[0].row(y)[x] == 0 && in[1].row(y)[x] == 0 && in[2].row(y)[x] == 0;
+                for (int c = 0; c < 3; ++c) {
+                    context.target[c].row(y)[x] =
+                        black ? swapPlanes[c]->row(y)[x] : in[c].row(y)[x];
                 }
             }
         });
     }));
-    // The swap's red and green, around 128, push each pixel: 8 levels a pixel.
-    registry.add(Row("combine.displace", "Displace", [](const FilterContext& context) {
-        const Document& doc = context.workspace.document;
-        Remap(context, context.threads, [&doc](int x, int y) {
-            return std::pair{x + (doc.SwapR.row(y)[x] - 128) / 8.0,
-                             y + (doc.SwapG.row(y)[x] - 128) / 8.0};
-        });
-    }));
+    // The swap's red and green, around 128, push each pixel: 8 levels a pixel,
+    // as Filter > Distort > Displace at 16 pixels.
+    registry.add(Row("combine.displace", "Displace",
+                     [](const FilterContext& context) { DisplaceBySwap(context, 16); }));
     // The swap's brightness as a relief, lit from the top left, on the main image.
     registry.add(Row("combine.emboss", "Emboss", [](const FilterContext& context) {
         const Swap swap = SwapOf(context);
         const ColourPlanes& in = context.source;
-        ParallelRows(context.threads, in.height, [&](int first, int end) {
-            for (int y = first; y < end; ++y) {
-                for (int x = 0; x < in.width; ++x) {
-                    const int relief =
-                        swap.brightness(x - 1, y - 1) - swap.brightness(x + 1, y + 1);
-                    for (int c = 0; c < 3; ++c) {
-                        context.target[c].row(y)[x] =
-                            static_cast<std::uint8_t>(std::clamp(in[c].row(y)[x] + relief, 0, 255));
-                    }
+        ForEachRow(context, [&](int y) {
+            for (int x = 0; x < in.width; ++x) {
+                const int relief = swap.brightness(x - 1, y - 1) - swap.brightness(x + 1, y + 1);
+                for (int c = 0; c < 3; ++c) {
+                    context.target[c].row(y)[x] =
+                        static_cast<std::uint8_t>(std::clamp(in[c].row(y)[x] + relief, 0, 255));
                 }
             }
         });
@@ -130,7 +117,7 @@ void RegisterSwapMapCombines(CommandRegistry& registry) {
     // each pixel is moved by the slope there, an eighth of a pixel a level.
     registry.add(Row("combine.pool", "Pool", [](const FilterContext& context) {
         const Swap swap = SwapOf(context);
-        Remap(context, context.threads, [&swap](int x, int y) {
+        RemapNearest(context, [&swap](int x, int y) {
             return std::pair{x + (swap.brightness(x + 1, y) - swap.brightness(x - 1, y)) / 8.0,
                              y + (swap.brightness(x, y + 1) - swap.brightness(x, y - 1)) / 8.0};
         });
@@ -140,7 +127,9 @@ void RegisterSwapMapCombines(CommandRegistry& registry) {
     registry.add(Row("combine.jitter", "Jitter", [](const FilterContext& context) {
         const Swap swap = SwapOf(context);
         std::mt19937& random = context.workspace.random;
-        Remap(context, 1, [&swap, &random](int x, int y) {
+        FilterContext inOrder = context;
+        inOrder.threads = 1;
+        RemapNearest(inOrder, [&swap, &random](int x, int y) {
             const int reach = swap.brightness(x, y) / 32;
             std::uniform_int_distribution<int> step(-reach, reach);
             const int dx = step(random);
@@ -154,7 +143,7 @@ void RegisterSwapMapCombines(CommandRegistry& registry) {
         const Swap swap = SwapOf(context);
         const double cx = (context.source.width - 1) / 2.0;
         const double cy = (context.source.height - 1) / 2.0;
-        Remap(context, context.threads, [&](int x, int y) {
+        RemapNearest(context, [&](int x, int y) {
             const double angle = (swap.brightness(x, y) - 128) / 128.0 * std::numbers::pi / 2;
             const double dx = x - cx, dy = y - cy;
             return std::pair{cx + dx * std::cos(angle) - dy * std::sin(angle),

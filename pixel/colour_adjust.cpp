@@ -30,6 +30,18 @@ std::uint8_t Channel(std::uint32_t packed, int shift) {
 
 }  // namespace
 
+ChannelLut IdentityLut() {
+    return MakeLut([](int v) { return v; });
+}
+
+ChannelLut ComposeLuts(const ChannelLut& first, const ChannelLut& then) {
+    ChannelLut lut{};
+    for (std::size_t v = 0; v < 256; ++v) {
+        lut[v] = then[first[v]];
+    }
+    return lut;
+}
+
 ChannelLut InvertLut() {
     return MakeLut([](int v) { return 255.0 - v; });
 }
@@ -79,7 +91,7 @@ ChannelLut EqualizeLut(const Histogram& histogram) {
         std::find_if(histogram.begin(), histogram.end(), [](std::uint64_t n) { return n != 0; });
     const std::uint64_t below = first == histogram.end() ? 0 : *first;
     if (count == below) {
-        return MakeLut([](int v) { return v; });
+        return IdentityLut();
     }
     ChannelLut lut{};
     std::uint64_t cumulative = 0;
@@ -100,6 +112,20 @@ void AddToHistogram(const std::uint8_t* row, int width, Histogram& histogram) {
 void ApplyLutRow(const std::uint8_t* in, std::uint8_t* out, const ChannelLut& lut, int width) {
     for (int x = 0; x < width; ++x) {
         out[x] = lut[in[x]];
+    }
+}
+
+void ApplyLutsRow(RgbRow in, RgbOutRow out, const ChannelLuts& luts, bool grey, int width) {
+    if (!grey) {
+        ApplyLutRow(in.r, out.r, luts[0], width);
+        ApplyLutRow(in.g, out.g, luts[1], width);
+        ApplyLutRow(in.b, out.b, luts[2], width);
+        return;
+    }
+    for (int x = 0; x < width; ++x) {
+        const auto value =
+            static_cast<std::uint8_t>(GreyOf(luts[0][in.r[x]], luts[1][in.g[x]], luts[2][in.b[x]]));
+        out.r[x] = out.g[x] = out.b[x] = value;
     }
 }
 

@@ -16,6 +16,12 @@ inline int GreyOf(int r, int g, int b) {
     return (299 * r + 587 * g + 114 * b + 500) / 1000;
 }
 
+// Three tables, one for the red, green and blue planes in that order.
+using ChannelLuts = std::array<ChannelLut, 3>;
+
+ChannelLut IdentityLut();
+// `first` and then `then`: v -> then[first[v]].
+ChannelLut ComposeLuts(const ChannelLut& first, const ChannelLut& then);
 ChannelLut InvertLut();
 // v -> round(round(v (levels - 1) / 255) * 255 / (levels - 1)); levels >= 2.
 ChannelLut PosterizeLut(int levels);
@@ -49,6 +55,10 @@ struct RgbOutRow {
     std::uint8_t* g;
     std::uint8_t* b;
 };
+
+// Each plane through its own table; with `grey` the looked-up colour then
+// becomes its grey in all three planes.
+void ApplyLutsRow(RgbRow in, RgbOutRow out, const ChannelLuts& luts, bool grey, int width);
 
 // The grey in all three planes.
 void GreyscaleRow(RgbRow in, RgbOutRow out, int width);

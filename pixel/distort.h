@@ -23,9 +23,9 @@ struct RgbTarget {
 };
 
 // The colour at (x, y) between pixel centres, each channel the bilinear mix
-// of the four nearest pixels, rounded; coordinates beyond the image clamp to
+// of the four nearest pixels, unrounded; coordinates beyond the image clamp to
 // its edge pixels.
-inline void SampleBilinear(const RgbPlanes& source, double x, double y, std::uint8_t out[3]) {
+inline void BilinearAt(const RgbPlanes& source, double x, double y, double out[3]) {
     x = std::fmin(std::fmax(x, 0.0), source.width - 1.0);
     y = std::fmin(std::fmax(y, 0.0), source.height - 1.0);
     const int x0 = static_cast<int>(x), y0 = static_cast<int>(y);
@@ -38,7 +38,16 @@ inline void SampleBilinear(const RgbPlanes& source, double x, double y, std::uin
         const std::uint8_t* p = source.planes[c];
         const double upper = p[top + x0] + (p[top + x1] - p[top + x0]) * fx;
         const double lower = p[bottom + x0] + (p[bottom + x1] - p[bottom + x0]) * fx;
-        out[c] = static_cast<std::uint8_t>(RoundHalfEven(upper + (lower - upper) * fy));
+        out[c] = upper + (lower - upper) * fy;
+    }
+}
+
+// The same, rounded half to even.
+inline void SampleBilinear(const RgbPlanes& source, double x, double y, std::uint8_t out[3]) {
+    double mix[3];
+    BilinearAt(source, x, y, mix);
+    for (int c = 0; c < 3; ++c) {
+        out[c] = static_cast<std::uint8_t>(RoundHalfEven(mix[c]));
     }
 }
 

@@ -81,6 +81,8 @@ const char* CppResultType(ResultType type) {
             return "std::optional<Plane>";
         case ResultType::Bounds:
             return "std::array<int, 4>";
+        case ResultType::Rgb:
+            return "std::array<int, 3>";
         case ResultType::Commands:
             return "std::vector<Command>";
         case ResultType::Value:
@@ -131,6 +133,7 @@ std::string PythonReturn(const MethodSpec& method, const std::string& call) {
         case ResultType::Flag:
             return "        return " + call + " == -1\n";
         case ResultType::Bounds:
+        case ResultType::Rgb:
             return "        return tuple(" + call + ")\n";
         case ResultType::BrushPlane:
             return "        result = " + call +

@@ -16,5 +16,6 @@ std::vector<MethodSpec> PaintMethods();
 std::vector<MethodSpec> FileMethods();
 std::vector<MethodSpec> AnimationMethods();
 std::vector<MethodSpec> EventMethods();
+std::vector<MethodSpec> ColourMethods();
 
 }  // namespace wib

@@ -12,7 +12,8 @@ namespace {
 std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
     for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
-                        AnimationMethods, FileMethods, ProgramMethods, EventMethods}) {
+                        AnimationMethods, ColourMethods, FileMethods, ProgramMethods,
+                        EventMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "core/observer_list.h"
+#include "pixel/colour_adjust.h"
 #include "plugins/automation_host.h"
 #include "plugins/call_args.h"
 #include "plugins/reply.h"
@@ -20,6 +21,10 @@ struct ServerState {
     std::string token;
     // The caption Wib_StatusOpen uses when it is given none.
     std::string statusCaption = kDefaultStatusCaption;
+    // The look-up tables Wib_Gamma and Wib_Contrast build up and
+    // Wib_SetLutImage applies, and whether that gives grey.
+    ChannelLuts luts{IdentityLut(), IdentityLut(), IdentityLut()};
+    bool greyLuts = false;
 };
 
 // What one connection holds, so that it can be given back if the plug-in dies.
@@ -56,6 +61,7 @@ enum class ResultType {
     Plane,       // [ubX, ubY, bin]
     BrushPlane,  // a plane, or -1 while no custom brush is active
     Bounds,      // [left, top, right, bottom]
+    Rgb,         // [red, green, blue]
     Commands,    // the command list
     Value,       // an integer, number or text
 };

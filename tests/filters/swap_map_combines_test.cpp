@@ -62,6 +62,14 @@ TEST_F(SwapMaps, DisplaceMovesByTheSwapAroundGreyAndClampsAtTheEdge) {
     EXPECT_EQ(doc.GBuffer.at(4, 0), 0) << "clamped to the first row";
 }
 
+TEST_F(SwapMaps, DisplaceSamplesBetweenPixelsAsTheDistortFilterDoes) {
+    fillSwap(128 + 4, 128 - 2, 0);  // half a pixel right, a quarter up
+    run("combine.displace");
+    EXPECT_EQ(doc.RBuffer.at(1, 2), 15) << "halfway between 10 and 20";
+    EXPECT_EQ(doc.GBuffer.at(1, 2), 18) << "17.5 rounds to even";
+    EXPECT_EQ(doc.RBuffer.at(4, 2), 40) << "clamped to the last column";
+}
+
 TEST_F(SwapMaps, LuminosityTakesTheSwapBrightnessAndCloakShowsItThroughBlack) {
     fillSwap(200, 200, 200);
     SetPixel(doc, 0, 0, {0, 0, 0});

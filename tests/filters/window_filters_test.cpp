@@ -98,6 +98,10 @@ TEST_F(WindowRows, BadValuesAreRefusedByNameAndChangeNothing) {
         {"filter.convolve", {{"kernel", IntegerList(9, 70000)}}},
         {"filter.convolve", {{"divisor", 0LL}}},
         {"filter.blur.box", {{"radius", IntegerList{3}}}},
+        {"filter.blur.radial", {{"angle", 361LL}}},
+        {"filter.blur.zoom", {{"x", 101LL}}},
+        {"filter.blur.lens", {{"radius", 101LL}}},
+        {"filter.blur.surface", {{"threshold", 0LL}}},
     };
     for (const auto& [id, values] : bad) {
         const CommandOutcome outcome = run(id, values);
@@ -117,13 +121,30 @@ TEST_F(WindowRows, EachFamilySitsInItsMenuAndRunsWithItsDefaults) {
         {"filter.edge.laplacian", "Filter/Edge"},     {"filter.edge.find", "Filter/Edge"},
         {"filter.edge.threshold", "Filter/Edge"},     {"filter.rank.median", "Filter/Rank"},
         {"filter.rank.minimum", "Filter/Rank"},       {"filter.rank.maximum", "Filter/Rank"},
-        {"filter.rank.despeckle", "Filter/Rank"},
+        {"filter.rank.despeckle", "Filter/Rank"},     {"filter.blur.radial", "Filter/Blur"},
+        {"filter.blur.zoom", "Filter/Blur"},          {"filter.blur.lens", "Filter/Blur"},
+        {"filter.blur.surface", "Filter/Blur"},
     };
     for (const auto& [id, menu] : rows) {
         const CommandSpec* spec = registry.find(id);
         ASSERT_NE(spec, nullptr) << id;
         EXPECT_EQ(spec->menu, menu) << id;
         EXPECT_EQ(run(id, {}).status, Status::Done) << id;
+    }
+}
+
+TEST_F(WindowRows, PathBlursPlaceTheirCentreInPercentOfTheImage) {
+    // The centre pixel is its own only sample, so it keeps its colour; the
+    // opposite corner, far from it, is blurred.
+    for (const char* id : {"filter.blur.radial", "filter.blur.zoom"}) {
+        for (const long long at : {0LL, 100LL}) {
+            const Plane before = doc.GBuffer;
+            const int cx = at == 0 ? 0 : doc.width - 1, cy = at == 0 ? 0 : doc.height - 1;
+            const int fx = doc.width - 1 - cx, fy = doc.height - 1 - cy;
+            ASSERT_EQ(run(id, {{"x", at}, {"y", at}}).status, Status::Done) << id;
+            EXPECT_EQ(doc.GBuffer.at(cx, cy), before.at(cx, cy)) << id << " at " << at;
+            EXPECT_NE(doc.GBuffer.at(fx, fy), before.at(fx, fy)) << id << " at " << at;
+        }
     }
 }
 

@@ -10,8 +10,10 @@
 #include "pixel/box_blur.h"
 #include "pixel/convolve.h"
 #include "pixel/edge.h"
+#include "pixel/lens_blur.h"
 #include "pixel/motion_blur.h"
 #include "pixel/rank.h"
+#include "pixel/surface_blur.h"
 #include "tests/pixel/window_image.h"
 
 namespace wib {
@@ -189,6 +191,76 @@ TEST(WindowFilters, MotionBlurAveragesAlongItsLine) {
         }
         return std::floor(sum / 7 + 0.5);
     });
+}
+
+TEST(WindowFilters, LensBlurIsTheRoundedMeanOverTheDisc) {
+    unsigned seed = 300;
+    for (const auto& [w, h] : kWindowSizes) {
+        for (int radius : {1, 2, 5, 12}) {
+            WindowImage image(w, h, seed++);
+            image.run([radius](const PlaneBand& band) { LensBlur(band, radius); });
+            image.expectEach([&](int x, int y) {
+                double sum = 0, count = 0;
+                for (int j = -radius; j <= radius; ++j) {
+                    for (int i = -radius; i <= radius; ++i) {
+                        if (std::hypot(i, j) <= radius + 1e-9) {
+                            sum += image.at(x + i, y + j);
+                            ++count;
+                        }
+                    }
+                }
+                return std::floor(sum / count + 0.5);
+            });
+        }
+    }
+    // Radius 1 is the plus-shaped cross of five.
+    WindowImage cross(3, 3, 9);
+    cross.run([](const PlaneBand& band) { LensBlur(band, 1); });
+    const double centre =
+        cross.at(1, 1) + cross.at(0, 1) + cross.at(2, 1) + cross.at(1, 0) + cross.at(1, 2);
+    EXPECT_EQ(cross.out(1, 1), std::floor(centre / 5 + 0.5));
+}
+
+TEST(WindowFilters, SurfaceBlurWeighsNeighboursByTheirDifference) {
+    unsigned seed = 400;
+    for (const auto& [w, h] : kWindowSizes) {
+        for (const auto& [radius, threshold] : {std::pair{1, 10}, {2, 40}, {4, 1}, {7, 255}}) {
+            WindowImage image(w, h, seed++);
+            image.run([&](const PlaneBand& band) { SurfaceBlur(band, radius, threshold); });
+            // The weight is the threshold up to the threshold, then falls in a
+            // straight line to zero at twice the threshold.
+            image.expectEach(
+                [&](int x, int y) {
+                    double sum = 0, total = 0;
+                    for (const int v : Window(image, x, y, radius)) {
+                        const double d = std::abs(v - image.at(x, y));
+                        const double weight = d <= threshold         ? threshold
+                                              : d >= 2.0 * threshold ? 0.0
+                                                                     : 2.0 * threshold - d;
+                        sum += weight * v;
+                        total += weight;
+                    }
+                    return sum / total;
+                },
+                0.5 + 1e-9);
+        }
+    }
+}
+
+TEST(WindowFilters, SurfaceBlurKeepsAStepSteeperThanTwiceTheThreshold) {
+    // Left half 20, right half 200, a little noise inside each half.
+    WindowImage image(10, 6, 1);
+    for (int y = 0; y <= 6; ++y) {
+        for (int x = 0; x <= 10; ++x) {
+            image.source[static_cast<std::size_t>(y * 11 + x)] =
+                static_cast<std::uint8_t>((x < 5 ? 20 : 200) + (x + y) % 3);
+        }
+    }
+    image.run([](const PlaneBand& band) { SurfaceBlur(band, 3, 30); });
+    for (int y = 0; y < 6; ++y) {
+        EXPECT_NEAR(image.out(4, y), 21, 1) << y;
+        EXPECT_NEAR(image.out(5, y), 201, 1) << y;
+    }
 }
 
 }  // namespace

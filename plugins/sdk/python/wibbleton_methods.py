@@ -542,6 +542,53 @@ class WibbletonMethods:
         """The animation's name."""
         return self.call("Anim_Get_Name")
 
+    def Wib_ColorToRGB(self, colour):
+        """Unpacks a colour packed red + 256 green + 65536 blue. Outside 0..16777215 is error 5."""
+        return tuple(self.call("Wib_ColorToRGB", colour))
+
+    def Wib_DoHue(self, degrees):
+        """Turns the hue of the image by degrees (-360..360) through the selection, as
+        Hue/Saturation/Lightness does with saturation and lightness 0; greys keep their colour.
+        A hue turn mixes the channels, so it acts on the image, not on the tables. No undo step,
+        no redraw."""
+        self.call("Wib_DoHue", degrees)
+
+    def Wib_Gamma(self, gamma):
+        """Follows each look-up table with v -> 255 (v / 255)^(1 / gamma), rounded, for gamma
+        0.1..10. The image is untouched until Wib_SetLutImage."""
+        self.call("Wib_Gamma", gamma)
+
+    def Wib_Contrast(self, contrast):
+        """Follows each look-up table with v -> (v - 127.5) (100 + contrast) / 100 + 127.5, rounded
+        and clamped, for contrast -100..100. The image is untouched until Wib_SetLutImage."""
+        self.call("Wib_Contrast", contrast)
+
+    def Wib_SetLutImage(self):
+        """Puts the image through the look-up tables (red, green and blue planes each through their
+        own) and, while Wib_SetGrayscale is on, makes the looked-up colour its grey (299 R + 587
+        G + 114 B + 500) / 1000; through the selection. No undo step, no redraw."""
+        self.call("Wib_SetLutImage")
+
+    def Wib_SetGrayscale(self, flag):
+        """Whether Wib_SetLutImage gives grey: -1 on, anything else off."""
+        self.call("Wib_SetGrayscale", flag)
+
+    def Wib_GetGrayscale(self):
+        """What Wib_SetGrayscale last set; off when the program starts."""
+        return self.call("Wib_GetGrayscale") == -1
+
+    def Wib_InitLuts(self):
+        """Sets the three look-up tables back to v -> v, as they are when the program starts. The
+        grey setting stays."""
+        self.call("Wib_InitLuts")
+
+    def Wib_AdjustColor(self, colour, hue, saturation, lightness):
+        """One packed colour as Hue/Saturation/Lightness would change it: hue turned by -180..180
+        degrees, saturation scaled by (100 + saturation) / 100 (-100..100, at most full), then
+        moved toward white (lightness > 0) or black by |lightness| percent (-100..100). Any
+        value out of range is error 5."""
+        return self.call("Wib_AdjustColor", colour, hue, saturation, lightness)
+
     def Wib_LoadBMP(self, path):
         """Opens an uncompressed 8, 24 or 32-bit bitmap as the image."""
         return self.call("Wib_LoadBMP", path) == -1
