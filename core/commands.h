@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <any>
 #include <functional>
 #include <map>
 #include <optional>
@@ -61,6 +62,9 @@ struct CommandSpec {
     // offers, on an animation, to run again on every frame.
     bool changesImage = false;
     std::string repeatQuestion;
+    // What an option panel needs to show the command's result before it runs;
+    // the layer that makes the command decides what it holds (empty: nothing).
+    std::any preview;
 };
 
 struct CommandOutcome {

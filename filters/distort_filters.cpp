@@ -8,6 +8,7 @@
 #include "core/workspace.h"
 #include "filters/filter_bands.h"
 #include "filters/filter_params.h"
+#include "filters/filter_preview.h"
 #include "pixel/distort.h"
 
 namespace wib {
@@ -87,13 +88,15 @@ void RegisterDistortFilters(CommandRegistry& registry) {
                            }));
     registry.add(FilterRow("filter.distort.pixelate", "Pi&xelate...", kMenu,
                            {IntegerParam("size", "Cell size", 2, 200, 8)}, Pixelate));
-    registry.add(MapFilter("filter.distort.displace", "&Displace by swap image...",
-                           {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
-                           [](const FilterContext& context, const RgbPlanes& image) {
-                               const Document& doc = context.workspace.document;
-                               return DisplaceMap{doc.SwapR.data(), doc.SwapG.data(), image.stride,
-                                                  Integer(context, "amount")};
-                           }));
+    // Reads the swap image, which the preview does not copy.
+    registry.add(
+        WithoutPreview(MapFilter("filter.distort.displace", "&Displace by swap image...",
+                                 {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
+                                 [](const FilterContext& context, const RgbPlanes& image) {
+                                     const Document& doc = context.workspace.document;
+                                     return DisplaceMap{doc.SwapR.data(), doc.SwapG.data(),
+                                                        image.stride, Integer(context, "amount")};
+                                 })));
 }
 
 }  // namespace wib
