@@ -34,12 +34,28 @@ class Form1 : public QWidget {
     // The pointer shape of the active tool.
     void showToolCursor();
 
+    // The image pixels the window shows now (scrolled and zoomed).
+    QRect shownImageArea() const;
+    // Draws `preview` over the image pixels `area` until cleared; the
+    // document's planes are not touched.
+    void setPreview(const QImage& preview, const QRect& area);
+    void clearPreview();
+    // The preview drawn now; a null image when there is none.
+    const QImage& preview() const { return preview_; }
+    const QRect& previewArea() const { return previewArea_; }
+
+  Q_SIGNALS:
+    // The window shows another part of the image (scrolled, zoomed, resized).
+    void shownAreaChanged();
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void tabletEvent(QTabletEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     double scale() const;
@@ -54,6 +70,8 @@ class Form1 : public QWidget {
     const TabletCalibration* calibration_ = nullptr;
     Tool* pressed_ = nullptr;  // the tool of the press in progress
     QImage picture_;           // the converted damaged area, kept between redraws
+    QImage preview_;
+    QRect previewArea_;  // in image pixels
 };
 
 }  // namespace wib
