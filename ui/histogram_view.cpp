@@ -9,6 +9,13 @@
 
 namespace wib {
 
+namespace {
+
+constexpr double kMarkers = 12;  // the strip under the bars that holds the pointers
+constexpr double kSide = 5;      // room for half a pointer at either end
+
+}  // namespace
+
 Histogram ImageHistogram(const Document& document) {
     Histogram counts{};
     for (const Plane* plane : {&document.RBuffer, &document.GBuffer, &document.BBuffer}) {
@@ -44,17 +51,23 @@ void HistogramView::paintEvent(QPaintEvent*) {
     Histogram sorted = counts_;
     std::nth_element(sorted.begin(), sorted.begin() + 1, sorted.end(), std::greater<>());
     const double top = static_cast<double>(std::max<std::uint64_t>(sorted[1], 1));
-    const double w = width() / 256.0;
-    const int h = height();
+    const double w = (width() - 2 * kSide) / 256.0;
+    const double bars = height() - kMarkers;
     painter.setPen(Qt::NoPen);
     painter.setBrush(palette().text());
     for (int v = 0; v < 256; ++v) {
-        const double bar = std::min(1.0, counts_[static_cast<std::size_t>(v)] / top) * (h - 4);
-        painter.drawRect(QRectF(v * w, h - bar, w, bar));
+        const double bar = std::min(1.0, counts_[static_cast<std::size_t>(v)] / top) * (bars - 4);
+        painter.drawRect(QRectF(kSide + v * w, bars - bar, w, bar));
     }
-    const auto mark = [&](double value, const QColor& colour) {
-        painter.setPen(QPen(colour, 2));
-        painter.drawLine(QPointF((value + 0.5) * w, 0), QPointF((value + 0.5) * w, h));
+    // Below the bars, a pointer at each level, filled as the value it sets.
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().text().color(), 1));
+    const auto mark = [&](double value, const QColor& fill) {
+        const double x = kSide + (value + 0.5) * w;
+        const QPointF tip[3] = {
+            {x, bars + 1}, {x - 5, bars + kMarkers - 1}, {x + 5, bars + kMarkers - 1}};
+        painter.setBrush(fill);
+        painter.drawPolygon(tip, 3);
     };
     // The value that the gamma maps to mid-grey.
     const double mid = black_ + (white_ - black_) * std::pow(0.5, gamma_);
