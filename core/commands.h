@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <any>
 #include <functional>
 #include <map>
 #include <optional>
@@ -64,6 +65,9 @@ struct CommandSpec {
     // A command that starts a program (a plug-in) runs this instead of `run`:
     // it answers the process id, 0 when the program could not be started.
     std::function<long long(Workspace&, const ParamValues&)> start;
+    // What an option panel needs to show the command's result before it runs;
+    // the layer that makes the command decides what it holds (empty: nothing).
+    std::any preview;
 };
 
 struct CommandOutcome {

@@ -3,6 +3,7 @@
 
 #include "filters/filter_bands.h"
 #include "filters/filter_params.h"
+#include "filters/filter_preview.h"
 #include "filters/window_filter.h"
 #include "pixel/box_blur.h"
 #include "pixel/gaussian.h"
@@ -44,39 +45,51 @@ CommandSpec PathBlurRow(std::string id, std::string caption, ParamSpec amount, P
 }  // namespace
 
 void RegisterBlurFilters(CommandRegistry& registry) {
-    registry.add(WindowFilterRow("filter.blur.box", "&Box blur...", kMenu,
-                                 {IntegerParam("radius", "Radius", 1, 200, 2)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     BoxBlur(band, static_cast<int>(values.integer("radius")));
-                                 }));
-    registry.add(WindowFilterRow("filter.blur.gaussian", "&Gaussian blur...", kMenu,
-                                 {NumberParam("sigma", "Standard deviation", 0.3, 200, 2)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     GaussianBlur(band, values.number("sigma"));
-                                 }));
-    registry.add(WindowFilterRow("filter.blur.motion", "&Motion blur...", kMenu,
-                                 {NumberParam("angle", "Angle (degrees)", -360, 360, 0),
-                                  IntegerParam("distance", "Distance", 1, 200, 10)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     MotionBlur(band, values.number("angle"),
-                                                static_cast<int>(values.integer("distance")));
-                                 }));
+    // Both ways of the Gaussian read less than 5 sigma from the pixel.
+    const PreviewReach kGaussianReach = NumberReach("sigma", 5, 2);
+    registry.add(WithPreviewReach(
+        WindowFilterRow("filter.blur.box", "&Box blur...", kMenu,
+                        {IntegerParam("radius", "Radius", 1, 200, 2)},
+                        [](const PlaneBand& band, const ParamValues& values) {
+                            BoxBlur(band, static_cast<int>(values.integer("radius")));
+                        }),
+        IntegerReach("radius")));
+    registry.add(
+        WithPreviewReach(WindowFilterRow("filter.blur.gaussian", "&Gaussian blur...", kMenu,
+                                         {NumberParam("sigma", "Standard deviation", 0.3, 200, 2)},
+                                         [](const PlaneBand& band, const ParamValues& values) {
+                                             GaussianBlur(band, values.number("sigma"));
+                                         }),
+                         kGaussianReach));
+    registry.add(WithPreviewReach(
+        WindowFilterRow("filter.blur.motion", "&Motion blur...", kMenu,
+                        {NumberParam("angle", "Angle (degrees)", -360, 360, 0),
+                         IntegerParam("distance", "Distance", 1, 200, 10)},
+                        [](const PlaneBand& band, const ParamValues& values) {
+                            MotionBlur(band, values.number("angle"),
+                                       static_cast<int>(values.integer("distance")));
+                        }),
+        IntegerReach("distance", 1)));
     registry.add(PathBlurRow("filter.blur.radial", "&Radial (spin) blur...",
                              IntegerParam("angle", "Angle (degrees)", 1, 360, 10), SpinBlurRows));
     registry.add(PathBlurRow("filter.blur.zoom", "&Zoom blur...",
                              IntegerParam("amount", "Amount (%)", 1, 100, 20), ZoomBlurRows));
-    registry.add(WindowFilterRow("filter.blur.lens", "&Lens blur...", kMenu,
-                                 {IntegerParam("radius", "Radius", 1, 100, 5)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     LensBlur(band, static_cast<int>(values.integer("radius")));
-                                 }));
-    registry.add(WindowFilterRow("filter.blur.surface", "&Surface blur...", kMenu,
-                                 {IntegerParam("radius", "Radius", 1, 50, 5),
-                                  IntegerParam("threshold", "Threshold", 1, 255, 25)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     SurfaceBlur(band, static_cast<int>(values.integer("radius")),
-                                                 static_cast<int>(values.integer("threshold")));
-                                 }));
+    registry.add(WithPreviewReach(
+        WindowFilterRow("filter.blur.lens", "&Lens blur...", kMenu,
+                        {IntegerParam("radius", "Radius", 1, 100, 5)},
+                        [](const PlaneBand& band, const ParamValues& values) {
+                            LensBlur(band, static_cast<int>(values.integer("radius")));
+                        }),
+        IntegerReach("radius")));
+    registry.add(WithPreviewReach(
+        WindowFilterRow("filter.blur.surface", "&Surface blur...", kMenu,
+                        {IntegerParam("radius", "Radius", 1, 50, 5),
+                         IntegerParam("threshold", "Threshold", 1, 255, 25)},
+                        [](const PlaneBand& band, const ParamValues& values) {
+                            SurfaceBlur(band, static_cast<int>(values.integer("radius")),
+                                        static_cast<int>(values.integer("threshold")));
+                        }),
+        IntegerReach("radius")));
 }
 
 }  // namespace wib

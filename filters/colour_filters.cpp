@@ -9,6 +9,7 @@
 #include "filters/filter_bands.h"
 #include "filters/filter_params.h"
 #include "filters/lut_filter.h"
+#include "filters/filter_preview.h"
 #include "pixel/colour_adjust.h"
 
 namespace wib {
@@ -21,11 +22,12 @@ constexpr const char* kMenu = "Filter/Colour";
 // from the panel's values.
 CommandSpec LutFilter(std::string id, std::string caption, std::vector<ParamSpec> params,
                       std::function<ChannelLut(const ParamValues&)> lut) {
-    return FilterRow(std::move(id), std::move(caption), kMenu, std::move(params),
-                     [lut = std::move(lut)](const FilterContext& context) {
-                         const ChannelLut table = lut(context.values);
-                         ApplyLuts(context, {table, table, table});
-                     });
+    return WithPreviewReach(FilterRow(std::move(id), std::move(caption), kMenu, std::move(params),
+                                      [lut = std::move(lut)](const FilterContext& context) {
+                                          const ChannelLut table = lut(context.values);
+                                          ApplyLuts(context, {table, table, table});
+                                      }),
+                            FixedReach(0));
 }
 
 // A filter whose kernel turns one row of three planes into another; `row`
@@ -33,14 +35,15 @@ CommandSpec LutFilter(std::string id, std::string caption, std::vector<ParamSpec
 using RowKernel = std::function<void(RgbRow, RgbOutRow, int width)>;
 CommandSpec RowFilter(std::string id, std::string caption, std::vector<ParamSpec> params,
                       std::function<RowKernel(const ParamValues&)> row) {
-    return FilterRow(std::move(id), std::move(caption), kMenu, std::move(params),
-                     [row = std::move(row)](const FilterContext& context) {
-                         const RowKernel kernel = row(context.values);
-                         ForEachRow(context, [&](int y) {
-                             kernel(SourceRow(context, y), TargetRow(context, y),
-                                    context.source.width);
-                         });
-                     });
+    return WithPreviewReach(FilterRow(std::move(id), std::move(caption), kMenu, std::move(params),
+                                      [row = std::move(row)](const FilterContext& context) {
+                                          const RowKernel kernel = row(context.values);
+                                          ForEachRow(context, [&](int y) {
+                                              kernel(SourceRow(context, y), TargetRow(context, y),
+                                                     context.source.width);
+                                          });
+                                      }),
+                            FixedReach(0));
 }
 
 CommandSpec ToneFilter(std::string id, std::string caption, std::vector<ParamSpec> params,

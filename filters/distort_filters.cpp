@@ -8,6 +8,7 @@
 #include "core/workspace.h"
 #include "filters/filter_bands.h"
 #include "filters/filter_params.h"
+#include "filters/filter_preview.h"
 #include "pixel/distort.h"
 
 namespace wib {
@@ -96,10 +97,11 @@ void RegisterDistortFilters(CommandRegistry& registry) {
                            }));
     registry.add(FilterRow("filter.distort.pixelate", "Pi&xelate...", kMenu,
                            {IntegerParam("size", "Cell size", 2, 200, 8)}, Pixelate));
-    registry.add(FilterRow(
+    // Reads the swap image, which the preview does not copy.
+    registry.add(WithoutPreview(FilterRow(
         "filter.distort.displace", "&Displace by swap image...", kMenu,
         {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
-        [](const FilterContext& context) { DisplaceBySwap(context, Integer(context, "amount")); }));
+        [](const FilterContext& context) { DisplaceBySwap(context, Integer(context, "amount")); })));
 }
 
 }  // namespace wib

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "filters/edge_filters.h"
 
+#include "filters/filter_preview.h"
 #include "filters/window_filter.h"
 #include "pixel/edge.h"
 
@@ -20,13 +21,15 @@ void RegisterEdgeFilters(CommandRegistry& registry) {
                                      GradientFilter(band, {GradientMap::Kind::InvertedMagnitude});
                                  }));
     // The Sobel magnitude reaches 4 * 255 * sqrt(2) on a hard corner.
-    registry.add(WindowFilterRow("filter.edge.threshold", "&Threshold edges...", kMenu,
-                                 {IntegerParam("level", "Level", 1, 1443, 128)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     GradientMap map{GradientMap::Kind::Threshold};
-                                     map.level = static_cast<int>(values.integer("level"));
-                                     GradientFilter(band, map);
-                                 }));
+    registry.add(
+        WithPreviewReach(WindowFilterRow("filter.edge.threshold", "&Threshold edges...", kMenu,
+                                         {IntegerParam("level", "Level", 1, 1443, 128)},
+                                         [](const PlaneBand& band, const ParamValues& values) {
+                                             GradientMap map{GradientMap::Kind::Threshold};
+                                             map.level = static_cast<int>(values.integer("level"));
+                                             GradientFilter(band, map);
+                                         }),
+                         FixedReach(1)));
 }
 
 }  // namespace wib

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/workspace.h"
+#include "filters/filter_preview.h"
 #include "filters/parallel_rows.h"
 
 namespace wib {
@@ -46,6 +47,7 @@ CommandSpec FilterRow(std::string id, std::string caption, std::string menu,
                       std::vector<ParamSpec> params, FilterKernel kernel,
                       std::string repeatQuestion) {
     CommandSpec spec{std::move(id), std::move(caption), std::move(menu), "", std::move(params)};
+    spec.preview = FilterPreview{kernel, {}, true};
     spec.run = [kernel = std::move(kernel)](Workspace& workspace, const ParamValues& values) {
         ApplyFilter(workspace, values, kernel);
         return true;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "filters/filter_params.h"
+#include "filters/filter_preview.h"
 #include "filters/window_filter.h"
 #include "pixel/convolve.h"
 #include "pixel/edge.h"
@@ -60,24 +61,30 @@ void RegisterSharpenFilters(CommandRegistry& registry) {
                                      const int kernel[9] = {0, -1, 0, -1, 5, -1, 0, -1, 0};
                                      Convolve(band, kernel, 3, 1, 0);
                                  }));
-    registry.add(WindowFilterRow("filter.sharpen.unsharp", "&Unsharp mask...", kMenu,
-                                 {NumberParam("radius", "Radius (sigma)", 0.3, 200, 2),
-                                  NumberParam("amount", "Amount", 0, 10, 1),
-                                  IntegerParam("threshold", "Threshold", 0, 255, 0)},
-                                 UnsharpBand));
-    registry.add(WindowFilterRow("filter.sharpen.emboss", "&Emboss...", kMenu,
-                                 {NumberParam("angle", "Angle (degrees)", -360, 360, 135),
-                                  NumberParam("depth", "Depth", 0.1, 20, 2)},
-                                 [](const PlaneBand& band, const ParamValues& values) {
-                                     GradientMap map{GradientMap::Kind::Emboss};
-                                     map.angleDegrees = values.number("angle");
-                                     map.depth = values.number("depth");
-                                     GradientFilter(band, map);
-                                 }));
-    registry.add(WindowFilterRow("filter.convolve", "&Custom kernel...", kMenu,
-                                 {KernelParam(), DivisorParam(),
-                                  IntegerParam("offset", "Offset", -kMaxWeight, kMaxWeight, 0)},
-                                 ConvolveBand));
+    registry.add(
+        WithPreviewReach(WindowFilterRow("filter.sharpen.unsharp", "&Unsharp mask...", kMenu,
+                                         {NumberParam("radius", "Radius (sigma)", 0.3, 200, 2),
+                                          NumberParam("amount", "Amount", 0, 10, 1),
+                                          IntegerParam("threshold", "Threshold", 0, 255, 0)},
+                                         UnsharpBand),
+                         NumberReach("radius", 5, 2)));
+    registry.add(
+        WithPreviewReach(WindowFilterRow("filter.sharpen.emboss", "&Emboss...", kMenu,
+                                         {NumberParam("angle", "Angle (degrees)", -360, 360, 135),
+                                          NumberParam("depth", "Depth", 0.1, 20, 2)},
+                                         [](const PlaneBand& band, const ParamValues& values) {
+                                             GradientMap map{GradientMap::Kind::Emboss};
+                                             map.angleDegrees = values.number("angle");
+                                             map.depth = values.number("depth");
+                                             GradientFilter(band, map);
+                                         }),
+                         FixedReach(1)));
+    registry.add(WithPreviewReach(
+        WindowFilterRow("filter.convolve", "&Custom kernel...", kMenu,
+                        {KernelParam(), DivisorParam(),
+                         IntegerParam("offset", "Offset", -kMaxWeight, kMaxWeight, 0)},
+                        ConvolveBand),
+        FixedReach(2)));
 }
 
 }  // namespace wib

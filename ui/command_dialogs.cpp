@@ -13,8 +13,8 @@ bool AskForFile(QWidget* parent, const CommandSpec& command,
                 std::map<std::string, ParamValue>& values) {
     const ParamSpec& file = command.params[0];
     const QString path = QFileDialog::getOpenFileName(
-        parent, QString::fromStdString(command.caption).remove('&').remove(QStringLiteral("...")),
-        QString(), file.choices.empty() ? QString() : QString::fromStdString(file.choices[0]));
+        parent, DialogTitle(command), QString(),
+        file.choices.empty() ? QString() : QString::fromStdString(file.choices[0]));
     if (path.isEmpty()) {
         return false;
     }
@@ -32,6 +32,9 @@ bool CommandDialogs::ask(const CommandSpec& command,
                          std::map<std::string, ParamValue>& values) const {
     if (const auto own = own_.find(command.id); own != own_.end()) {
         return own->second(command, values);
+    }
+    if (command.preview.has_value() && filterPanel_) {
+        return filterPanel_(command, values);
     }
     if (command.params.size() == 1 && command.params[0].type == ParamType::FilePath) {
         return AskForFile(parent_, command, values);

@@ -46,6 +46,42 @@ void Form1::refreshArea(int left, int top, int right, int bottom) {
                .adjusted(-1, -1, 1, 1));
 }
 
+QRect Form1::shownImageArea() const {
+    const double s = scale();
+    const QRect shown = visibleRegion().boundingRect();
+    return QRectF(shown.left() / s, shown.top() / s, shown.width() / s, shown.height() / s)
+        .toAlignedRect()
+        .intersected(QRect(0, 0, document_.width, document_.height));
+}
+
+void Form1::setPreview(const QImage& preview, const QRect& area) {
+    const QRect old = previewArea_;
+    preview_ = preview;
+    previewArea_ = area;
+    refreshArea(old.left(), old.top(), old.right(), old.bottom());
+    refreshArea(area.left(), area.top(), area.right(), area.bottom());
+}
+
+void Form1::clearPreview() {
+    if (preview_.isNull()) {
+        return;
+    }
+    preview_ = QImage();
+    refreshArea(previewArea_.left(), previewArea_.top(), previewArea_.right(),
+                previewArea_.bottom());
+    previewArea_ = QRect();
+}
+
+void Form1::moveEvent(QMoveEvent* event) {
+    QWidget::moveEvent(event);
+    Q_EMIT shownAreaChanged();
+}
+
+void Form1::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    Q_EMIT shownAreaChanged();
+}
+
 void Form1::setPainter(PaintSession* session, const TabletCalibration* calibration) {
     painter_ = session;
     calibration_ = calibration;
@@ -240,6 +276,11 @@ void Form1::paintEvent(QPaintEvent* event) {
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
     painter.drawImage(target, picture_);
+    if (!preview_.isNull()) {
+        painter.drawImage(QRectF(previewArea_.left() * s, previewArea_.top() * s,
+                                 previewArea_.width() * s, previewArea_.height() * s),
+                          preview_);
+    }
 }
 
 }  // namespace wib

@@ -39,12 +39,28 @@ class Form1 : public QWidget {
     // pixels, instead of to the tools. Null: the tools always get it.
     void setCanvasEvents(CanvasEvents* events);
 
+    // The image pixels the window shows now (scrolled and zoomed).
+    QRect shownImageArea() const;
+    // Draws `preview` over the image pixels `area` until cleared; the
+    // document's planes are not touched.
+    void setPreview(const QImage& preview, const QRect& area);
+    void clearPreview();
+    // The preview drawn now; a null image when there is none.
+    const QImage& preview() const { return preview_; }
+    const QRect& previewArea() const { return previewArea_; }
+
+  Q_SIGNALS:
+    // The window shows another part of the image (scrolled, zoomed, resized).
+    void shownAreaChanged();
+
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void tabletEvent(QTabletEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
   private:
     double scale() const;
@@ -65,6 +81,8 @@ class Form1 : public QWidget {
     QImage picture_;           // the converted damaged area, kept between redraws
     CanvasEvents* events_ = nullptr;
     Subscription eventsSubscription_;
+    QImage preview_;
+    QRect previewArea_;  // in image pixels
 };
 
 }  // namespace wib

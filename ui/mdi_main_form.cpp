@@ -26,6 +26,7 @@
 #include "ui/colour_wells.h"
 #include "ui/document_dialogs.h"
 #include "ui/error_console_form.h"
+#include "ui/filter_panels.h"
 #include "ui/form1.h"
 #include "ui/menu_order.h"
 #include "ui/running_plugins.h"
@@ -86,6 +87,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     }
 
     SetDocumentDialogs(dialogs_, workspace_, paths_.dataDir / "Def_Res.txt", this);
+    SetFilterPanels(dialogs_, {workspace_, *canvas_}, this);
     commands_.setDialog(
         [this](const CommandSpec& command, auto& values) { return dialogs_.ask(command, values); });
     recent_ = LoadMruds(paths_.userDir / "Mruds.txt");

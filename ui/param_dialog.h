@@ -2,17 +2,17 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <map>
 #include <string>
-#include <vector>
 
 #include "core/commands.h"
 
 namespace wib {
 
-// The option dialog of a command that has no hand-made one: one field per
-// parameter, built from the command table, limited to each parameter's range.
+class ParamFields;
+
+// The option dialog of a command that has no hand-made one: the fields of its
+// parameters, OK and Cancel.
 class ParamDialog : public QDialog {
     Q_OBJECT
   public:
@@ -21,7 +21,10 @@ class ParamDialog : public QDialog {
     std::map<std::string, ParamValue> values() const;
 
   private:
-    std::vector<std::function<std::pair<std::string, ParamValue>()>> readers_;
+    ParamFields* fields_;
 };
+
+// A dialog's title made from a command's menu caption ("&Levels..." -> "Levels").
+QString DialogTitle(const CommandSpec& command);
 
 }  // namespace wib
