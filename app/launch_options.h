@@ -8,12 +8,12 @@
 namespace wib {
 
 // What the command line asks for:
-//   wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second] [--token T]]
+//   wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second|third] [--token T]]
 struct LaunchOptions {
     bool noGpu = false;  // "-NOGPU" in any letter case
     bool headless = false;
     std::string listen;  // automation server name; empty: wibbleton-<pid>
-    int answer = 2;      // headless question boxes: 1 first button, 2 second
+    int answer = 2;      // headless questions: 1 first button, 2 second, 3 third
     std::string token;   // automation token; empty: a random one
 };
 
@@ -23,6 +23,7 @@ std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& 
                                                 std::string& error);
 
 inline constexpr const char* kUsage =
-    "usage: wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second] [--token T]]";
+    "usage: wibbleton [-NOGPU] [--headless [--listen NAME] [--answer first|second|third] [--token "
+    "T]]";
 
 }  // namespace wib

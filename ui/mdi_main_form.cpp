@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/discard_question.h"
 #include "core/recent_files.h"
 #include "core/undo.h"
 #include "core/workspace.h"
@@ -306,6 +307,13 @@ void MDI_MainForm::shutDown() {
 }
 
 void MDI_MainForm::closeEvent(QCloseEvent* event) {
+    if (!shutDown_ && !closeWithoutQuestion_) {
+        if (!MayDiscardChanges(workspace_, commands_)) {
+            event->ignore();
+            return;
+        }
+        closedByUser.notify();
+    }
     shutDown();
     event->accept();
 }

@@ -110,5 +110,33 @@ TEST_F(MainForm, ShutDownWritesTheRecentListOnceAndRemovesTemporaryAnimations) {
     EXPECT_EQ(again.recentFiles(), (std::vector<std::string>{"/b.tga", "/a.tga"}));
 }
 
+// Exit (the menu, Ctrl+Q and the close button all close the window) asks
+// about unsaved changes; Cancel keeps the window and the work.
+TEST_F(MainForm, ClosingOverUnsavedChangesAsksAndCancelKeepsTheWindowOpen) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    form.show();
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3, 2};
+    form.windowActions().exit();
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(host.prompter.questions, std::vector<std::string>{"Save changes to \"Untitled\"?"});
+    EXPECT_TRUE(host.workspace.document.modified);
+
+    form.close();
+    EXPECT_FALSE(form.isVisible()) << "Don't Save closes";
+    EXPECT_EQ(host.prompter.questions.size(), 2u);
+}
+
+TEST_F(MainForm, AnEndBySignalClosesWithoutAsking) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    form.show();
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3};
+    form.closeWithoutQuestion();
+    form.close();
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_TRUE(host.prompter.questions.empty());
+}
+
 }  // namespace
 }  // namespace wib
