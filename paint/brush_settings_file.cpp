@@ -4,6 +4,8 @@
 #include <array>
 #include <fstream>
 
+#include "core/atomic_file.h"
+
 namespace wib {
 
 std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesystem::path& folder,
@@ -16,9 +18,8 @@ std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesyste
         }
     }
     const auto path = folder / kBrushSettingsFileName;
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), bytes.size());
-    if (!out.flush()) {
+    std::string error;
+    if (!WriteFileAtomically(path, {bytes.data(), bytes.size()}, error)) {
         return std::nullopt;
     }
     return path;
