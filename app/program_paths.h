@@ -7,7 +7,7 @@ namespace wib {
 
 // The program's folders: data from $WIBBLETON_DATA_DIR, the installed
 // share/wibbleton, or the source tree's data/ when run from a build; user
-// files in the per-user data folder; temporary files in the system's.
-ProgramPaths FindProgramPaths();
+// files in the per-user data folder; temporary files in `tempDir`.
+ProgramPaths FindProgramPaths(std::filesystem::path tempDir);
 
 }  // namespace wib

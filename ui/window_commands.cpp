@@ -22,6 +22,7 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
     add("view.zoom_actual", "&Actual pixels", "View", "Ctrl+0", &WindowActions::zoomActual);
     add("window.log", "&Log", "Window", "Ctrl+L", &WindowActions::toggleLog);
     add("file.exit", "E&xit", "File", "Ctrl+Q", &WindowActions::exit);
+    add("file.autosave", "Save recovery snapshot", "File", "", &WindowActions::autosave);
 }
 
 }  // namespace wib

@@ -16,9 +16,12 @@ struct WindowActions {
     std::function<void()> zoomActual;
     std::function<void()> toggleLog;
     std::function<void()> exit;
+    // Not the main frame's: the program's recovery snapshot, filled in by main().
+    std::function<void()> autosave;
 };
 
-// view.zoom_in, view.zoom_out, view.zoom_actual, window.log and file.exit.
+// view.zoom_in, view.zoom_out, view.zoom_actual, window.log, file.exit and
+// file.autosave (a recovery snapshot of the work, written at once).
 // `actions` must outlive the registry's use.
 void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& actions);
 
