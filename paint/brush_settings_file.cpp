@@ -9,7 +9,8 @@
 namespace wib {
 
 std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesystem::path& folder,
-                                                            const BrushSettingsRecord& record) {
+                                                            const BrushSettingsRecord& record,
+                                                            std::string& error) {
     std::array<char, kBrushSettingsBytes> bytes{};
     for (std::size_t i = 0; i < record.size(); ++i) {
         const auto value = static_cast<std::uint32_t>(record[i]);
@@ -18,7 +19,6 @@ std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesyste
         }
     }
     const auto path = folder / kBrushSettingsFileName;
-    std::string error;
     if (!WriteFileAtomically(path, {bytes.data(), bytes.size()}, error)) {
         return std::nullopt;
     }

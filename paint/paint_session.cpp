@@ -35,10 +35,12 @@ void PaintSession::optionsChanged() {
 }
 
 std::string PaintSession::writeBrushSettings() {
-    const auto path = WriteBrushSettingsFile(tempDir_, PackBrushSettings(state_.options));
+    std::string error;
+    const auto path = WriteBrushSettingsFile(tempDir_, PackBrushSettings(state_.options), error);
     if (!path) {
         workspace_.host.prompter.message("The brush settings could not be written to " +
-                                         (tempDir_ / kBrushSettingsFileName).string() + ".");
+                                         (tempDir_ / kBrushSettingsFileName).string() + ": " +
+                                         error);
         return {};
     }
     return path->string();
