@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QClipboard>
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <QImage>
 #include <QMenuBar>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +14,7 @@
 #include "core/recent_files.h"
 #include "core/undo.h"
 #include "tests/support/test_host.h"
+#include "ui/clipboard_commands.h"
 #include "ui/form1.h"
 #include "ui/mdi_main_form.h"
 
@@ -136,6 +140,24 @@ TEST_F(MainForm, AnEndBySignalClosesWithoutAsking) {
     form.close();
     EXPECT_FALSE(form.isVisible());
     EXPECT_TRUE(host.prompter.questions.empty());
+}
+
+// A pasted picture takes the document's place: unsaved changes are asked about.
+TEST_F(MainForm, PastingOverUnsavedChangesAsksFirst) {
+    RegisterClipboardCommands(commands);
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QGuiApplication::clipboard()->setImage(image);
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3, 2};
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status,
+              CommandOutcome::Status::Refused);
+    EXPECT_EQ(host.workspace.document.width, 64);
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status, CommandOutcome::Status::Done);
+    EXPECT_EQ(host.workspace.document.width, 3);
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
+    EXPECT_EQ(host.workspace.document.GBuffer.at(0, 0), 0);
+    EXPECT_EQ(host.prompter.questions.size(), 2u);
 }
 
 }  // namespace
