@@ -8,6 +8,7 @@
 #include "anim/frame_rate.h"
 #include "anim/frame_store.h"
 #include "core/commands.h"
+#include "core/discard_question.h"
 #include "core/image_edit.h"
 #include "core/workspace.h"
 
@@ -106,7 +107,19 @@ void RegisterAnimationCommands(CommandRegistry& registry, FrameStore& store) {
                           return true;
                       }});
     };
-    add("anim.free", "&Free animation", "", [](FrameStore& s) { s.FreeAnimation(); });
+    // Freeing throws the frames away, so unsaved changes are asked about first.
+    registry.add({"anim.free",
+                  "&Free animation",
+                  "Animation",
+                  "",
+                  {},
+                  [&store, &registry](Workspace& workspace, const ParamValues&) {
+                      if (store.FrameCount() > 0 && !MayDiscardChanges(workspace, registry)) {
+                          return false;
+                      }
+                      store.FreeAnimation();
+                      return true;
+                  }});
     add("anim.insert_frame", "&Insert frame", "Ctrl+Shift+I",
         [](FrameStore& s) { s.InsertFrame(ShownFrame(s)); });
     add("anim.delete_frame", "&Delete frame", "Ctrl+Shift+D",

@@ -34,13 +34,13 @@ std::string FrameStore::FrameCounterText() const {
     return text;
 }
 
-bool FrameStore::CreateAnimation(int frames, int copyImage) {
+bool FrameStore::CreateAnimation(int frames, int copyImage, bool askFirst) {
     Prompter& prompter = workspace_.host.prompter;
     if (frames < 1) {
         prompter.message(kNoFramesMessage);
         return false;
     }
-    if (frameCount_ > 0 &&
+    if (frameCount_ > 0 && askFirst &&
         prompter.choiceBox(kAnimationExistsQuestion, "Wibbleton", "OK", "Cancel") != 1) {
         return false;
     }

@@ -62,11 +62,13 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     // "3 of 10", with " playing" appended while playback runs.
     std::string FrameCounterText() const;
 
-    // Asks before replacing an animation; refuses, with a message and
-    // nothing changed, a count below 1 or a stack the memory cannot hold.
-    // Frame 0 takes the current image, and so does every other frame when
-    // copyImage > 0; otherwise they are black. Returns whether it was made.
-    bool CreateAnimation(int frames, int copyImage);
+    // Asks before replacing an animation (unless `askFirst` is false, as for
+    // a plug-in that said so); refuses, with a message and nothing changed,
+    // the held animation included, a count below 1 or a stack the memory
+    // cannot hold. Frame 0 takes the current image, and so does every other
+    // frame when copyImage > 0; otherwise they are black. Returns whether it
+    // was made.
+    bool CreateAnimation(int frames, int copyImage, bool askFirst = true);
     void FreeAnimation();
     // The current image into the frame of CurrentFrame.
     void StoreCurrentFrame();

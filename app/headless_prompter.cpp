@@ -30,6 +30,13 @@ void HeadlessPrompter::messageBox(const std::string& text, const std::string&) {
 }
 
 int HeadlessPrompter::questionBox(const std::string& text, const std::string&) {
+    const int answer = answer_ > 2 ? 2 : answer_;
+    write("Question: " + OneLine(text) + " -> " + std::to_string(answer));
+    return answer;
+}
+
+int HeadlessPrompter::threeChoiceBox(const std::string& text, const std::string&,
+                                     const std::string&, const std::string&, const std::string&) {
     write("Question: " + OneLine(text) + " -> " + std::to_string(answer_));
     return answer_;
 }

@@ -2,6 +2,7 @@
 #include "app/launch_options.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 namespace wib {
@@ -56,11 +57,13 @@ std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& 
             if (!answer) {
                 return std::nullopt;
             }
-            if (*answer != "first" && *answer != "second") {
-                error = "--answer takes first or second";
+            constexpr std::array<const char*, 3> kAnswers{"first", "second", "third"};
+            const auto chosen = std::find(kAnswers.begin(), kAnswers.end(), *answer);
+            if (chosen == kAnswers.end()) {
+                error = "--answer takes first, second or third";
                 return std::nullopt;
             }
-            options.answer = *answer == "first" ? 1 : 2;
+            options.answer = static_cast<int>(chosen - kAnswers.begin()) + 1;
         } else if (argument.rfind("-platform", 0) == 0 || argument == "-style") {
             ++i;  // Qt's own options, already taken by the application object
         } else {

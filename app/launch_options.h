@@ -9,12 +9,12 @@ namespace wib {
 
 // What the command line asks for:
 //   wibbleton [-NOGPU] [--plugin-dir DIR]
-//             [--headless [--listen NAME] [--answer first|second] [--token T]]
+//             [--headless [--listen NAME] [--answer first|second|third] [--token T]]
 struct LaunchOptions {
     bool noGpu = false;  // "-NOGPU" in any letter case
     bool headless = false;
     std::string listen;     // automation server name; empty: wibbleton-<pid>
-    int answer = 2;         // headless question boxes: 1 first button, 2 second
+    int answer = 2;         // headless questions: 1 first button, 2 second, 3 third
     std::string token;      // automation token; empty: a random one
     std::string pluginDir;  // the only folder plug-ins are listed from; empty: the usual ones
 };
@@ -26,6 +26,6 @@ std::optional<LaunchOptions> ParseLaunchOptions(const std::vector<std::string>& 
 
 inline constexpr const char* kUsage =
     "usage: wibbleton [-NOGPU] [--plugin-dir DIR]\n"
-    "                 [--headless [--listen NAME] [--answer first|second] [--token T]]";
+    "                 [--headless [--listen NAME] [--answer first|second|third] [--token T]]";
 
 }  // namespace wib

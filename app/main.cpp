@@ -2,10 +2,16 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTimer>
 #include <cstdio>
+#include <functional>
 #include <memory>
 
 #include "anim/frame_store.h"
+#include "app/autosave.h"
 #include "app/builtin_commands.h"
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
@@ -14,6 +20,7 @@
 #include "app/startup.h"
 #include "app/system_host.h"
 #include "core/commands.h"
+#include "core/recovery_folder.h"
 #include "core/workspace.h"
 #include "fileio/converter_bridge.h"
 #include "fileio/image_files.h"
@@ -46,7 +53,13 @@ int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setOrganizationName("Wibbleton");
     QApplication::setApplicationName("Wibbleton");
-    wib::QuitOnTerminationSignals();
+    // Set once the main frame exists; a signal before that just quits.
+    std::function<void()> onTerminationSignal;
+    wib::QuitOnTerminationSignals([&onTerminationSignal] {
+        if (onTerminationSignal) {
+            onTerminationSignal();
+        }
+    });
 
     wib::DialogPrompter dialogs;
     wib::HeadlessPrompter headless(options->answer);
@@ -57,7 +70,15 @@ int main(int argc, char* argv[]) {
     wib::MachineInfo machine;
     wib::ProgramLog log;
     wib::Workspace workspace(wib::HostServices{prompter, preferences, clock, view, machine, log});
-    const wib::ProgramPaths paths = wib::FindProgramPaths();
+    // Temporary files live in a folder of this run's own, removed at exit, so
+    // that two copies of the program never share one.
+    const QTemporaryDir privateTemp(QDir::tempPath() + "/wibbleton-XXXXXX");
+    if (!privateTemp.isValid()) {
+        std::fprintf(stderr, "wibbleton: cannot make a temporary folder: %s\n",
+                     privateTemp.errorString().toLocal8Bit().constData());
+        return 1;
+    }
+    const wib::ProgramPaths paths = wib::FindProgramPaths(privateTemp.path().toStdString());
     wib::PaintSession paint(workspace, paths.tempDir);
     paint.state().chalkProfile = wib::LoadEdgeprofile(paths.dataDir / "brushes" / "chalk.profile");
     paint.optionsChanged();
@@ -70,6 +91,12 @@ int main(int argc, char* argv[]) {
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
+
+    // Recovery snapshots of unsaved work, in the per-user state folder.
+    wib::RecoveryFolder recovery(
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation).toStdString() +
+        "/recovery");
+    wib::Autosave autosave({workspace, frameStore, files}, recovery);
 
     // Plug-ins are commands too; the launcher starts them and keeps the list
     // of children.
@@ -121,7 +148,20 @@ int main(int argc, char* argv[]) {
     automation.threadCount = workspace.threadCount;
     dialogs.setParent(mainForm.get());
     window = mainForm->windowActions();
+    window.autosave = [&autosave] {
+        autosave.snapshotNow();
+        autosave.waitIdle();
+    };
     mainForm->attachPlugins(plugins, launcher, canvasEvents);
+    // A signal keeps the work for the next start; only Exit after the
+    // question lets go of it.
+    onTerminationSignal = [&workspace, &mainForm, &autosave] {
+        workspace.quitPending = true;
+        mainForm->closeWithoutQuestion();
+        autosave.snapshotAndWait();
+    };
+    const wib::Subscription exited =
+        mainForm->closedByUser.subscribe([&autosave] { autosave.discard(); });
     // Headless, nobody answers a dialog: commands take their starting values.
     if (options->headless) {
         commands.setDialog(nullptr);
@@ -129,6 +169,10 @@ int main(int argc, char* argv[]) {
     const wib::Subscription recentFiles = files.fileUsed.subscribe(
         [&mainForm](const std::string& path) { mainForm->addRecentFile(path); });
     wib::AttachAnimationPanels(*mainForm, frameStore, commands);
+    autosave.offerRecovery();
+    QTimer autosaveTimer;
+    QObject::connect(&autosaveTimer, &QTimer::timeout, [&autosave] { autosave.tick(); });
+    autosaveTimer.start(1000);
 
     const int result = QApplication::exec();
     server.close();

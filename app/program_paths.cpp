@@ -2,13 +2,12 @@
 #include "app/program_paths.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QStandardPaths>
 #include <cstdlib>
 
 namespace wib {
 
-ProgramPaths FindProgramPaths() {
+ProgramPaths FindProgramPaths(std::filesystem::path tempDir) {
     ProgramPaths paths;
     paths.appDir = QCoreApplication::applicationDirPath().toStdString();
     if (const char* data = std::getenv("WIBBLETON_DATA_DIR"); data != nullptr && *data != '\0') {
@@ -22,7 +21,7 @@ ProgramPaths FindProgramPaths() {
     paths.pluginDir = std::filesystem::exists(paths.appDir / "plugins") ? paths.appDir / "plugins"
                                                                         : paths.dataDir / "plugins";
     paths.userDir = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation).toStdString();
-    paths.tempDir = QDir::tempPath().toStdString();
+    paths.tempDir = std::move(tempDir);
     return paths;
 }
 

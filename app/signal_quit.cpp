@@ -22,22 +22,28 @@ void OnSignal(int) {
 
 }  // namespace
 
-void QuitOnTerminationSignals() {
+void QuitOnTerminationSignals(std::function<void()> beforeQuit) {
+    std::signal(SIGXFSZ, SIG_IGN);
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, signalPipe) != 0) {
         return;
     }
     auto* notifier = new QSocketNotifier(signalPipe[0], QSocketNotifier::Read, qApp);
-    QObject::connect(notifier, &QSocketNotifier::activated, qApp, [] {
-        char byte = 0;
-        [[maybe_unused]] const auto got = ::read(signalPipe[0], &byte, 1);
-        QCoreApplication::quit();
-    });
+    QObject::connect(notifier, &QSocketNotifier::activated, qApp,
+                     [beforeQuit = std::move(beforeQuit)] {
+                         char byte = 0;
+                         [[maybe_unused]] const auto got = ::read(signalPipe[0], &byte, 1);
+                         if (beforeQuit) {
+                             beforeQuit();
+                         }
+                         QCoreApplication::quit();
+                     });
     struct sigaction action {};
     action.sa_handler = OnSignal;
     sigemptyset(&action.sa_mask);
     action.sa_flags = SA_RESTART;
     sigaction(SIGTERM, &action, nullptr);
     sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGHUP, &action, nullptr);
 }
 
 }  // namespace wib

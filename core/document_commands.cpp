@@ -3,6 +3,7 @@
 
 #include "core/canvas_size.h"
 #include "core/commands.h"
+#include "core/discard_question.h"
 #include "core/document_build.h"
 #include "core/document_limits.h"
 #include "core/undo.h"
@@ -40,8 +41,9 @@ void RegisterDocumentCommands(CommandRegistry& registry) {
           SizeParam(
               "height", "Height",
               [](const Workspace& w) { return PreferredSize(w, "NewHeight", kDefaultHeight); })},
-         [](Workspace& workspace, const ParamValues& values) {
-             return NewDocument(workspace, static_cast<int>(values.integer("width")),
+         [&registry](Workspace& workspace, const ParamValues& values) {
+             return MayDiscardChanges(workspace, registry) &&
+                    NewDocument(workspace, static_cast<int>(values.integer("width")),
                                 static_cast<int>(values.integer("height")));
          }});
 

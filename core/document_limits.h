@@ -11,6 +11,9 @@ namespace wib {
 // needs about 3 GiB for its planes before any undo step.
 inline constexpr int kMaxDocumentSide = 16384;
 
+// What is said of any size outside 1 x 1 to kMaxDocumentSide x kMaxDocumentSide.
+std::string DocumentSizeLimitMessage();
+
 // Nothing when width x height is a size the program can make, else the message
 // that says why not.
 std::optional<std::string> DocumentSizeProblem(int width, int height);

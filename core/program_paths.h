@@ -10,7 +10,7 @@ struct ProgramPaths {
     std::filesystem::path appDir;   // the folder of the program itself
     std::filesystem::path dataDir;  // Def_Res.txt, General.dat
     std::filesystem::path userDir;  // files the program writes: Mruds.txt
-    std::filesystem::path tempDir;  // temporary files
+    std::filesystem::path tempDir;  // temporary files: a folder of this run's own
     // The program's own plug-ins: beside the data files when installed,
     // plugins/ beside the program in a build.
     std::filesystem::path pluginDir;

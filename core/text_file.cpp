@@ -4,6 +4,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "core/atomic_file.h"
+
 namespace wib {
 
 std::optional<std::string> ReadTextFile(const std::filesystem::path& file) {
@@ -17,9 +19,8 @@ std::optional<std::string> ReadTextFile(const std::filesystem::path& file) {
 }
 
 bool WriteTextFile(const std::filesystem::path& file, const std::string& text) {
-    std::ofstream out(file, std::ios::binary | std::ios::trunc);
-    out << text;
-    return static_cast<bool>(out.flush());
+    std::string error;
+    return WriteFileAtomically(file, text, error);
 }
 
 }  // namespace wib

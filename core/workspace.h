@@ -45,6 +45,9 @@ class Workspace {
     // The canvas's pointer shape (0 the arrow); long operations show the busy
     // pointer and give this one back.
     int pointerShape = 0;
+    // A termination signal has arrived: every wait gives up, so that the
+    // program can end.
+    bool quitPending = false;
 
     WorkspaceEvents events;
 

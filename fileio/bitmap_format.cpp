@@ -38,11 +38,62 @@ void Put(std::vector<std::uint8_t>& bytes, T value) {
     }
 }
 
+// Checks the sizes, depth and compression of a parsed header and works out
+// where its palette and rows lie.
+std::optional<BitmapInfo> CheckInfo(BitmapInfo info, BitmapProblem& problem) {
+    const std::int64_t rows = info.height < 0 ? -std::int64_t{info.height} : info.height;
+    if (info.width < 1 || rows < 1) {
+        return std::nullopt;
+    }
+    if (info.width > kMaxDocumentSide || rows > kMaxDocumentSide) {
+        problem = BitmapProblem::TooLarge;
+        return std::nullopt;
+    }
+    if (info.bitCount != 8 && info.bitCount != 24 && info.bitCount != 32) {
+        problem = BitmapProblem::Depth;
+        return std::nullopt;
+    }
+    if (info.compression != 0) {
+        problem = BitmapProblem::Compressed;
+        return std::nullopt;
+    }
+    info.paletteOffset = info.infoOffset + info.sizeInfoHeader;
+    if (info.bitCount == 8) {
+        info.paletteEntries = info.clrUsed == 0 ? 256 : std::min<std::size_t>(info.clrUsed, 256);
+    }
+    info.rowBytes =
+        (static_cast<std::size_t>(info.width) * info.bitCount / 8 + 3) & ~std::size_t{3};
+    return info;
+}
+
+// The older 12-byte header: 16-bit width and height, no compression, a
+// palette of three-byte entries, rows bottom first.
+std::optional<BitmapInfo> ParseCoreInfo(std::span<const std::uint8_t> bytes, std::size_t infoOffset,
+                                        BitmapProblem& problem) {
+    BitmapInfo info;
+    info.infoOffset = infoOffset;
+    info.sizeInfoHeader = kBitmapCoreHeaderSize;
+    info.width = Word(bytes, infoOffset + 4);
+    info.height = Word(bytes, infoOffset + 6);
+    info.planes = Word(bytes, infoOffset + 8);
+    info.bitCount = Word(bytes, infoOffset + 10);
+    if (info.bitCount == 32) {
+        problem = BitmapProblem::Depth;
+        return std::nullopt;
+    }
+    info.paletteEntryBytes = 3;
+    return CheckInfo(info, problem);
+}
+
 // Reads the info header at `infoOffset` and checks it; the caller fills in
 // the file header fields.
 std::optional<BitmapInfo> ParseInfo(std::span<const std::uint8_t> bytes, std::size_t infoOffset,
                                     BitmapProblem& problem) {
     problem = BitmapProblem::NotBitmap;
+    if (bytes.size() >= infoOffset + kBitmapCoreHeaderSize &&
+        Dword(bytes, infoOffset) == kBitmapCoreHeaderSize) {
+        return ParseCoreInfo(bytes, infoOffset, problem);
+    }
     if (bytes.size() < infoOffset + kBitmapInfoHeaderSize) {
         return std::nullopt;
     }
@@ -60,26 +111,10 @@ std::optional<BitmapInfo> ParseInfo(std::span<const std::uint8_t> bytes, std::si
     info.clrUsed = Dword(bytes, infoOffset + 32);
     info.clrImportant = Dword(bytes, infoOffset + 36);
 
-    const std::int64_t rows = info.height < 0 ? -std::int64_t{info.height} : info.height;
-    if (info.sizeInfoHeader < kBitmapInfoHeaderSize || info.sizeInfoHeader > kMaxInfoHeaderSize ||
-        info.width < 1 || info.width > kMaxDocumentSide || rows < 1 || rows > kMaxDocumentSide) {
+    if (info.sizeInfoHeader < kBitmapInfoHeaderSize || info.sizeInfoHeader > kMaxInfoHeaderSize) {
         return std::nullopt;
     }
-    if (info.bitCount != 8 && info.bitCount != 24 && info.bitCount != 32) {
-        problem = BitmapProblem::Depth;
-        return std::nullopt;
-    }
-    if (info.compression != 0) {
-        problem = BitmapProblem::Compressed;
-        return std::nullopt;
-    }
-    info.paletteOffset = infoOffset + info.sizeInfoHeader;
-    if (info.bitCount == 8) {
-        info.paletteEntries = info.clrUsed == 0 ? 256 : std::min<std::size_t>(info.clrUsed, 256);
-    }
-    info.rowBytes =
-        (static_cast<std::size_t>(info.width) * info.bitCount / 8 + 3) & ~std::size_t{3};
-    return info;
+    return CheckInfo(std::move(info), problem);
 }
 
 void DecodeRow(const BitmapInfo& info, const std::uint8_t* row,
@@ -112,6 +147,12 @@ std::optional<BitmapInfo> ParseBitmapFile(std::span<const std::uint8_t> bytes,
         info->fileType = kBitmapSignature;
         info->fileSize = Dword(bytes, 2);
         info->bitOffset = Dword(bytes, 10);
+        // The older header has no colour count: the palette runs up to the bits.
+        if (info->paletteEntryBytes == 3 && info->paletteEntries > 0 &&
+            info->bitOffset > info->paletteOffset) {
+            info->paletteEntries =
+                std::min<std::size_t>(256, (info->bitOffset - info->paletteOffset) / 3);
+        }
     }
     return info;
 }
@@ -120,8 +161,8 @@ std::optional<BitmapInfo> ParsePackedBitmap(std::span<const std::uint8_t> bytes,
                                             BitmapProblem& problem) {
     auto info = ParseInfo(bytes, 0, problem);
     if (info) {
-        info->bitOffset =
-            static_cast<std::uint32_t>(info->paletteOffset + 4 * info->paletteEntries);
+        info->bitOffset = static_cast<std::uint32_t>(
+            info->paletteOffset + info->paletteEntryBytes * info->paletteEntries);
     }
     return info;
 }
@@ -130,7 +171,7 @@ bool DecodeBitmap(const BitmapInfo& info, std::span<const std::uint8_t> bytes,
                   const ImagePlanes& out) {
     std::array<std::uint8_t, kPaletteBytes> palette{};
     for (std::size_t i = 0; i < info.paletteEntries; ++i) {
-        const std::size_t at = info.paletteOffset + 4 * i;
+        const std::size_t at = info.paletteOffset + info.paletteEntryBytes * i;
         if (at + 3 > bytes.size()) {
             break;
         }
@@ -161,7 +202,8 @@ std::optional<BitmapFile> ReadBitmapFile(const std::string& path) {
     }
     const BitmapInfo& info = *file.info;
     const std::uint64_t used =
-        std::max<std::uint64_t>(info.bitOffset, info.paletteOffset + 4 * info.paletteEntries) +
+        std::max<std::uint64_t>(info.bitOffset,
+                                info.paletteOffset + info.paletteEntryBytes * info.paletteEntries) +
         std::uint64_t{info.rowBytes} * static_cast<std::uint64_t>(info.rows());
     const auto rest = source.next(static_cast<std::size_t>(used - file.bytes.size()));
     file.bytes.insert(file.bytes.end(), rest.begin(), rest.end());

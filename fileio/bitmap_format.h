@@ -16,6 +16,8 @@ namespace wib {
 
 inline constexpr std::size_t kBitmapFileHeaderSize = 14;
 inline constexpr std::size_t kBitmapInfoHeaderSize = 40;
+// The older header of OS/2 bitmaps: 16-bit sizes, three-byte palette entries.
+inline constexpr std::size_t kBitmapCoreHeaderSize = 12;
 
 // The headers of a Windows bitmap and where its parts lie. Offsets count from
 // the start of the bytes that were parsed: a whole file, or a packed bitmap
@@ -39,7 +41,8 @@ struct BitmapInfo {
     std::size_t infoOffset = 0;     // where the info header starts
     std::size_t paletteOffset = 0;  // where the palette starts
     std::size_t paletteEntries = 0;
-    std::size_t rowBytes = 0;  // one stored row, padded to 4 bytes
+    std::size_t paletteEntryBytes = 4;  // 3 under the older 12-byte header
+    std::size_t rowBytes = 0;           // one stored row, padded to 4 bytes
 
     int rows() const { return height < 0 ? -height : height; }
 };
@@ -48,6 +51,7 @@ enum class BitmapProblem {
     NotBitmap,   // no signature, an unknown header or an impossible size
     Depth,       // not 8, 24 or 32 bits a pixel
     Compressed,  // a compression other than none
+    TooLarge,    // wider or taller than the largest image the program makes
 };
 
 // Parses the headers; on failure `problem` says why. Sizes are checked

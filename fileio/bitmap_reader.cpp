@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/bitmap_reader.h"
 
+#include "core/document_limits.h"
 #include "core/workspace.h"
 #include "fileio/bitmap_format.h"
 #include "fileio/file_messages.h"
@@ -9,12 +10,14 @@ namespace wib {
 
 namespace {
 
-const char* ProblemMessage(BitmapProblem problem) {
+std::string ProblemMessage(BitmapProblem problem) {
     switch (problem) {
         case BitmapProblem::Depth:
             return kBitmapDepthUnsupported;
         case BitmapProblem::Compressed:
             return kBitmapCompressed;
+        case BitmapProblem::TooLarge:
+            return DocumentSizeLimitMessage();
         case BitmapProblem::NotBitmap:
             break;
     }
@@ -36,7 +39,7 @@ bool WriteBitmap(Workspace& workspace, const std::string& path, const SourcePlan
     const bool written =
         sink.isOpen() && EncodeBitmap(planes, width, height, bitCount, sink) && sink.close();
     if (!written) {
-        workspace.host.prompter.message(CannotWriteMessage(path));
+        workspace.host.prompter.message(CannotWriteMessage(path, sink.error()));
     }
     return written;
 }

@@ -2,10 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <fstream>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "core/atomic_file.h"
 
 namespace wib {
 
@@ -26,23 +27,23 @@ class MemorySink : public ByteSink {
     std::vector<std::uint8_t> bytes;
 };
 
+// A file written whole or not at all: nothing replaces the file at `path`
+// until `close` succeeds.
 class FileSink : public ByteSink {
   public:
-    explicit FileSink(const std::string& path) : file_(path, std::ios::binary | std::ios::trunc) {}
-    bool isOpen() const { return file_.is_open(); }
+    explicit FileSink(const std::string& path) : file_(path) {}
+    bool isOpen() const { return file_.ok(); }
     bool write(std::span<const std::uint8_t> bytes) override {
-        file_.write(reinterpret_cast<const char*>(bytes.data()),
-                    static_cast<std::streamsize>(bytes.size()));
-        return file_.good();
+        return file_.write(bytes.data(), bytes.size());
     }
-    // Flushes and closes; false when the file could not be written whole.
-    bool close() {
-        file_.close();
-        return !file_.fail();
-    }
+    // Flushes and puts the file in place; false when it could not be written
+    // whole, the old file then being as it was.
+    bool close() { return file_.commit(); }
+    // The system's reason for the failure.
+    const std::string& error() const { return file_.error(); }
 
   private:
-    std::ofstream file_;
+    AtomicFile file_;
 };
 
 }  // namespace wib

@@ -82,7 +82,7 @@ const std::uint8_t* cDIB::PointerToBitmapInfo() const {
 }
 
 int cDIB::SizeBitmapInfo() const {
-    return static_cast<int>(info_.sizeInfoHeader + 4 * info_.paletteEntries);
+    return static_cast<int>(info_.sizeInfoHeader + info_.paletteEntryBytes * info_.paletteEntries);
 }
 
 }  // namespace wib

@@ -10,6 +10,9 @@ bool WaitForConversion(Workspace& workspace, const std::function<bool()>& finish
     Clock& clock = workspace.host.clock;
     auto start = clock.now();
     while (!finished()) {
+        if (workspace.quitPending) {
+            return false;
+        }
         const auto elapsed = clock.now() - start;
         if (elapsed >= kConversionTimeOut) {
             if (workspace.host.prompter.choiceBox(kConvertTimedOut, "Wibbleton", "Retry",

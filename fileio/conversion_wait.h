@@ -17,7 +17,8 @@ inline constexpr std::chrono::milliseconds kSettleTime{330};
 // interface run in between, with the progress bar at elapsed seconds x 100 /
 // 4.5. After 4.5 s it asks "Timed out waiting for conversion service" with
 // Retry, which waits 4.5 s more (as often as asked), and Cancel, which gives
-// up and returns false.
+// up and returns false. A termination signal (the workspace's quitPending)
+// gives up too, at the next look.
 bool WaitForConversion(Workspace& workspace, const std::function<bool()>& finished);
 
 // Waits, looking every 20 ms, until 0.33 s have passed since `since`, so that

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/converter_bridge.h"
 
+#include "core/atomic_file.h"
 #include "core/host/process_runner.h"
 #include "core/workspace.h"
 #include "fileio/byte_source.h"
@@ -85,8 +86,10 @@ bool ConverterBridge::ConvertFromTarga(Workspace& workspace, const std::string& 
                                        const std::string& target, const std::string& formatWord,
                                        int quality) {
     Prompter& prompter = workspace.host.prompter;
+    // The converter writes beside the target; only a whole file replaces it.
+    const std::string output = TempPathBeside(target).string();
     const std::string commandLine =
-        FromTargaCommandLine(ConvertProgram(workspace.host.preferences), targa, target, quality);
+        FromTargaCommandLine(ConvertProgram(workspace.host.preferences), targa, output, quality);
 
     prompter.statusOpen(kStatusCaption);
     prompter.status("Saving " + target);
@@ -98,11 +101,25 @@ bool ConverterBridge::ConvertFromTarga(Workspace& workspace, const std::string& 
     const bool ended =
         WaitForConversion(workspace, [&] { return id.has_value() && !processes_.running(*id); });
     prompter.statusClose();
+    std::error_code ignored;
     if (!ended) {
+        std::filesystem::remove(output, ignored);
         return false;
     }
-    if (!Exists(target)) {
-        prompter.message("The converter did not write " + target);
+    const std::optional<ProcessEnd> end = processes_.ended(*id);
+    const auto size = std::filesystem::file_size(output, ignored);
+    if (!end || end->exitCode != 0 || ignored || size == 0) {
+        std::filesystem::remove(output, ignored);
+        std::string message = "The converter did not write " + target;
+        if (end && !end->lastErrorLine.empty()) {
+            message += "\n" + end->lastErrorLine;
+        }
+        prompter.message(message);
+        return false;
+    }
+    std::string error;
+    if (!MoveIntoPlace(output, target, error)) {
+        prompter.message(CannotWriteMessage(target, error));
         return false;
     }
     return true;

@@ -2,6 +2,7 @@
 #include "fileio/file_commands.h"
 
 #include "core/commands.h"
+#include "core/discard_question.h"
 #include "core/workspace.h"
 #include "fileio/file_filters.h"
 #include "fileio/image_files.h"
@@ -35,9 +36,9 @@ void RegisterFileCommands(CommandRegistry& registry, ImageFiles& files) {
                   "File",
                   "Ctrl+O",
                   {TextParam("path", "File", ""), TextParam("type", "Type", kOpenTypeAuto)},
-                  [&files](Workspace& workspace, const ParamValues& values) {
+                  [&files, &registry](Workspace& workspace, const ParamValues& values) {
                       const std::string& path = values.text("path");
-                      return HasPath(workspace, path) &&
+                      return HasPath(workspace, path) && MayDiscardChanges(workspace, registry) &&
                              files.open(workspace, path, values.text("type"));
                   }});
     registry.add({"file.save_current",

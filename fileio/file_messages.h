@@ -47,5 +47,9 @@ inline std::string CannotOpenMessage(const std::string& path) {
 inline std::string CannotWriteMessage(const std::string& path) {
     return "The file cannot be written: " + path;
 }
+// With the system's reason on a line of its own: "No space left on device".
+inline std::string CannotWriteMessage(const std::string& path, const std::string& reason) {
+    return reason.empty() ? CannotWriteMessage(path) : CannotWriteMessage(path) + "\n" + reason;
+}
 
 }  // namespace wib

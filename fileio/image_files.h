@@ -46,6 +46,15 @@ class ImageFiles {
     // name's extension names.
     void rename(Workspace& workspace, const std::string& name);
 
+    // How the document's file was last written, as a recovery snapshot keeps
+    // it; `file` is the file those settings belong to.
+    const SaveSettings& saveSettings() const { return settings_; }
+    const std::string& settingsFile() const { return settingsFile_; }
+    void restoreSettings(const std::string& file, const SaveSettings& settings) {
+        settingsFile_ = file;
+        settings_ = settings;
+    }
+
     // Told every file opened or saved (the recent-files list).
     ObserverList<const std::string&> fileUsed;
 

@@ -127,7 +127,7 @@ bool SaveTarga(Workspace& workspace, const std::string& path, int formatCode, Ta
                                      doc.width, doc.height, formatCode, order, sink) &&
                          sink.close();
     if (!written) {
-        workspace.host.prompter.message(CannotWriteMessage(path));
+        workspace.host.prompter.message(CannotWriteMessage(path, sink.error()));
     }
     return written;
 }

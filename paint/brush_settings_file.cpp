@@ -4,10 +4,13 @@
 #include <array>
 #include <fstream>
 
+#include "core/atomic_file.h"
+
 namespace wib {
 
 std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesystem::path& folder,
-                                                            const BrushSettingsRecord& record) {
+                                                            const BrushSettingsRecord& record,
+                                                            std::string& error) {
     std::array<char, kBrushSettingsBytes> bytes{};
     for (std::size_t i = 0; i < record.size(); ++i) {
         const auto value = static_cast<std::uint32_t>(record[i]);
@@ -16,9 +19,7 @@ std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesyste
         }
     }
     const auto path = folder / kBrushSettingsFileName;
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), bytes.size());
-    if (!out.flush()) {
+    if (!WriteFileAtomically(path, {bytes.data(), bytes.size()}, error)) {
         return std::nullopt;
     }
     return path;

@@ -12,9 +12,11 @@ namespace wib {
 inline constexpr const char* kBrushSettingsFileName = "WT_BrushSettings.dat";
 
 // Writes the record (exactly 176 bytes) to `folder`/WT_BrushSettings.dat and
-// returns that path; nothing when it cannot be written.
+// returns that path, written whole or not at all; nothing when it cannot be
+// written, `error` then holding the system's reason.
 std::optional<std::filesystem::path> WriteBrushSettingsFile(const std::filesystem::path& folder,
-                                                            const BrushSettingsRecord& record);
+                                                            const BrushSettingsRecord& record,
+                                                            std::string& error);
 
 // Reads the first 176 bytes of a settings file. Nothing for a missing or
 // shorter file; `error` then holds the message to show.

@@ -35,10 +35,12 @@ void PaintSession::optionsChanged() {
 }
 
 std::string PaintSession::writeBrushSettings() {
-    const auto path = WriteBrushSettingsFile(tempDir_, PackBrushSettings(state_.options));
+    std::string error;
+    const auto path = WriteBrushSettingsFile(tempDir_, PackBrushSettings(state_.options), error);
     if (!path) {
         workspace_.host.prompter.message("The brush settings could not be written to " +
-                                         (tempDir_ / kBrushSettingsFileName).string() + ".");
+                                         (tempDir_ / kBrushSettingsFileName).string() + ": " +
+                                         error);
         return {};
     }
     return path->string();
@@ -155,6 +157,9 @@ void PaintSession::penPress(int button, float x, float y, double pressure, bool 
     stroke_.emplace(workspace_, kCanvasStroke);
     DispatchStroke(workspace_, state_, 0, 0, x, y);
     DispatchStroke(workspace_, state_, static_cast<std::int16_t>(button), 0, x, y);
+    // The first dab has changed the image: the title shows it now, not at
+    // the release.
+    SetModified(workspace_, true);
 }
 
 void PaintSession::penDrag(int button, float x, float y, double pressure, bool tablet) {

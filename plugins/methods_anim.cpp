@@ -81,10 +81,8 @@ std::vector<MethodSpec> AnimationMethods() {
          [](CallContext& c, CallArgs& args) {
              FrameStore& store = Frames(c);
              const int flags = Arg(args, 1);
-             if ((flags & 2) != 0) {
-                 store.FreeAnimation();
-             }
-             store.CreateAnimation(Arg(args, 0), (flags & 1) != 0 ? 255 : 0);
+             // The held animation goes only once the new one is sure to fit.
+             store.CreateAnimation(Arg(args, 0), (flags & 1) != 0 ? 255 : 0, (flags & 2) == 0);
              return Reply::Nil();
          }},
         Action("Wib_FreeAnim", "Lets go of the animation; the image stays.",

@@ -8,6 +8,7 @@
 #include <QMimeData>
 
 #include "core/commands.h"
+#include "core/discard_question.h"
 #include "core/workspace.h"
 #include "fileio/bitmap_format.h"
 #include "fileio/cdib.h"
@@ -45,7 +46,7 @@ void RegisterClipboardCommands(CommandRegistry& registry) {
                   "Edit",
                   "Ctrl+V",
                   {},
-                  [](Workspace& workspace, const ParamValues&) {
+                  [&registry](Workspace& workspace, const ParamValues&) {
                       const QByteArray packed = PackedBitmapFromClipboard();
                       cDIB dib;
                       if (!dib.CreateFromPackedDIBPointer(
@@ -55,7 +56,8 @@ void RegisterClipboardCommands(CommandRegistry& registry) {
                               "The clipboard holds no picture that can be pasted.");
                           return false;
                       }
-                      return dib.WriteToBuffs(workspace);
+                      // The picture takes the document's place, as opening a file does.
+                      return MayDiscardChanges(workspace, registry) && dib.WriteToBuffs(workspace);
                   }});
 }
 

@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/discard_question.h"
 #include "core/recent_files.h"
 #include "core/undo.h"
 #include "core/workspace.h"
@@ -370,6 +371,13 @@ void MDI_MainForm::shutDown() {
 }
 
 void MDI_MainForm::closeEvent(QCloseEvent* event) {
+    if (!shutDown_ && !closeWithoutQuestion_) {
+        if (!MayDiscardChanges(workspace_, commands_)) {
+            event->ignore();
+            return;
+        }
+        closedByUser.notify();
+    }
     shutDown();
     event->accept();
 }

@@ -92,6 +92,14 @@ class MDI_MainForm : public QMainWindow, public View {
     const std::vector<std::string>& recentFiles() const { return recent_; }
     void addRecentFile(const std::string& path);
 
+    // Closing the window (Exit, Ctrl+Q, the close button) asks about unsaved
+    // changes first. A termination signal closes it without asking: the
+    // recovery snapshot keeps the work then.
+    void closeWithoutQuestion() { closeWithoutQuestion_ = true; }
+    // Told when the user closed the window after the question (not by a signal):
+    // the work is saved or given up.
+    ObserverList<> closedByUser;
+
     // The shut-down operations, run once, also when the program ends by signal.
     void shutDown();
     void KillTempAnims();
@@ -131,6 +139,7 @@ class MDI_MainForm : public QMainWindow, public View {
     Subscription commandsSubscription_;
     bool menusPending_ = false;
     bool shutDown_ = false;
+    bool closeWithoutQuestion_ = false;
     Subscription paintSubscription_;
     Subscription titleSubscriptions_[2];
     PluginCommands* plugins_ = nullptr;

@@ -26,6 +26,7 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
         &WindowActions::openPluginFolder);
     add("plugins.running", "Running &plug-ins...", "Plug-ins", "",
         &WindowActions::showRunningPlugins);
+    add("file.autosave", "Save recovery snapshot", "File", "", &WindowActions::autosave);
 }
 
 }  // namespace wib

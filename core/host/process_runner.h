@@ -6,6 +6,12 @@
 
 namespace wib {
 
+// How a process ended.
+struct ProcessEnd {
+    int exitCode = 0;           // -1 when it did not exit by itself (a crash, a kill)
+    std::string lastErrorLine;  // the last line it wrote to standard error
+};
+
 // Starts other programs (the image converter) on behalf of the Qt-free
 // libraries. The program uses Qt's processes; tests start real ones or fake them.
 class ProcessRunner {
@@ -17,6 +23,9 @@ class ProcessRunner {
     virtual std::optional<int> start(const std::string& commandLine) = 0;
     // Whether the process `start` gave `id` is still running.
     virtual bool running(int id) = 0;
+    // How the process ended, once `running` has said it no longer runs;
+    // nothing for an id never started or still running.
+    virtual std::optional<ProcessEnd> ended(int id) = 0;
 };
 
 }  // namespace wib

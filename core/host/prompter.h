@@ -23,6 +23,11 @@ class Prompter {
                           const std::string&) {
         return questionBox(text, title);
     }
+    // A three-button box with the buttons' own captions ("Save", "Don't Save",
+    // "Cancel"); 1, 2 or 3 for the button chosen.
+    virtual int threeChoiceBox(const std::string& text, const std::string& title,
+                               const std::string& first, const std::string& second,
+                               const std::string& third) = 0;
     // A message box with the warning sign; a plain message box where there is none.
     virtual void warningBox(const std::string& text, const std::string& title) {
         messageBox(text, title);

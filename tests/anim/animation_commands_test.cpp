@@ -93,5 +93,17 @@ TEST_F(AnimationCommands, InsertAndDeleteActOnTheFrameShown) {
     EXPECT_EQ(display.shown, 1);
 }
 
+TEST_F(AnimationCommands, FreeingOverUnsavedChangesAsksAndCancelKeepsTheFrames) {
+    makeNumberedFrames(3);
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3, 2};
+    EXPECT_EQ(run("anim.free"), CommandOutcome::Status::Refused);
+    EXPECT_EQ(store.FrameCount(), 3);
+    EXPECT_EQ(run("anim.free"), CommandOutcome::Status::Done);
+    EXPECT_EQ(store.FrameCount(), 0);
+    EXPECT_EQ(host.prompter.buttons,
+              (std::vector<std::string>{"Save/Don't Save/Cancel", "Save/Don't Save/Cancel"}));
+}
+
 }  // namespace
 }  // namespace wib::testing

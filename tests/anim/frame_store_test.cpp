@@ -66,6 +66,21 @@ TEST_F(FrameStoreTest, AnAnimationTooBigForMemoryIsRefusedAndChangesNothing) {
     }
 }
 
+// A plug-in's "replace without asking" is no licence to lose the frames when
+// the new stack is refused.
+TEST_F(FrameStoreTest, ARefusedReplacementWithoutAskingKeepsTheHeldFrames) {
+    makeNumberedFrames(5);
+    host.system.memory = 1000;
+    EXPECT_FALSE(store.CreateAnimation(3000, 0, false));
+    EXPECT_TRUE(host.prompter.questions.empty());
+    EXPECT_EQ(store.FrameCount(), 5);
+    EXPECT_TRUE(frameIs(4, 50));
+    host.system.memory = std::uint64_t{1} << 30;
+    EXPECT_TRUE(store.CreateAnimation(2, 0, false));
+    EXPECT_TRUE(host.prompter.questions.empty());
+    EXPECT_EQ(store.FrameCount(), 2);
+}
+
 TEST_F(FrameStoreTest, WithoutAnAnimationOperationsDoNothingAndNoFramesIsRefused) {
     EXPECT_FALSE(store.CreateAnimation(0, 255));
     EXPECT_FALSE(store.CreateAnimation(-4, 255));

@@ -34,6 +34,7 @@ TEST(LaunchOptions, ReadsEverySwitch) {
     EXPECT_EQ(Parse({"--plugin-dir", "/my/plugins"})->pluginDir, "/my/plugins")
         << "the window takes it too";
     EXPECT_FALSE(Parse({"--plugin-dir"}));
+    EXPECT_EQ(Parse({"--headless", "--answer", "third"})->answer, 3);
 }
 
 TEST(LaunchOptions, RefusesWhatMakesNoSense) {
@@ -51,6 +52,22 @@ TEST(ScreenCheck, OnlyAScreenOtherThan96DpiIsAConflict) {
               "This may result in window formatting errors.");
     EXPECT_EQ(ScreenConflictText(144.4).value_or("").substr(0, 29),
               "Your screen DPI is set to 144");
+}
+
+TEST(HeadlessPrompter, ThirdAnswersTheSaveQuestionCancelAndATwoButtonQuestionNo) {
+    std::FILE* out = std::tmpfile();
+    HeadlessPrompter prompter(3, out);
+    EXPECT_EQ(prompter.threeChoiceBox("Save changes to \"a.tga\"?", "Wibbleton", "Save",
+                                      "Don't Save", "Cancel"),
+              3);
+    EXPECT_EQ(prompter.question("Apply to all frames?"), 2);
+    std::rewind(out);
+    char buffer[256] = {};
+    const std::size_t read = std::fread(buffer, 1, sizeof buffer - 1, out);
+    std::fclose(out);
+    EXPECT_EQ(std::string(buffer, read),
+              "Question: Save changes to \"a.tga\"? -> 3\n"
+              "Question: Apply to all frames? -> 2\n");
 }
 
 TEST(HeadlessPrompter, WritesOneLinePerBoxAndAnswersAsTold) {

@@ -48,6 +48,32 @@ std::vector<std::uint8_t> BitmapFile(int width, int height, int bitCount,
     return bytes;
 }
 
+// A bitmap file with the older 12-byte header: 16-bit sizes, a palette of
+// (blue, green, red) triples.
+std::vector<std::uint8_t> CoreBitmapFile(int width, int height, int bitCount,
+                                         const std::vector<std::uint8_t>& rows,
+                                         const std::vector<std::uint8_t>& palette = {}) {
+    std::vector<std::uint8_t> bytes;
+    auto put = [&bytes](std::uint32_t value, int size) {
+        for (int i = 0; i < size; ++i) {
+            bytes.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        }
+    };
+    const auto offset = static_cast<std::uint32_t>(26 + palette.size());
+    put(0x4D42, 2);
+    put(offset + static_cast<std::uint32_t>(rows.size()), 4);
+    put(0, 4);
+    put(offset, 4);
+    put(12, 4);
+    put(static_cast<std::uint32_t>(width), 2);
+    put(static_cast<std::uint32_t>(height), 2);
+    put(1, 2);
+    put(static_cast<std::uint32_t>(bitCount), 2);
+    bytes.insert(bytes.end(), palette.begin(), palette.end());
+    bytes.insert(bytes.end(), rows.begin(), rows.end());
+    return bytes;
+}
+
 class Bitmap : public ::testing::Test {
   protected:
     void SetUp() override { host.newDocument(3, 2); }
@@ -100,10 +126,28 @@ TEST_F(Bitmap, EightBitPixelsAreLookedUpInTheFilesPalette) {
     EXPECT_EQ(RgbaAt(doc, 2, 0), (Rgba{0, 0, 0, 255}));
 }
 
+TEST_F(Bitmap, TheOlderTwelveByteHeaderReadsAtEightAndTwentyFourBits) {
+    // 2 x 2, bottom row first: bottom (1,2,3) (4,5,6), top (7,8,9) (10,11,12) as BGR.
+    ASSERT_TRUE(
+        load(CoreBitmapFile(2, 2, 24, {3, 2, 1, 6, 5, 4, 0, 0, 9, 8, 7, 12, 11, 10, 0, 0})));
+    EXPECT_EQ(doc.width, 2);
+    EXPECT_EQ(RgbaAt(doc, 0, 1), (Rgba{1, 2, 3, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 1), (Rgba{4, 5, 6, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{10, 11, 12, 255}));
+
+    // Three palette entries of three bytes each; index 3 lies past them.
+    const std::vector<std::uint8_t> palette{10, 20, 30, 40, 50, 60, 70, 80, 90};
+    ASSERT_TRUE(load(CoreBitmapFile(4, 1, 8, {2, 0, 1, 3}, palette)));
+    EXPECT_EQ(RgbaAt(doc, 0, 0), (Rgba{90, 80, 70, 255}));
+    EXPECT_EQ(RgbaAt(doc, 1, 0), (Rgba{30, 20, 10, 255}));
+    EXPECT_EQ(RgbaAt(doc, 2, 0), (Rgba{60, 50, 40, 255}));
+    EXPECT_EQ(RgbaAt(doc, 3, 0), (Rgba{0, 0, 0, 255}));
+}
+
 TEST_F(Bitmap, EachRefusalHasItsMessageAndChangesNothing) {
     struct Case {
         std::vector<std::uint8_t> bytes;
-        const char* message;
+        std::string message;
     };
     auto notBitmap = BitmapFile(1, 1, 24, {1, 2, 3, 0});
     notBitmap[0] = 'X';
@@ -112,7 +156,8 @@ TEST_F(Bitmap, EachRefusalHasItsMessageAndChangesNothing) {
         {BitmapFile(1, 1, 4, {0, 0, 0, 0}), kBitmapDepthUnsupported},
         {BitmapFile(1, 1, 16, {0, 0, 0, 0}), kBitmapDepthUnsupported},
         {BitmapFile(1, 1, 24, {0, 0, 0, 0}, {}, 1), kBitmapCompressed},
-        {BitmapFile(40000, 1, 24, {}), kBitmapNotBmp},
+        {BitmapFile(40000, 1, 24, {}),
+         "The image size must be from 1 x 1 to 16384 x 16384 pixels."},
         {BitmapFile(1, 0, 24, {}), kBitmapNotBmp},
         {{'B', 'M', 0}, kBitmapNotBmp},
     };

@@ -47,6 +47,7 @@ class SilentProcesses : public ProcessRunner {
         return startable ? std::optional<int>(static_cast<int>(commands.size())) : std::nullopt;
     }
     bool running(int) override { return false; }
+    std::optional<ProcessEnd> ended(int) override { return ProcessEnd{}; }
     std::vector<std::string> commands;
     bool startable = true;
 };
@@ -111,6 +112,14 @@ TEST_F(ConverterWait, AfterFourAndAHalfSecondsRetryWaitsAgainAndCancelGivesUp) {
     EXPECT_EQ(host.log.lines.size(), 1u);
 }
 
+TEST_F(ConverterWait, ATerminationSignalEndsTheWaitEvenWhenTheUserKeepsRetrying) {
+    host.prompter.defaultAnswer = 1;
+    clock.at = 20s;
+    clock.action = [this] { workspace.quitPending = true; };
+    EXPECT_FALSE(WaitForConversion(workspace, [] { return false; }));
+    EXPECT_EQ(host.prompter.questions.size(), 4u) << "asked every 4.5 s until the signal";
+}
+
 TEST_F(ConverterWait, OpeningThroughAConverterThatNeverAnswersChangesNothing) {
     ImageFiles files(bridge);
     const std::string source = folder.file("photo.png");
@@ -130,6 +139,69 @@ struct SteadyClock : Clock {
         return std::chrono::steady_clock::now().time_since_epoch();
     }
 };
+
+// A converter of our own making in the converter folder: it fails as told.
+class FailingConverter : public ::testing::Test {
+  protected:
+    FailingConverter()
+        : workspace(HostServices{host.prompter, host.preferences, clock, host.view, host.system,
+                                 host.log}) {}
+    void SetUp() override {
+        NewDocument(workspace, 4, 3);
+        std::filesystem::create_directories(folder.path() / "bin");
+        std::filesystem::create_directories(folder.path() / "out");
+        host.preferences.setValue("Settings", "ConverterFolder", folder.file("bin"));
+        target = folder.file("out/picture.png");
+        testing::WriteFile(target, {'o', 'l', 'd'});
+    }
+    void converterScript(const std::string& body) {
+        const std::string script = folder.file("bin/convert");
+        std::ofstream(script) << "#!/bin/sh\n" << body << "\n";
+        std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    }
+    bool save() { return files.save(workspace, target, {"Png", 2, 90}); }
+    std::size_t filesInOut() const {
+        return static_cast<std::size_t>(
+            std::distance(std::filesystem::directory_iterator(folder.path() / "out"),
+                          std::filesystem::directory_iterator()));
+    }
+
+    testing::TestHost host;
+    SteadyClock clock;
+    Workspace workspace;
+    testing::SpawnProcessRunner processes;
+    testing::TempFolder folder;
+    ConverterBridge bridge{processes, folder.path()};
+    ImageFiles files{bridge};
+    std::string target;
+};
+
+TEST_F(FailingConverter, AFailureKeepsTheOldFileAndShowsTheConvertersLastErrorLine) {
+    converterScript(
+        "echo 'working...' >&2\necho 'convert: no encode delegate for PNG' >&2\nexit 1");
+    EXPECT_FALSE(save());
+    EXPECT_EQ(host.prompter.messages.back(),
+              "The converter did not write " + target + "\nconvert: no encode delegate for PNG");
+    EXPECT_EQ(testing::ReadFile(target), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
+    EXPECT_EQ(filesInOut(), 1u);
+    EXPECT_FALSE(workspace.document.FileName == target);
+}
+
+TEST_F(FailingConverter, SuccessWithAnEmptyFileIsAFailureToo) {
+    converterScript("for a; do last=$a; done\n: > \"$last\"\nexit 0");
+    EXPECT_FALSE(save());
+    EXPECT_EQ(host.prompter.messages.back(), "The converter did not write " + target);
+    EXPECT_EQ(testing::ReadFile(target), (std::vector<std::uint8_t>{'o', 'l', 'd'}));
+    EXPECT_EQ(filesInOut(), 1u);
+}
+
+TEST_F(FailingConverter, AWholeFileReplacesTheOldOneOnlyOnceWritten) {
+    converterScript("for a; do last=$a; done\n[ -e \"$last\" ] && exit 3\nprintf new > \"$last\"");
+    EXPECT_TRUE(save());
+    EXPECT_EQ(testing::ReadFile(target), (std::vector<std::uint8_t>{'n', 'e', 'w'}));
+    EXPECT_EQ(filesInOut(), 1u);
+    EXPECT_EQ(workspace.document.FileName, target);
+}
 
 // The rest drive the real converter, which the build installs.
 class RealConverter : public ::testing::Test {

@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
 
 #include "core/commands.h"
 #include "core/host/process_runner.h"
@@ -9,6 +13,7 @@
 #include "fileio/image_files.h"
 #include "fileio/targa_header.h"
 #include "tests/fileio/image_fixtures.h"
+#include "tests/support/file_size_limit.h"
 #include "tests/support/test_host.h"
 
 namespace wib {
@@ -20,6 +25,7 @@ class NoProcesses : public ProcessRunner {
   public:
     std::optional<int> start(const std::string&) override { return std::nullopt; }
     bool running(int) override { return false; }
+    std::optional<ProcessEnd> ended(int) override { return std::nullopt; }
 };
 
 class FileCommands : public ::testing::Test {
@@ -137,6 +143,100 @@ TEST_F(FileCommands, SavingAnUntitledImageAsksForANameAsSaveAsDoes) {
     registry.setDialog([](const CommandSpec&, auto&) { return false; });
     EXPECT_EQ(run("file.save_current"), Status::Refused);
     EXPECT_TRUE(doc.FileName.empty());
+}
+
+// Open throws the document away: unsaved changes are asked about first, and
+// Save writes them where the document came from before the other file opens.
+TEST_F(FileCommands, OpeningOverUnsavedChangesAsksAndEachAnswerDoesItsPart) {
+    const std::string mine = folder.file("mine.tga");
+    const std::string other = folder.file("other.tga");
+    ASSERT_EQ(run("file.save", {{"path", mine}}), Status::Done);
+    host.newDocument(3, 2);
+    ASSERT_EQ(run("file.save", {{"path", other}}), Status::Done);
+    ASSERT_EQ(run("file.open", {{"path", mine}}), Status::Done);
+    EXPECT_TRUE(host.prompter.questions.empty()) << "nothing unsaved, nothing asked";
+
+    doc.RBuffer.at(0, 0) = 0x42;
+    doc.modified = true;
+    host.prompter.answers = {3, 1, 2};
+    EXPECT_EQ(run("file.open", {{"path", other}}), Status::Refused);
+    EXPECT_EQ(doc.FileName, mine);
+    EXPECT_EQ(doc.width, 7);
+    EXPECT_TRUE(doc.modified);
+
+    EXPECT_EQ(run("file.open", {{"path", other}}), Status::Done);
+    EXPECT_EQ(doc.width, 3);
+    EXPECT_EQ(testing::ReadFile(mine).at(kTargaHeaderSize + 2 + 4 * 7 * 4), 0x42)
+        << "Save wrote the change (bottom row first, BGRA) before the other file opened";
+
+    doc.modified = true;
+    EXPECT_EQ(run("file.open", {{"path", mine}}), Status::Done);
+    EXPECT_EQ(doc.width, 7);
+    EXPECT_EQ(
+        host.prompter.questions,
+        (std::vector<std::string>{"Save changes to \"mine.tga\"?", "Save changes to \"mine.tga\"?",
+                                  "Save changes to \"other.tga\"?"}));
+}
+
+TEST_F(FileCommands, SaveForAnUntitledDocumentWithNoNameGivenCancelsTheOpen) {
+    const std::string other = folder.file("other.tga");
+    ASSERT_EQ(run("file.save", {{"path", other}}), Status::Done);
+    host.newDocument(3, 2);
+    doc.modified = true;
+    host.prompter.answers = {1};
+    EXPECT_EQ(run("file.open", {{"path", other}}), Status::Refused);
+    EXPECT_EQ(host.prompter.questions.back(), "Save changes to \"Untitled\"?");
+    EXPECT_TRUE(doc.FileName.empty());
+    EXPECT_TRUE(doc.modified);
+}
+
+TEST_F(FileCommands, ASaveThatRunsOutOfRoomLeavesTheOldFileAndSaysWhy) {
+    const std::string path = folder.file("big.tga");
+    ASSERT_EQ(run("file.save", {{"path", path}}), Status::Done);
+    const auto old = testing::ReadFile(path);
+    host.newDocument(300, 300);
+    const int status = testing::RunWithFileSizeLimit(8192, [&] {
+        const bool refused = run("file.save", {{"path", path}}) == Status::Refused;
+        const bool told =
+            host.prompter.messages ==
+            std::vector<std::string>{"The file cannot be written: " + path + "\nFile too large"};
+        return refused && told ? 0 : 1;
+    });
+    EXPECT_EQ(status, 0) << "refused, with the system's reason";
+    EXPECT_EQ(testing::ReadFile(path), old);
+}
+
+// Two programs saving over one file at once: whatever order the saves end
+// in, the file is always one whole picture, never a mixture or a cut.
+TEST_F(FileCommands, TwoProgramsSavingOneFileAtOnceLeaveOneWholePicture) {
+    const std::string path = folder.file("shared.tga");
+    std::vector<pid_t> children;
+    for (int width : {5, 9}) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            host.newDocument(width, 3);
+            bool saved = true;
+            for (int i = 0; i < 30; ++i) {
+                saved = saved && run("file.save", {{"path", path}}) == Status::Done;
+            }
+            ::_exit(saved ? 0 : 1);
+        }
+        children.push_back(child);
+    }
+    for (const pid_t child : children) {
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }
+    const auto bytes = testing::ReadFile(path);
+    const int width = headerOf(path).width;
+    ASSERT_TRUE(width == 5 || width == 9) << width;
+    EXPECT_EQ(bytes.size(), kTargaHeaderSize + 4u * static_cast<std::size_t>(width) * 3)
+        << "32-bit pixels, nothing before or after";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()),
+                            std::filesystem::directory_iterator()),
+              1)
+        << "no temporary file left behind";
 }
 
 }  // namespace

@@ -116,7 +116,8 @@ const FieldCase kLayout[] = {
 };
 
 std::string FileBytes(const std::filesystem::path& folder, const BrushOptionsModel& options) {
-    const auto path = WriteBrushSettingsFile(folder, PackBrushSettings(options));
+    std::string error;
+    const auto path = WriteBrushSettingsFile(folder, PackBrushSettings(options), error);
     return path ? ReadTextFile(*path).value_or("") : "";
 }
 
@@ -167,6 +168,15 @@ TEST_F(BrushSettings, OutOfRangeValuesPressNoButtonOrClamp) {
     record[13] = 2;
     UnpackBrushSettings(record, options);
     EXPECT_EQ(options.alphaUse, AlphaUse::IgnoreSelection) << "2 presses kq_button2";
+}
+
+TEST_F(BrushSettings, ARecordThatCannotBeWrittenIsReportedWithTheReason) {
+    PaintSession session(host.workspace, folder / "gone");
+    EXPECT_EQ(session.writeBrushSettings(), "");
+    EXPECT_EQ(host.prompter.messages,
+              std::vector<std::string>{"The brush settings could not be written to " +
+                                       (folder / "gone" / "WT_BrushSettings.dat").string() +
+                                       ": No such file or directory"});
 }
 
 TEST_F(BrushSettings, MissingOrShortFilesAreReportedAndChangeNothing) {

@@ -19,6 +19,7 @@ struct ProgramParts {
       public:
         std::optional<int> start(const std::string&) override { return std::nullopt; }
         bool running(int) override { return false; }
+        std::optional<ProcessEnd> ended(int) override { return std::nullopt; }
     };
 
     explicit ProgramParts(Workspace& workspace)

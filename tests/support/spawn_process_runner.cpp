@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "tests/support/spawn_process_runner.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -42,10 +46,11 @@ std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
 }  // namespace
 
 SpawnProcessRunner::~SpawnProcessRunner() {
-    for (const auto& [pid, reaped] : children_) {
-        if (!reaped) {
+    for (const auto& [pid, child] : children_) {
+        if (!child.end) {
             waitpid(pid, nullptr, 0);
         }
+        std::filesystem::remove(child.errorFile);
     }
 }
 
@@ -59,24 +64,49 @@ std::optional<int> SpawnProcessRunner::start(const std::string& commandLine) {
         argv.push_back(argument.data());
     }
     argv.push_back(nullptr);
+    static int started = 0;
+    const std::string errorFile =
+        (std::filesystem::temp_directory_path() /
+         ("wib-spawn-" + std::to_string(::getpid()) + "-" + std::to_string(++started) + ".err"))
+            .string();
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, 2, errorFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC,
+                                     0600);
     pid_t pid = 0;
-    if (posix_spawnp(&pid, argv[0], nullptr, nullptr, argv.data(), environ) != 0) {
+    const int spawned = posix_spawnp(&pid, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    if (spawned != 0) {
         return std::nullopt;
     }
-    children_[pid] = false;
+    children_[pid] = Child{errorFile, std::nullopt};
     return pid;
 }
 
 bool SpawnProcessRunner::running(int id) {
     auto child = children_.find(id);
-    if (child == children_.end() || child->second) {
+    if (child == children_.end() || child->second.end) {
         return false;
     }
-    if (waitpid(id, nullptr, WNOHANG) == 0) {
+    int status = 0;
+    if (waitpid(id, &status, WNOHANG) == 0) {
         return true;
     }
-    child->second = true;
+    ProcessEnd end;
+    end.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::ifstream errors(child->second.errorFile);
+    for (std::string line; std::getline(errors, line);) {
+        if (!line.empty()) {
+            end.lastErrorLine = line;
+        }
+    }
+    child->second.end = end;
     return false;
+}
+
+std::optional<ProcessEnd> SpawnProcessRunner::ended(int id) {
+    const auto child = children_.find(id);
+    return child == children_.end() ? std::nullopt : child->second.end;
 }
 
 }  // namespace wib::testing

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <string>
 
 #include "core/host/process_runner.h"
 
@@ -15,9 +16,14 @@ class SpawnProcessRunner : public ProcessRunner {
     ~SpawnProcessRunner() override;
     std::optional<int> start(const std::string& commandLine) override;
     bool running(int id) override;
+    std::optional<ProcessEnd> ended(int id) override;
 
   private:
-    std::map<int, bool> children_;  // pid, and whether it has been reaped
+    struct Child {
+        std::string errorFile;  // where its standard error goes
+        std::optional<ProcessEnd> end;
+    };
+    std::map<int, Child> children_;  // by pid
 };
 
 }  // namespace wib::testing

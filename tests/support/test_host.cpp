@@ -16,6 +16,13 @@ int RecordingPrompter::choiceBox(const std::string& text, const std::string&,
     return answer(text);
 }
 
+int RecordingPrompter::threeChoiceBox(const std::string& text, const std::string&,
+                                      const std::string& first, const std::string& second,
+                                      const std::string& third) {
+    buttons.push_back(first + "/" + second + "/" + third);
+    return answer(text);
+}
+
 int RecordingPrompter::answer(const std::string& text) {
     questions.push_back(text);
     if (questions.size() <= answers.size()) {

@@ -23,6 +23,8 @@ class RecordingPrompter : public Prompter {
     int questionBox(const std::string& text, const std::string& title) override;
     int choiceBox(const std::string& text, const std::string& title, const std::string& first,
                   const std::string& second) override;
+    int threeChoiceBox(const std::string& text, const std::string& title, const std::string& first,
+                       const std::string& second, const std::string& third) override;
     double valueBox(const std::string& prompt, double initial, double, double) override {
         requests.push_back(prompt);
         return initial;

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QClipboard>
 #include <QCoreApplication>
+#include <QGuiApplication>
+#include <QImage>
 #include <QMenuBar>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +14,7 @@
 #include "core/recent_files.h"
 #include "core/undo.h"
 #include "tests/support/test_host.h"
+#include "ui/clipboard_commands.h"
 #include "ui/form1.h"
 #include "ui/mdi_main_form.h"
 
@@ -108,6 +112,52 @@ TEST_F(MainForm, ShutDownWritesTheRecentListOnceAndRemovesTemporaryAnimations) {
 
     MDI_MainForm again(host.workspace, commands, paths);
     EXPECT_EQ(again.recentFiles(), (std::vector<std::string>{"/b.tga", "/a.tga"}));
+}
+
+// Exit (the menu, Ctrl+Q and the close button all close the window) asks
+// about unsaved changes; Cancel keeps the window and the work.
+TEST_F(MainForm, ClosingOverUnsavedChangesAsksAndCancelKeepsTheWindowOpen) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    form.show();
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3, 2};
+    form.windowActions().exit();
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(host.prompter.questions, std::vector<std::string>{"Save changes to \"Untitled\"?"});
+    EXPECT_TRUE(host.workspace.document.modified);
+
+    form.close();
+    EXPECT_FALSE(form.isVisible()) << "Don't Save closes";
+    EXPECT_EQ(host.prompter.questions.size(), 2u);
+}
+
+TEST_F(MainForm, AnEndBySignalClosesWithoutAsking) {
+    MDI_MainForm form(host.workspace, commands, paths);
+    form.show();
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3};
+    form.closeWithoutQuestion();
+    form.close();
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_TRUE(host.prompter.questions.empty());
+}
+
+// A pasted picture takes the document's place: unsaved changes are asked about.
+TEST_F(MainForm, PastingOverUnsavedChangesAsksFirst) {
+    RegisterClipboardCommands(commands);
+    QImage image(3, 2, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    QGuiApplication::clipboard()->setImage(image);
+    host.workspace.document.modified = true;
+    host.prompter.answers = {3, 2};
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status,
+              CommandOutcome::Status::Refused);
+    EXPECT_EQ(host.workspace.document.width, 64);
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status, CommandOutcome::Status::Done);
+    EXPECT_EQ(host.workspace.document.width, 3);
+    EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
+    EXPECT_EQ(host.workspace.document.GBuffer.at(0, 0), 0);
+    EXPECT_EQ(host.prompter.questions.size(), 2u);
 }
 
 }  // namespace

@@ -36,6 +36,27 @@ int DialogPrompter::choiceBox(const std::string& text, const std::string& title,
     return box.clickedButton() == firstButton ? 1 : 2;
 }
 
+int DialogPrompter::threeChoiceBox(const std::string& text, const std::string& title,
+                                   const std::string& first, const std::string& second,
+                                   const std::string& third) {
+    QMessageBox box(QMessageBox::Question, QString::fromStdString(title),
+                    QString::fromStdString(text), QMessageBox::NoButton, parent_);
+    QPushButton* firstButton =
+        box.addButton(QString::fromStdString(first), QMessageBox::AcceptRole);
+    QPushButton* secondButton =
+        box.addButton(QString::fromStdString(second), QMessageBox::DestructiveRole);
+    // Esc and the window's close button answer Cancel.
+    QPushButton* thirdButton =
+        box.addButton(QString::fromStdString(third), QMessageBox::RejectRole);
+    box.setDefaultButton(firstButton);
+    box.setEscapeButton(thirdButton);
+    box.exec();
+    if (box.clickedButton() == firstButton) {
+        return 1;
+    }
+    return box.clickedButton() == secondButton ? 2 : 3;
+}
+
 double DialogPrompter::valueBox(const std::string& prompt, double initial, double minimum,
                                 double maximum) {
     bool ok = false;

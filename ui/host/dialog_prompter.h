@@ -21,6 +21,8 @@ class DialogPrompter : public Prompter {
     int questionBox(const std::string& text, const std::string& title) override;
     int choiceBox(const std::string& text, const std::string& title, const std::string& first,
                   const std::string& second) override;
+    int threeChoiceBox(const std::string& text, const std::string& title, const std::string& first,
+                       const std::string& second, const std::string& third) override;
     double valueBox(const std::string& prompt, double initial, double minimum,
                     double maximum) override;
     std::string requestFileOpen(const std::string& title, const std::string& filter) override;

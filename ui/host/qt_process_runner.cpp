@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/host/qt_process_runner.h"
 
+#include <cstdio>
+
 namespace wib {
 
 std::optional<int> QtProcessRunner::start(const std::string& commandLine) {
@@ -9,7 +11,7 @@ std::optional<int> QtProcessRunner::start(const std::string& commandLine) {
         return std::nullopt;
     }
     auto process = std::make_unique<QProcess>();
-    process->setProcessChannelMode(QProcess::ForwardedChannels);
+    process->setProcessChannelMode(QProcess::ForwardedOutputChannel);
     const QString program = arguments.takeFirst();
     process->start(program, arguments);
     if (!process->waitForStarted()) {
@@ -29,8 +31,24 @@ bool QtProcessRunner::running(int id) {
     if (found->second->state() != QProcess::NotRunning && !found->second->waitForFinished(0)) {
         return true;
     }
+    QProcess& process = *found->second;
+    const QByteArray errors = process.readAllStandardError();
+    std::fwrite(errors.constData(), 1, static_cast<std::size_t>(errors.size()), stderr);
+    ProcessEnd end;
+    end.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    const QList<QByteArray> lines = errors.trimmed().split('\n');
+    end.lastErrorLine = lines.back().trimmed().toStdString();
+    ends_[id] = end;
     processes_.erase(found);
     return false;
+}
+
+std::optional<ProcessEnd> QtProcessRunner::ended(int id) {
+    const auto found = ends_.find(id);
+    if (found == ends_.end()) {
+        return std::nullopt;
+    }
+    return found->second;
 }
 
 }  // namespace wib
