@@ -174,7 +174,13 @@ int main(int argc, char* argv[]) {
     QObject::connect(&autosaveTimer, &QTimer::timeout, [&autosave] { autosave.tick(); });
     autosaveTimer.start(1000);
 
-    const int result = QApplication::exec();
+    // A signal taken during start-up found no event loop to end.
+    int result = 0;
+    if (wib::TerminationRequested()) {
+        onTerminationSignal();
+    } else {
+        result = QApplication::exec();
+    }
     server.close();
     launcher.shutDown();
     mainForm->shutDown();

@@ -13,6 +13,7 @@ namespace wib {
 namespace {
 
 int signalPipe[2] = {-1, -1};
+bool requested = false;
 
 // Only async-signal-safe work here: one byte into the pipe wakes the loop.
 void OnSignal(int) {
@@ -32,6 +33,7 @@ void QuitOnTerminationSignals(std::function<void()> beforeQuit) {
                      [beforeQuit = std::move(beforeQuit)] {
                          char byte = 0;
                          [[maybe_unused]] const auto got = ::read(signalPipe[0], &byte, 1);
+                         requested = true;
                          if (beforeQuit) {
                              beforeQuit();
                          }
@@ -44,6 +46,10 @@ void QuitOnTerminationSignals(std::function<void()> beforeQuit) {
     sigaction(SIGTERM, &action, nullptr);
     sigaction(SIGINT, &action, nullptr);
     sigaction(SIGHUP, &action, nullptr);
+}
+
+bool TerminationRequested() {
+    return requested;
 }
 
 }  // namespace wib

@@ -11,4 +11,9 @@ namespace wib {
 // a file-size limit is a failed write, not the end of the program.
 void QuitOnTerminationSignals(std::function<void()> beforeQuit);
 
+// Whether a termination signal has been taken. Quitting does nothing before
+// the event loop runs, so a signal taken while start-up still pumps events
+// must be acted on by whoever would start the loop.
+bool TerminationRequested();
+
 }  // namespace wib

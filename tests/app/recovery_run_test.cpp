@@ -24,8 +24,9 @@ class RecoveryRun : public ::testing::Test {
         environment.insert("PYTHONPATH", WIB_PYTHON_SDK);
         return environment;
     }
-    // Starts a copy serving `name`; its standard error up to the line that
-    // says it serves plug-ins, after any start-up question.
+    // Starts a copy serving `name`; its standard error up to the end of
+    // start-up (a plug-in's first call is taken only then), any start-up
+    // question included.
     std::unique_ptr<QProcess> start(const QString& name, const QString& answer,
                                     QStringList& lines) {
         auto program = std::make_unique<QProcess>();
@@ -46,6 +47,13 @@ class RecoveryRun : public ::testing::Test {
             }
         }
         EXPECT_TRUE(serving);
+        client(name, "w.Wib_GetR(0, 0)");
+        do {
+            pending += program->readAllStandardError();
+        } while (program->waitForReadyRead(500));
+        for (const QByteArray& line : pending.split('\n')) {
+            lines << QString::fromUtf8(line);
+        }
         return program;
     }
     // Runs Python lines with `w`, a client of the copy serving `name`; the
