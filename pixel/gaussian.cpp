@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixel/gaussian.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <vector>
 
 namespace wib {
@@ -16,63 +18,112 @@ constexpr int kGroup = 16;
 // Columns filtered together down their length.
 constexpr int kStrip = 64;
 
-// The kernel is symmetric, so each weight w[k] takes the pair at -k and +k:
-// half the multiplications.
-WIB_WINDOW_KERNEL void ColumnSums(const PlaneBand& band, int y, const float* weights, int radius,
-                                  float* sum) {
-    const std::uint8_t* centre = band.sourceRow(y);
-    for (int x = 0; x < band.width; ++x) {
-        sum[x] = weights[0] * static_cast<float>(centre[x]);
-    }
-    for (int k = 1; k <= radius; ++k) {
-        const std::uint8_t* above = band.sourceRow(y - k);
-        const std::uint8_t* below = band.sourceRow(y + k);
-        const float w = weights[k];
-        for (int x = 0; x < band.width; ++x) {
-            sum[x] += w * static_cast<float>(above[x] + below[x]);
-        }
-    }
-}
+// The direct kernel works in 16-bit fixed point: pixels scaled by 2^7, so
+// that the pair at -k and +k still fits 16 bits, and weights in units of
+// 2^-16 applied as the high half of the product. The pass along the rows
+// keeps that scale, the pass down the columns drops it with rounding.
+constexpr int kPixelShift = 7;
 
-// Tap pair by tap pair along the whole row, so that each step is one vector
-// loop; `extended` holds the row with `radius` border values each side.
-WIB_WINDOW_KERNEL void RowSums(const float* extended, const float* weights, int radius, int width,
-                               float* sum, std::uint8_t* out) {
-    const float* centre = extended + radius;
+// acc = w[0] * centre + sum over k of w[k] * (centre[-k] + centre[+k]), all
+// `rows` apart: tap pair by tap pair along the whole row, each a vector loop.
+WIB_WINDOW_KERNEL void FixedTaps(const std::uint16_t* const* rows, const std::uint16_t* weights,
+                                 int radius, int width, std::uint16_t* acc) {
+    const std::uint16_t* centre = rows[0];
+    const std::uint32_t w0 = weights[0];
     for (int x = 0; x < width; ++x) {
-        sum[x] = weights[0] * centre[x];
+        acc[x] = static_cast<std::uint16_t>((centre[x] * w0) >> 16);
     }
     for (int k = 1; k <= radius; ++k) {
-        const float w = weights[k];
+        const std::uint16_t* before = rows[2 * k - 1];
+        const std::uint16_t* after = rows[2 * k];
+        const std::uint32_t w = weights[k];
         for (int x = 0; x < width; ++x) {
-            sum[x] += w * (centre[x - k] + centre[x + k]);
+            const std::uint32_t pair = static_cast<std::uint16_t>(before[x] + after[x]);
+            acc[x] = static_cast<std::uint16_t>(acc[x] + ((pair * w) >> 16));
         }
-    }
-    for (int x = 0; x < width; ++x) {
-        out[x] = static_cast<std::uint8_t>(std::clamp(sum[x], 0.0f, 255.0f) + 0.5f);
     }
 }
 
-// The kernel to 3 sigma, normalised: what it leaves out beyond is 0.3 % of
-// the weight, far below a level after rounding.
+WIB_WINDOW_KERNEL void ScaleRow(const std::uint8_t* row, int width, int pad,
+                                std::uint16_t* extended) {
+    const auto scaled = [](std::uint8_t v) { return static_cast<std::uint16_t>(v << kPixelShift); };
+    std::fill(extended, extended + pad, scaled(row[0]));
+    std::fill(extended + pad + width, extended + 2 * pad + width, scaled(row[width - 1]));
+    for (int x = 0; x < width; ++x) {
+        extended[pad + x] = scaled(row[x]);
+    }
+}
+
+WIB_WINDOW_KERNEL void RoundRow(const std::uint16_t* acc, int width, int bias, std::uint8_t* out) {
+    for (int x = 0; x < width; ++x) {
+        out[x] = static_cast<std::uint8_t>((acc[x] + bias) >> kPixelShift);
+    }
+}
+
+// Weights of the centre and of each pair at +-k, in units of 2^-16 summing to
+// 2^16. Each tail of the kernel is rounded as a whole and the weights are the
+// differences, so any run of taps from the end is within half a unit of its
+// exact weight: a step edge meets no more error than that.
+std::vector<std::uint16_t> FixedWeights(double sigma, int radius) {
+    std::vector<double> tail(static_cast<std::size_t>(radius + 2));
+    double total = 1;
+    for (int k = radius; k >= 1; --k) {
+        const double g = std::exp(-k * k / (2 * sigma * sigma));
+        tail[static_cast<std::size_t>(k)] = tail[static_cast<std::size_t>(k) + 1] + g;
+        total += 2 * g;
+    }
+    const auto rounded = [&](int k) {
+        return std::lround(65536 * tail[static_cast<std::size_t>(k)] / total);
+    };
+    std::vector<std::uint16_t> weights(static_cast<std::size_t>(radius + 1));
+    weights[0] = static_cast<std::uint16_t>(std::min(65536 - 2 * rounded(1), 65535L));
+    for (int k = 1; k <= radius; ++k) {
+        weights[static_cast<std::size_t>(k)] =
+            static_cast<std::uint16_t>(rounded(k) - rounded(k + 1));
+    }
+    return weights;
+}
+
+// The kernel to 3 sigma: what it leaves out beyond is 0.3 % of the weight,
+// far below a level after rounding. Rows are filtered along their length
+// once each into a ring, which the pass down the columns reads.
 void DirectGaussian(const PlaneBand& band, double sigma) {
     const int radius = std::max(1, static_cast<int>(std::ceil(3 * sigma)));
-    std::vector<float> weights(static_cast<std::size_t>(radius + 1));
-    double total = 0;
-    for (int k = -radius; k <= radius; ++k) {
-        total += std::exp(-k * k / (2 * sigma * sigma));
+    const int size = 2 * radius + 1;
+    const auto width = static_cast<std::size_t>(band.width);
+    const std::vector<std::uint16_t> weights = FixedWeights(sigma, radius);
+    std::vector<std::uint16_t> extended(width + 2 * static_cast<std::size_t>(radius));
+    std::vector<std::uint16_t> ring(width * static_cast<std::size_t>(size));
+    std::vector<std::uint16_t> acc(width);
+    std::vector<const std::uint16_t*> taps(static_cast<std::size_t>(size));
+    const auto ringRow = [&](int y) {
+        return ring.data() + static_cast<std::size_t>((y + size) % size) * width;
+    };
+    const auto filterRow = [&](int y) {
+        ScaleRow(band.sourceRow(y), band.width, radius, extended.data());
+        const std::uint16_t* centre = extended.data() + radius;
+        taps[0] = centre;
+        for (int k = 1; k <= radius; ++k) {
+            taps[static_cast<std::size_t>(2 * k - 1)] = centre - k;
+            taps[static_cast<std::size_t>(2 * k)] = centre + k;
+        }
+        FixedTaps(taps.data(), weights.data(), radius, band.width, ringRow(y));
+    };
+    // Each product is truncated: on average half a unit low per weight in
+    // each pass, which the rounding gives back.
+    const int bias = (1 << (kPixelShift - 1)) + radius + 1;
+    for (int y = band.first - radius; y < band.first + radius; ++y) {
+        filterRow(y);
     }
-    for (int k = 0; k <= radius; ++k) {
-        weights[static_cast<std::size_t>(k)] =
-            static_cast<float>(std::exp(-k * k / (2 * sigma * sigma)) / total);
-    }
-    std::vector<float> sums(static_cast<std::size_t>(band.width));
-    std::vector<float> extended(static_cast<std::size_t>(band.width + 2 * radius));
     for (int y = band.first; y < band.end; ++y) {
-        ColumnSums(band, y, weights.data(), radius, sums.data());
-        ExtendRow(sums.data(), band.width, radius, extended.data());
-        RowSums(extended.data(), weights.data(), radius, band.width, sums.data(),
-                band.targetRow(y));
+        filterRow(y + radius);
+        taps[0] = ringRow(y);
+        for (int k = 1; k <= radius; ++k) {
+            taps[static_cast<std::size_t>(2 * k - 1)] = ringRow(y - k);
+            taps[static_cast<std::size_t>(2 * k)] = ringRow(y + k);
+        }
+        FixedTaps(taps.data(), weights.data(), radius, band.width, acc.data());
+        RoundRow(acc.data(), band.width, bias, band.targetRow(y));
     }
 }
 
