@@ -11,12 +11,23 @@ namespace wib {
 namespace {
 
 // Sums of kernel times window, in 16-bit lanes when the largest possible sum
-// fits them (the common small kernels), else in 32-bit ones.
+// fits them (the common small kernels), else in 32-bit ones. Weights of one
+// in size, common in sharpening kernels, need no multiplication.
 template <typename Sum>
 WIB_INLINE void AddTap(Sum* sums, const Sum* extended, int weight, int width) {
-    const Sum w = static_cast<Sum>(weight);
-    for (int x = 0; x < width; ++x) {
-        sums[x] = static_cast<Sum>(sums[x] + w * extended[x]);
+    if (weight == 1) {
+        for (int x = 0; x < width; ++x) {
+            sums[x] = static_cast<Sum>(sums[x] + extended[x]);
+        }
+    } else if (weight == -1) {
+        for (int x = 0; x < width; ++x) {
+            sums[x] = static_cast<Sum>(sums[x] - extended[x]);
+        }
+    } else {
+        const Sum w = static_cast<Sum>(weight);
+        for (int x = 0; x < width; ++x) {
+            sums[x] = static_cast<Sum>(sums[x] + w * extended[x]);
+        }
     }
 }
 
@@ -27,27 +38,43 @@ WIB_INLINE void AddTap(Sum* sums, const Sum* extended, int weight, int width) {
 // single precision below 2^24, double always.
 template <typename Sum, typename Real>
 WIB_INLINE void Store(const Sum* sums, int width, int divisor, int offset, std::uint8_t* out) {
+    if (divisor == 1) {
+        for (int x = 0; x < width; ++x) {
+            out[x] = static_cast<std::uint8_t>(std::clamp(sums[x] + offset, 0, 255));
+        }
+        return;
+    }
     const Real d = static_cast<Real>(divisor);
     for (int x = 0; x < width; ++x) {
-        const int q = divisor == 1 ? sums[x] : static_cast<int>(static_cast<Real>(sums[x]) / d);
+        const int q = static_cast<int>(static_cast<Real>(sums[x]) / d);
         out[x] = static_cast<std::uint8_t>(std::clamp(q + offset, 0, 255));
     }
 }
 
+// Each source row is extended once into a ring of `size` rows; the kernel's
+// zero weights are left out.
 template <typename Sum, typename Real>
 WIB_INLINE void ConvolveRows(const PlaneBand& band, const int* kernel, int size, int divisor,
                              int offset) {
     const int radius = size / 2;
     const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
-    std::vector<Sum> extended(padded * static_cast<std::size_t>(size));
+    std::vector<Sum> ring(padded * static_cast<std::size_t>(size));
     std::vector<Sum> sums(static_cast<std::size_t>(band.width));
+    const auto ringRow = [&](int y) {
+        return ring.data() + static_cast<std::size_t>((y + size) % size) * padded;
+    };
+    for (int y = band.first - radius; y < band.first + radius; ++y) {
+        ExtendRow(band.sourceRow(y), band.width, radius, ringRow(y));
+    }
     for (int y = band.first; y < band.end; ++y) {
+        ExtendRow(band.sourceRow(y + radius), band.width, radius, ringRow(y + radius));
         std::fill(sums.begin(), sums.end(), Sum{0});
         for (int k = 0; k < size; ++k) {
-            Sum* row = extended.data() + static_cast<std::size_t>(k) * padded;
-            ExtendRow(band.sourceRow(y + k - radius), band.width, radius, row);
+            const Sum* row = ringRow(y + k - radius);
             for (int i = 0; i < size; ++i) {
-                AddTap(sums.data(), row + i, kernel[k * size + i], band.width);
+                if (kernel[k * size + i] != 0) {
+                    AddTap(sums.data(), row + i, kernel[k * size + i], band.width);
+                }
             }
         }
         Store<Sum, Real>(sums.data(), band.width, divisor, offset, band.targetRow(y));
