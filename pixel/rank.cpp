@@ -3,8 +3,11 @@
 
 #include <array>
 #include <cstdlib>
+#include <numeric>
 #include <utility>
 #include <vector>
+
+#include "pixel/comparator_network.h"
 
 namespace wib {
 
@@ -83,82 +86,132 @@ void ExtremeFilter(const PlaneBand& band, int radius, PickRow pick) {
     }
 }
 
-// Windows up to this radius go through a sorting network instead.
+// Windows up to this radius go through comparator networks instead.
 constexpr int kNetworkRadius = 2;
-constexpr int kNetworkChunk = 256;
+constexpr int kNetworkChunk = 512;
+// Lanes hold a chunk with its window margin, rounded up to whole blocks, and
+// one more block for the reads one and two columns along.
+constexpr int kLaneLength = kNetworkChunk + 2 * ComparatorNetwork::kBlock;
 
-using Comparators = std::vector<std::pair<int, int>>;
-
-// The comparators of Batcher's odd-even merge sort of `count` values that
-// decide sorted position `rank`. Those reaching past `count` only meet the
-// (implicit) largest values there and change nothing, so they go; so do those
-// whose outputs nothing needed reads.
-Comparators MedianNetwork(int count, int rank) {
-    int n = 1;
-    while (n < count) {
-        n <<= 1;
-    }
-    Comparators all;
-    for (int p = 1; p < n; p <<= 1) {
-        for (int k = p; k >= 1; k >>= 1) {
-            for (int j = k % p; j + k < n; j += 2 * k) {
-                for (int i = 0; i < k && i + j + k < count; ++i) {
-                    if ((i + j) / (2 * p) == (i + j + k) / (2 * p)) {
-                        all.emplace_back(i + j, i + j + k);
-                    }
-                }
-            }
-        }
-    }
-    std::vector<bool> needed(static_cast<std::size_t>(count));
-    needed[static_cast<std::size_t>(rank)] = true;
-    Comparators kept;
-    for (auto it = all.rbegin(); it != all.rend(); ++it) {
-        const auto a = static_cast<std::size_t>(it->first);
-        const auto b = static_cast<std::size_t>(it->second);
-        if (needed[a] || needed[b]) {
-            needed[a] = needed[b] = true;
-            kept.push_back(*it);
-        }
-    }
-    return {kept.rbegin(), kept.rend()};
+int WholeBlocks(int length) {
+    constexpr int block = ComparatorNetwork::kBlock;
+    return (length + block - 1) / block * block;
 }
 
-// Each window's values in lanes of kNetworkChunk pixels, put through the
-// network with byte-wide min and max.
-WIB_WINDOW_KERNEL void NetworkMedianRows(const PlaneBand& band, int radius,
-                                         const Comparators& network) {
-    const int size = 2 * radius + 1;
-    const int count = size * size;
-    const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
-    std::vector<std::uint8_t> extended(padded * static_cast<std::size_t>(size));
-    std::vector<std::uint8_t> lanes(static_cast<std::size_t>(count * kNetworkChunk));
-    const auto lane = [&lanes](int i) { return lanes.data() + i * kNetworkChunk; };
-    for (int y = band.first; y < band.end; ++y) {
-        for (int k = 0; k < size; ++k) {
-            ExtendRow(band.sourceRow(y + k - radius), band.width, radius,
-                      extended.data() + static_cast<std::size_t>(k) * padded);
+// The median in three stages, each shared by the windows that overlap: every
+// column of `size` values is sorted once, every two neighbouring sorted
+// columns are merged once, and each window merges the two-column runs and its
+// last column only as far as its median needs.
+struct MedianStages {
+    explicit MedianStages(int radius) : size(2 * radius + 1) {
+        std::vector<int> column(static_cast<std::size_t>(size));
+        std::iota(column.begin(), column.end(), 0);
+        columnOrder = columns.sort(column);
+        std::vector<int> second(column);
+        for (int& wire : second) {
+            wire += size;
         }
+        pairOrder = pairs.merge(column, second);
+        // Window wires: run j of columns 2j and 2j + 1 at 2 size j, each
+        // smallest first, then the last column.
+        std::vector<int> last(column);
+        for (int& wire : last) {
+            wire += (size - 1) * size;
+        }
+        std::vector<int> sorted = last;
+        for (int j = 0; 2 * j + 1 < size; ++j) {
+            std::vector<int> run(static_cast<std::size_t>(2 * size));
+            std::iota(run.begin(), run.end(), 2 * size * j);
+            sorted = window.merge(run, sorted);
+        }
+        median = sorted[sorted.size() / 2];
+        window.keepOnly({median});
+        std::vector<int> pairResults;
+        for (int i = 0; i < 2 * size; ++i) {
+            bool read = false;
+            for (int j = 0; 2 * j + 1 < size; ++j) {
+                read = read || window.reads(2 * size * j + i);
+            }
+            if (read) {
+                pairResults.push_back(pairOrder[static_cast<std::size_t>(i)]);
+            }
+        }
+        pairs.keepOnly(pairResults);
+        std::vector<int> columnResults;
+        for (int i = 0; i < size; ++i) {
+            if (pairs.reads(i) || pairs.reads(size + i) || window.reads((size - 1) * size + i)) {
+                columnResults.push_back(columnOrder[static_cast<std::size_t>(i)]);
+            }
+        }
+        columns.keepOnly(columnResults);
+    }
+
+    int size;
+    ComparatorNetwork columns;
+    ComparatorNetwork pairs;
+    ComparatorNetwork window;
+    std::vector<int> columnOrder;
+    std::vector<int> pairOrder;
+    int median = 0;
+};
+
+// A chunk of one row at a time, its window rows extended by the radius. Each
+// stage reads the one before where it left its results, so nothing is copied.
+void NetworkMedianRows(const PlaneBand& band, int radius, const MedianStages& stages) {
+    const int size = stages.size;
+    const auto lanes = [](int count) {
+        return std::vector<std::uint8_t>(static_cast<std::size_t>(count) * kLaneLength);
+    };
+    const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius + kLaneLength);
+    std::vector<std::uint8_t> extended(padded * static_cast<std::size_t>(size));
+    std::vector<std::uint8_t> columnLanes = lanes(size);
+    std::vector<std::uint8_t> pairLanes = lanes(2 * size);
+    std::vector<std::uint8_t> windowLanes = lanes(size * size);
+    using Sources = std::vector<const std::uint8_t*>;
+    Sources columnSources(static_cast<std::size_t>(size));
+    Sources pairSources(static_cast<std::size_t>(2 * size));
+    Sources windowSources(static_cast<std::size_t>(size * size));
+    const auto at = [](Sources& sources, int wire) -> const std::uint8_t*& {
+        return sources[static_cast<std::size_t>(wire)];
+    };
+    // Each source row is extended once, into a ring of the window's rows.
+    const auto extendedRow = [&](int y) {
+        return extended.data() + static_cast<std::size_t>((y + size) % size) * padded;
+    };
+    for (int y = band.first - radius; y < band.first + radius; ++y) {
+        ExtendRow(band.sourceRow(y), band.width, radius, extendedRow(y));
+    }
+    for (int y = band.first; y < band.end; ++y) {
+        ExtendRow(band.sourceRow(y + radius), band.width, radius, extendedRow(y + radius));
         std::uint8_t* out = band.targetRow(y);
         for (int x0 = 0; x0 < band.width; x0 += kNetworkChunk) {
             const int run = std::min(kNetworkChunk, band.width - x0);
+            const int margin = WholeBlocks(run + 2 * radius);
             for (int k = 0; k < size; ++k) {
-                for (int i = 0; i < size; ++i) {
-                    const std::uint8_t* from =
-                        extended.data() + static_cast<std::size_t>(k) * padded + x0 + i;
-                    std::copy(from, from + run, lane(k * size + i));
+                at(columnSources, k) = extendedRow(y + k - radius) + x0;
+            }
+            stages.columns.run(columnSources.data(), columnLanes.data(), kLaneLength, margin);
+            for (int i = 0; i < size; ++i) {
+                const std::uint8_t* sorted =
+                    stages.columns.result(stages.columnOrder[static_cast<std::size_t>(i)],
+                                          columnSources.data(), columnLanes.data(), kLaneLength);
+                at(pairSources, i) = sorted;
+                at(pairSources, size + i) = sorted + 1;
+                at(windowSources, (size - 1) * size + i) = sorted + size - 1;
+            }
+            stages.pairs.run(pairSources.data(), pairLanes.data(), kLaneLength, margin);
+            for (int i = 0; i < 2 * size; ++i) {
+                const std::uint8_t* merged =
+                    stages.pairs.result(stages.pairOrder[static_cast<std::size_t>(i)],
+                                        pairSources.data(), pairLanes.data(), kLaneLength);
+                for (int j = 0; 2 * j + 1 < size; ++j) {
+                    at(windowSources, 2 * size * j + i) = merged + 2 * j;
                 }
             }
-            for (const auto& [a, b] : network) {
-                std::uint8_t* low = lane(a);
-                std::uint8_t* high = lane(b);
-                for (int t = 0; t < kNetworkChunk; ++t) {
-                    const std::uint8_t l = std::min(low[t], high[t]);
-                    high[t] = std::max(low[t], high[t]);
-                    low[t] = l;
-                }
-            }
-            std::copy(lane(count / 2), lane(count / 2) + run, out + x0);
+            stages.window.run(windowSources.data(), windowLanes.data(), kLaneLength, run);
+            const std::uint8_t* median = stages.window.result(stages.median, windowSources.data(),
+                                                              windowLanes.data(), kLaneLength);
+            std::copy(median, median + run, out + x0);
         }
     }
 }
@@ -194,8 +247,7 @@ void HistogramMedianRows(const PlaneBand& band, int radius) {
 
 void MedianFilter(const PlaneBand& band, int radius) {
     if (radius <= kNetworkRadius) {
-        const int count = (2 * radius + 1) * (2 * radius + 1);
-        NetworkMedianRows(band, radius, MedianNetwork(count, count / 2));
+        NetworkMedianRows(band, radius, MedianStages(radius));
     } else {
         HistogramMedianRows(band, radius);
     }
