@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 namespace wib {
@@ -14,7 +15,7 @@ namespace {
 constexpr double kBoxPassesFrom = 3.0;
 constexpr int kBoxPasses = 4;
 // Rows filtered together along their length.
-constexpr int kGroup = 16;
+constexpr int kGroup = 32;
 // Columns filtered together down their length.
 constexpr int kStrip = 64;
 
@@ -161,30 +162,105 @@ struct Rows {
 // One pass down the columns of `rows` rows of `width` floats: out row i is the
 // box centred on in row i + reach, for every i with the whole box inside.
 WIB_WINDOW_KERNEL void BoxPassDown(Rows in, int rows, int width, const ExtendedBox& box,
-                                   float* inner, Rows out) {
+                                   float* __restrict inner, Rows out) {
     const int span = 2 * box.reach();
+    const float scale = box.scale;
+    const float alpha = box.alpha;
     std::fill(inner, inner + width, 0.0f);
     for (int j = 1; j < span; ++j) {
-        const float* r = in.row(j);
+        const float* __restrict r = in.row(j);
         for (int x = 0; x < width; ++x) {
             inner[x] += r[x];
         }
     }
+    // Input and output are separate buffers, which the compiler would
+    // otherwise check for every row.
     for (int i = 0; i + span < rows; ++i) {
-        const float* top = in.row(i);
-        const float* next = in.row(i + 1);
-        const float* bottom = in.row(i + span);
-        float* o = out.row(i);
+        const float* __restrict top = in.row(i);
+        const float* __restrict next = in.row(i + 1);
+        const float* __restrict bottom = in.row(i + span);
+        float* __restrict o = out.row(i);
         for (int x = 0; x < width; ++x) {
-            o[x] = box.scale * (inner[x] + box.alpha * (top[x] + bottom[x]));
+            o[x] = scale * (inner[x] + alpha * (top[x] + bottom[x]));
             inner[x] += bottom[x] - next[x];
         }
     }
 }
 
+// Rounded, then clamped as integers: a clamp of floats does not vectorise,
+// since it must keep the order of comparisons for NaN.
 WIB_WINDOW_KERNEL void StoreRow(const float* in, int width, std::uint8_t* out) {
     for (int x = 0; x < width; ++x) {
-        out[x] = static_cast<std::uint8_t>(std::clamp(in[x], 0.0f, 255.0f) + 0.5f);
+        out[x] = static_cast<std::uint8_t>(std::clamp(static_cast<int>(in[x] + 0.5f), 0, 255));
+    }
+}
+
+using Floats8 = float __attribute__((vector_size(32)));
+using Bytes8 = std::uint8_t __attribute__((vector_size(8)));
+
+inline __attribute__((always_inline)) Floats8 LoadFloats(const float* p) {
+    Floats8 v;
+    std::memcpy(&v, p, sizeof v);
+    return v;
+}
+
+inline __attribute__((always_inline)) Floats8 LoadFloats(const std::uint8_t* p) {
+    Bytes8 v;
+    std::memcpy(&v, p, sizeof v);
+    return __builtin_convertvector(v, Floats8);
+}
+
+// Row i of an 8 x 8 block of `from` becomes column i of `to`: interleaved
+// pairs, then pairs of pairs, then halves.
+template <typename T>
+inline __attribute__((always_inline)) void Transpose8(const T* from, std::size_t fromStride,
+                                                      float* to, std::size_t toStride) {
+    Floats8 r[8];
+    for (std::size_t i = 0; i < 8; ++i) {
+        r[i] = LoadFloats(from + i * fromStride);
+    }
+    Floats8 t[8];
+    for (int i = 0; i < 8; i += 2) {
+        t[i] = __builtin_shufflevector(r[i], r[i + 1], 0, 8, 1, 9, 4, 12, 5, 13);
+        t[i + 1] = __builtin_shufflevector(r[i], r[i + 1], 2, 10, 3, 11, 6, 14, 7, 15);
+    }
+    // s[j] and s[j + 4] hold columns j and j + 4 of rows 0-3 and 4-7.
+    Floats8 s[8];
+    for (int i = 0; i < 8; i += 4) {
+        s[i] = __builtin_shufflevector(t[i], t[i + 2], 0, 1, 8, 9, 4, 5, 12, 13);
+        s[i + 1] = __builtin_shufflevector(t[i], t[i + 2], 2, 3, 10, 11, 6, 7, 14, 15);
+        s[i + 2] = __builtin_shufflevector(t[i + 1], t[i + 3], 0, 1, 8, 9, 4, 5, 12, 13);
+        s[i + 3] = __builtin_shufflevector(t[i + 1], t[i + 3], 2, 3, 10, 11, 6, 7, 14, 15);
+    }
+    for (std::size_t j = 0; j < 4; ++j) {
+        const Floats8 low = __builtin_shufflevector(s[j], s[j + 4], 0, 1, 2, 3, 8, 9, 10, 11);
+        const Floats8 high = __builtin_shufflevector(s[j], s[j + 4], 4, 5, 6, 7, 12, 13, 14, 15);
+        std::memcpy(to + j * toStride, &low, sizeof low);
+        std::memcpy(to + (j + 4) * toStride, &high, sizeof high);
+    }
+}
+
+// kGroup rows of bytes, `stride` apart, into a group of floats with the
+// rows side by side: group[x * kGroup + r] = rows[r * stride + x], for x up
+// to `count` rounded up to 8.
+WIB_WINDOW_KERNEL void TransposeIn(const std::uint8_t* rows, std::size_t stride, int count,
+                                   float* group) {
+    for (int x = 0; x < count; x += 8) {
+        for (int r = 0; r < kGroup; r += 8) {
+            Transpose8(rows + static_cast<std::size_t>(r) * stride + x, stride,
+                       group + static_cast<std::size_t>(x) * kGroup + r, kGroup);
+        }
+    }
+}
+
+// The way back: plane[r * stride + x] = group[x * kGroup + r].
+WIB_WINDOW_KERNEL void TransposeOut(const float* group, int count, float* plane,
+                                    std::size_t stride) {
+    for (int x = 0; x < count; x += 8) {
+        for (int r = 0; r < kGroup; r += 8) {
+            Transpose8(group + static_cast<std::size_t>(x) * kGroup + r, kGroup,
+                       plane + static_cast<std::size_t>(r) * stride + x, stride);
+        }
     }
 }
 
@@ -197,43 +273,41 @@ void BoxPassGaussian(const PlaneBand& band, double sigma) {
     const int rows = band.end - band.first + 2 * reach;
     // The passes along the rows run down the columns of a transposed group of
     // rows, so that they too are vector loops across independent sums.
+    // Whole groups of rows and whole 8 x 8 blocks: the rows past the last
+    // are border rows, filtered and never read.
     const int length = width + 2 * reach;
-    std::vector<float> groupA(static_cast<std::size_t>(length) * kGroup);
+    const auto eights = [](int n) { return static_cast<std::size_t>((n + 7) / 8 * 8); };
+    const std::size_t padded = eights(length);
+    const std::size_t planeStride = eights(width);
+    std::vector<std::uint8_t> extended(padded * kGroup);
+    std::vector<float> groupA(padded * kGroup);
     std::vector<float> groupB(groupA.size());
-    std::vector<float> planeA(static_cast<std::size_t>(rows) * static_cast<std::size_t>(width));
+    std::vector<float> planeA(static_cast<std::size_t>(rows + kGroup) * planeStride);
     std::vector<float> stripA(static_cast<std::size_t>(rows) * kStrip);
     std::vector<float> stripB(stripA.size());
     std::vector<float> inner(static_cast<std::size_t>(std::max(width, kGroup)));
     for (int i0 = 0; i0 < rows; i0 += kGroup) {
-        const int group = std::min(kGroup, rows - i0);
-        for (int r = 0; r < group; ++r) {
-            const std::uint8_t* row = band.sourceRow(band.first - reach + i0 + r);
-            for (int x = 0; x < length; ++x) {
-                groupA[static_cast<std::size_t>(x * group + r)] =
-                    row[PlaneBand::ClampIndex(x - reach, width)];
-            }
+        for (int r = 0; r < kGroup; ++r) {
+            ExtendRow(band.sourceRow(band.first - reach + i0 + r), width, reach,
+                      extended.data() + static_cast<std::size_t>(r) * padded);
         }
+        TransposeIn(extended.data(), padded, length, groupA.data());
         float* in = groupA.data();
         float* out = groupB.data();
         int count = length;
         for (int pass = 0; pass < kBoxPasses; ++pass) {
-            BoxPassDown({in, static_cast<std::size_t>(group)}, count, group, box, inner.data(),
-                        {out, static_cast<std::size_t>(group)});
+            BoxPassDown({in, kGroup}, count, kGroup, box, inner.data(), {out, kGroup});
             count -= 2 * box.reach();
             std::swap(in, out);
         }
-        for (int r = 0; r < group; ++r) {
-            float* to = planeA.data() + static_cast<std::size_t>(i0 + r) * width;
-            for (int x = 0; x < width; ++x) {
-                to[x] = in[x * group + r];
-            }
-        }
+        TransposeOut(in, width, planeA.data() + static_cast<std::size_t>(i0) * planeStride,
+                     planeStride);
     }
     // The passes down the columns go strip by strip, each strip's rows
     // staying in cache from one pass to the next.
     for (int x0 = 0; x0 < width; x0 += kStrip) {
         const int strip = std::min(kStrip, width - x0);
-        Rows in{planeA.data() + x0, static_cast<std::size_t>(width)};
+        Rows in{planeA.data() + x0, planeStride};
         Rows out{stripA.data(), static_cast<std::size_t>(strip)};
         int count = rows;
         for (int pass = 0; pass < kBoxPasses; ++pass) {
