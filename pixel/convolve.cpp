@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixel/convolve.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <vector>
 
@@ -11,23 +12,19 @@ namespace wib {
 namespace {
 
 // Sums of kernel times window, in 16-bit lanes when the largest possible sum
-// fits them (the common small kernels), else in 32-bit ones. Weights of one
-// in size, common in sharpening kernels, need no multiplication.
-template <typename Sum>
-WIB_INLINE void AddTap(Sum* sums, const Sum* extended, int weight, int width) {
-    if (weight == 1) {
-        for (int x = 0; x < width; ++x) {
-            sums[x] = static_cast<Sum>(sums[x] + extended[x]);
+// fits them (the common small kernels), else in 32-bit ones. All the taps go
+// into one loop along the row, so each sum stays in a register.
+template <int Size, typename Sum>
+WIB_INLINE void WindowSums(const Sum* const* rows, const Sum* weights, int width,
+                           Sum* __restrict sums) {
+    for (int x = 0; x < width; ++x) {
+        Sum sum = 0;
+        for (int k = 0; k < Size; ++k) {
+            for (int i = 0; i < Size; ++i) {
+                sum = static_cast<Sum>(sum + weights[k * Size + i] * rows[k][x + i]);
+            }
         }
-    } else if (weight == -1) {
-        for (int x = 0; x < width; ++x) {
-            sums[x] = static_cast<Sum>(sums[x] - extended[x]);
-        }
-    } else {
-        const Sum w = static_cast<Sum>(weight);
-        for (int x = 0; x < width; ++x) {
-            sums[x] = static_cast<Sum>(sums[x] + w * extended[x]);
-        }
+        sums[x] = sum;
     }
 }
 
@@ -51,49 +48,55 @@ WIB_INLINE void Store(const Sum* sums, int width, int divisor, int offset, std::
     }
 }
 
-// Each source row is extended once into a ring of `size` rows; the kernel's
-// zero weights are left out.
-template <typename Sum, typename Real>
-WIB_INLINE void ConvolveRows(const PlaneBand& band, const int* kernel, int size, int divisor,
-                             int offset) {
-    const int radius = size / 2;
+// Each source row is extended once into a ring of `Size` rows.
+template <int Size, typename Sum, typename Real>
+WIB_INLINE void ConvolveRows(const PlaneBand& band, const int* kernel, int divisor, int offset) {
+    constexpr int radius = Size / 2;
     const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
-    std::vector<Sum> ring(padded * static_cast<std::size_t>(size));
+    std::vector<Sum> ring(padded * Size);
     std::vector<Sum> sums(static_cast<std::size_t>(band.width));
+    Sum weights[Size * Size];
+    std::copy(kernel, kernel + Size * Size, weights);
     const auto ringRow = [&](int y) {
-        return ring.data() + static_cast<std::size_t>((y + size) % size) * padded;
+        return ring.data() + static_cast<std::size_t>((y + Size) % Size) * padded;
     };
     for (int y = band.first - radius; y < band.first + radius; ++y) {
         ExtendRow(band.sourceRow(y), band.width, radius, ringRow(y));
     }
+    const Sum* rows[Size];
     for (int y = band.first; y < band.end; ++y) {
         ExtendRow(band.sourceRow(y + radius), band.width, radius, ringRow(y + radius));
-        std::fill(sums.begin(), sums.end(), Sum{0});
-        for (int k = 0; k < size; ++k) {
-            const Sum* row = ringRow(y + k - radius);
-            for (int i = 0; i < size; ++i) {
-                if (kernel[k * size + i] != 0) {
-                    AddTap(sums.data(), row + i, kernel[k * size + i], band.width);
-                }
-            }
+        for (int k = 0; k < Size; ++k) {
+            rows[k] = ringRow(y + k - radius);
         }
+        WindowSums<Size>(rows, weights, band.width, sums.data());
         Store<Sum, Real>(sums.data(), band.width, divisor, offset, band.targetRow(y));
+    }
+}
+
+template <typename Sum, typename Real>
+WIB_INLINE void ConvolveSize(const PlaneBand& band, const int* kernel, int size, int divisor,
+                             int offset) {
+    if (size == 3) {
+        ConvolveRows<3, Sum, Real>(band, kernel, divisor, offset);
+    } else {
+        ConvolveRows<5, Sum, Real>(band, kernel, divisor, offset);
     }
 }
 
 WIB_WINDOW_KERNEL void ConvolveShort(const PlaneBand& band, const int* kernel, int size,
                                      int divisor, int offset) {
-    ConvolveRows<std::int16_t, float>(band, kernel, size, divisor, offset);
+    ConvolveSize<std::int16_t, float>(band, kernel, size, divisor, offset);
 }
 
 WIB_WINDOW_KERNEL void ConvolveFloat(const PlaneBand& band, const int* kernel, int size,
                                      int divisor, int offset) {
-    ConvolveRows<std::int32_t, float>(band, kernel, size, divisor, offset);
+    ConvolveSize<std::int32_t, float>(band, kernel, size, divisor, offset);
 }
 
 WIB_WINDOW_KERNEL void ConvolveDouble(const PlaneBand& band, const int* kernel, int size,
                                       int divisor, int offset) {
-    ConvolveRows<std::int32_t, double>(band, kernel, size, divisor, offset);
+    ConvolveSize<std::int32_t, double>(band, kernel, size, divisor, offset);
 }
 
 }  // namespace
