@@ -2,12 +2,15 @@
 #include "pixel/rank.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <numeric>
 #include <utility>
 #include <vector>
 
 #include "pixel/comparator_network.h"
+
+#define WIB_INLINE inline __attribute__((always_inline))
 
 namespace wib {
 
@@ -98,6 +101,114 @@ int WholeBlocks(int length) {
     return (length + block - 1) / block * block;
 }
 
+// Window wires: the sorted run of columns 2j and 2j + 1 at 2 size j, each
+// smallest first, then the last column sorted. Adds the steps that merge
+// them as far as the median needs and returns the median's wire.
+constexpr int BuildWindowNetwork(int size, ComparatorNetwork& window) {
+    const auto run = [](int first, int count) {
+        std::vector<int> wires(static_cast<std::size_t>(count));
+        std::iota(wires.begin(), wires.end(), first);
+        return wires;
+    };
+    std::vector<int> sorted = run((size - 1) * size, size);
+    for (int j = 0; 2 * j + 1 < size; ++j) {
+        sorted = window.merge(run(2 * size * j, 2 * size), sorted);
+    }
+    const int median = sorted[sorted.size() / 2];
+    window.keepOnly({median});
+    return median;
+}
+
+// The window stage of radius `Radius` as constants, so that its steps unroll
+// and its wires stay in registers.
+template <int Radius>
+struct WindowSteps {
+    static constexpr int kSize = 2 * Radius + 1;
+    static constexpr int kWires = kSize * kSize;
+    static constexpr std::size_t kCount = [] {
+        ComparatorNetwork window;
+        BuildWindowNetwork(kSize, window);
+        return window.steps().size();
+    }();
+    static constexpr auto kSteps = [] {
+        ComparatorNetwork window;
+        BuildWindowNetwork(kSize, window);
+        std::array<ComparatorStep, kCount> steps{};
+        std::copy(window.steps().begin(), window.steps().end(), steps.begin());
+        return steps;
+    }();
+    static constexpr int kMedian = [] {
+        ComparatorNetwork window;
+        return BuildWindowNetwork(kSize, window);
+    }();
+    static constexpr auto kReads = [] {
+        ComparatorNetwork window;
+        BuildWindowNetwork(kSize, window);
+        std::array<bool, kWires> reads{};
+        for (int i = 0; i < kWires; ++i) {
+            reads[static_cast<std::size_t>(i)] = window.reads(i);
+        }
+        return reads;
+    }();
+};
+
+template <typename Steps, std::size_t I>
+WIB_INLINE void OrderWires(ComparatorBytes* w) {
+    constexpr ComparatorStep step = Steps::kSteps[I];
+    const ComparatorBytes a = w[step.low];
+    const ComparatorBytes b = w[step.high];
+    if constexpr (step.keepLow) {
+        w[step.low] = a < b ? a : b;
+    }
+    if constexpr (step.keepHigh) {
+        w[step.high] = a < b ? b : a;
+    }
+}
+
+template <typename Steps, std::size_t I>
+WIB_INLINE void LoadWire(ComparatorBytes* w, const std::uint8_t* const* sources, int t) {
+    if constexpr (Steps::kReads[I]) {
+        w[I] = LoadBytes(sources[I] + t);
+    }
+}
+
+template <typename Steps, std::size_t... Wire, std::size_t... Step>
+WIB_INLINE void WindowMedians(const std::uint8_t* const* sources, int run, std::uint8_t* out,
+                              std::index_sequence<Wire...>, std::index_sequence<Step...>) {
+    constexpr int block = kComparatorBlock;
+    for (int t = 0; t < run; t += block) {
+        ComparatorBytes w[Steps::kWires];
+        (LoadWire<Steps, Wire>(w, sources, t), ...);
+        (OrderWires<Steps, Step>(w), ...);
+        if (t + block <= run) {
+            StoreBytes(out + t, w[Steps::kMedian]);
+        } else {
+            std::uint8_t last[block];
+            StoreBytes(last, w[Steps::kMedian]);
+            std::copy(last, last + run - t, out + t);
+        }
+    }
+}
+
+// The medians of `run` windows, each block of them through the whole window
+// stage in registers.
+template <int Radius>
+WIB_INLINE void WindowMedians(const std::uint8_t* const* sources, int run, std::uint8_t* out) {
+    using Steps = WindowSteps<Radius>;
+    WindowMedians<Steps>(sources, run, out, std::make_index_sequence<Steps::kWires>{},
+                         std::make_index_sequence<Steps::kCount>{});
+}
+
+WIB_WINDOW_KERNEL void WindowMedians3(const std::uint8_t* const* sources, int run,
+                                      std::uint8_t* out) {
+    WindowMedians<1>(sources, run, out);
+}
+
+WIB_WINDOW_KERNEL void WindowMedians5(const std::uint8_t* const* sources, int run,
+                                      std::uint8_t* out) {
+    WindowMedians<2>(sources, run, out);
+}
+
 // The median in three stages, each shared by the windows that overlap: every
 // column of `size` values is sorted once, every two neighbouring sorted
 // columns are merged once, and each window merges the two-column runs and its
@@ -112,20 +223,8 @@ struct MedianStages {
             wire += size;
         }
         pairOrder = pairs.merge(column, second);
-        // Window wires: run j of columns 2j and 2j + 1 at 2 size j, each
-        // smallest first, then the last column.
-        std::vector<int> last(column);
-        for (int& wire : last) {
-            wire += (size - 1) * size;
-        }
-        std::vector<int> sorted = last;
-        for (int j = 0; 2 * j + 1 < size; ++j) {
-            std::vector<int> run(static_cast<std::size_t>(2 * size));
-            std::iota(run.begin(), run.end(), 2 * size * j);
-            sorted = window.merge(run, sorted);
-        }
-        median = sorted[sorted.size() / 2];
-        window.keepOnly({median});
+        ComparatorNetwork window;
+        BuildWindowNetwork(size, window);
         std::vector<int> pairResults;
         for (int i = 0; i < 2 * size; ++i) {
             bool read = false;
@@ -149,10 +248,8 @@ struct MedianStages {
     int size;
     ComparatorNetwork columns;
     ComparatorNetwork pairs;
-    ComparatorNetwork window;
     std::vector<int> columnOrder;
     std::vector<int> pairOrder;
-    int median = 0;
 };
 
 // A chunk of one row at a time, its window rows extended by the radius. Each
@@ -166,7 +263,6 @@ void NetworkMedianRows(const PlaneBand& band, int radius, const MedianStages& st
     std::vector<std::uint8_t> extended(padded * static_cast<std::size_t>(size));
     std::vector<std::uint8_t> columnLanes = lanes(size);
     std::vector<std::uint8_t> pairLanes = lanes(2 * size);
-    std::vector<std::uint8_t> windowLanes = lanes(size * size);
     using Sources = std::vector<const std::uint8_t*>;
     Sources columnSources(static_cast<std::size_t>(size));
     Sources pairSources(static_cast<std::size_t>(2 * size));
@@ -208,10 +304,11 @@ void NetworkMedianRows(const PlaneBand& band, int radius, const MedianStages& st
                     at(windowSources, 2 * size * j + i) = merged + 2 * j;
                 }
             }
-            stages.window.run(windowSources.data(), windowLanes.data(), kLaneLength, run);
-            const std::uint8_t* median = stages.window.result(stages.median, windowSources.data(),
-                                                              windowLanes.data(), kLaneLength);
-            std::copy(median, median + run, out + x0);
+            if (radius == 1) {
+                WindowMedians3(windowSources.data(), run, out + x0);
+            } else {
+                WindowMedians5(windowSources.data(), run, out + x0);
+            }
         }
     }
 }
