@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 #include <vector>
 
 namespace wib {
@@ -24,25 +25,41 @@ constexpr int kStrip = 64;
 // 2^-16 applied as the high half of the product. The pass along the rows
 // keeps that scale, the pass down the columns drops it with rounding.
 constexpr int kPixelShift = 7;
+// The direct kernel reaches 3 sigma, so its radius is at most this.
+constexpr int kDirectRadius = 9;
+static_assert(kDirectRadius >= 3 * kBoxPassesFrom);
 
 // acc = w[0] * centre + sum over k of w[k] * (centre[-k] + centre[+k]), all
-// `rows` apart: tap pair by tap pair along the whole row, each a vector loop.
+// taps of a pixel in one loop along the row so that its sum stays in a
+// register; compiled for each radius the direct kernel uses.
+template <int Radius>
+inline __attribute__((always_inline)) void FixedTapsOf(const std::uint16_t* const* rows,
+                                                       const std::uint16_t* weights, int width,
+                                                       std::uint16_t* __restrict acc) {
+    for (int x = 0; x < width; ++x) {
+        std::uint16_t sum =
+            static_cast<std::uint16_t>((rows[0][x] * std::uint32_t{weights[0]}) >> 16);
+        for (int k = 1; k <= Radius; ++k) {
+            const std::uint32_t pair =
+                static_cast<std::uint16_t>(rows[2 * k - 1][x] + rows[2 * k][x]);
+            sum = static_cast<std::uint16_t>(sum + ((pair * weights[k]) >> 16));
+        }
+        acc[x] = sum;
+    }
+}
+
+template <int... Radius>
+inline __attribute__((always_inline)) void FixedTapsUpTo(const std::uint16_t* const* rows,
+                                                         const std::uint16_t* weights, int radius,
+                                                         int width, std::uint16_t* acc,
+                                                         std::integer_sequence<int, Radius...>) {
+    ((radius == Radius + 1 ? FixedTapsOf<Radius + 1>(rows, weights, width, acc) : void()), ...);
+}
+
 WIB_WINDOW_KERNEL void FixedTaps(const std::uint16_t* const* rows, const std::uint16_t* weights,
                                  int radius, int width, std::uint16_t* acc) {
-    const std::uint16_t* centre = rows[0];
-    const std::uint32_t w0 = weights[0];
-    for (int x = 0; x < width; ++x) {
-        acc[x] = static_cast<std::uint16_t>((centre[x] * w0) >> 16);
-    }
-    for (int k = 1; k <= radius; ++k) {
-        const std::uint16_t* before = rows[2 * k - 1];
-        const std::uint16_t* after = rows[2 * k];
-        const std::uint32_t w = weights[k];
-        for (int x = 0; x < width; ++x) {
-            const std::uint32_t pair = static_cast<std::uint16_t>(before[x] + after[x]);
-            acc[x] = static_cast<std::uint16_t>(acc[x] + ((pair * w) >> 16));
-        }
-    }
+    FixedTapsUpTo(rows, weights, radius, width, acc,
+                  std::make_integer_sequence<int, kDirectRadius>{});
 }
 
 WIB_WINDOW_KERNEL void ScaleRow(const std::uint8_t* row, int width, int pad,
