@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "pixel/comparator_network.h"
 
+#include "pixel/comparator_bytes.h"
 #include "pixel/plane_band.h"
 
 namespace wib {

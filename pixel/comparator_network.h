@@ -4,24 +4,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <vector>
 
 namespace wib {
 
 // Values are ordered in blocks of this many bytes, one pixel a byte.
 inline constexpr int kComparatorBlock = 32;
-using ComparatorBytes = std::uint8_t __attribute__((vector_size(kComparatorBlock)));
-
-inline __attribute__((always_inline)) ComparatorBytes LoadBytes(const std::uint8_t* p) {
-    ComparatorBytes v;
-    std::memcpy(&v, p, sizeof v);
-    return v;
-}
-
-inline __attribute__((always_inline)) void StoreBytes(std::uint8_t* p, ComparatorBytes v) {
-    std::memcpy(p, &v, sizeof v);
-}
 
 // One step of a network: the smaller value to wire `low`, the larger to
 // `high`; a step whose other output nothing reads keeps only one side.

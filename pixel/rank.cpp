@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "pixel/comparator_network.h"
+#include "pixel/comparator_bytes.h"
 
 #define WIB_INLINE inline __attribute__((always_inline))
 
