@@ -11,39 +11,40 @@ namespace wib {
 
 namespace {
 
-// Sums of kernel times window, in 16-bit lanes when the largest possible sum
-// fits them (the common small kernels), else in 32-bit ones. All the taps go
-// into one loop along the row, so each sum stays in a register.
+// The sum of kernel times window at x, in 16-bit lanes when the largest
+// possible sum fits them (the common small kernels), else in 32-bit ones.
 template <int Size, typename Sum>
-WIB_INLINE void WindowSums(const Sum* const* rows, const Sum* weights, int width,
-                           Sum* __restrict sums) {
-    for (int x = 0; x < width; ++x) {
-        Sum sum = 0;
-        for (int k = 0; k < Size; ++k) {
-            for (int i = 0; i < Size; ++i) {
-                sum = static_cast<Sum>(sum + weights[k * Size + i] * rows[k][x + i]);
-            }
+WIB_INLINE Sum WindowSum(const Sum* const* rows, const Sum* weights, int x) {
+    Sum sum = 0;
+    for (int k = 0; k < Size; ++k) {
+        for (int i = 0; i < Size; ++i) {
+            sum = static_cast<Sum>(sum + weights[k * Size + i] * rows[k][x + i]);
         }
-        sums[x] = sum;
     }
+    return sum;
 }
 
-// The quotient truncated toward zero. An exact integer divided in floating
-// point is correctly rounded, and a quotient that is not whole lies at least
-// 1 / |divisor| from the next whole number, so the conversion's truncation
-// gives the integer quotient whenever the largest sum fits the mantissa:
-// single precision below 2^24, double always.
-template <typename Sum, typename Real>
-WIB_INLINE void Store(const Sum* sums, int width, int divisor, int offset, std::uint8_t* out) {
+// One output row, all the taps of a pixel and its store in one loop along
+// the row, so that each sum stays in a register. The quotient is truncated
+// toward zero: an exact integer divided in floating point is correctly
+// rounded, and a quotient that is not whole lies at least 1 / |divisor| from
+// the next whole number, so the conversion's truncation gives the integer
+// quotient whenever the largest sum fits the mantissa: single precision
+// below 2^24, double always.
+template <int Size, typename Sum, typename Real>
+WIB_INLINE void ConvolveRow(const Sum* const* rows, const Sum* weights, int width, int divisor,
+                            int offset, std::uint8_t* __restrict out) {
     if (divisor == 1) {
         for (int x = 0; x < width; ++x) {
-            out[x] = static_cast<std::uint8_t>(std::clamp(sums[x] + offset, 0, 255));
+            const int sum = WindowSum<Size>(rows, weights, x);
+            out[x] = static_cast<std::uint8_t>(std::clamp(sum + offset, 0, 255));
         }
         return;
     }
     const Real d = static_cast<Real>(divisor);
     for (int x = 0; x < width; ++x) {
-        const int q = static_cast<int>(static_cast<Real>(sums[x]) / d);
+        const Real sum = static_cast<Real>(WindowSum<Size>(rows, weights, x));
+        const int q = static_cast<int>(sum / d);
         out[x] = static_cast<std::uint8_t>(std::clamp(q + offset, 0, 255));
     }
 }
@@ -54,7 +55,6 @@ WIB_INLINE void ConvolveRows(const PlaneBand& band, const int* kernel, int divis
     constexpr int radius = Size / 2;
     const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
     std::vector<Sum> ring(padded * Size);
-    std::vector<Sum> sums(static_cast<std::size_t>(band.width));
     Sum weights[Size * Size];
     std::copy(kernel, kernel + Size * Size, weights);
     const auto ringRow = [&](int y) {
@@ -69,8 +69,7 @@ WIB_INLINE void ConvolveRows(const PlaneBand& band, const int* kernel, int divis
         for (int k = 0; k < Size; ++k) {
             rows[k] = ringRow(y + k - radius);
         }
-        WindowSums<Size>(rows, weights, band.width, sums.data());
-        Store<Sum, Real>(sums.data(), band.width, divisor, offset, band.targetRow(y));
+        ConvolveRow<Size, Sum, Real>(rows, weights, band.width, divisor, offset, band.targetRow(y));
     }
 }
 
