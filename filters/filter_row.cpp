@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "filters/filter_row.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "core/workspace.h"
@@ -26,21 +28,50 @@ bool OverlayThroughAlpha(Workspace& workspace, const Plane& r, const Plane& g, c
     return true;
 }
 
+namespace {
+
+// The planes a kernel writes, kept from one run to the next, so that a filter
+// repeated over the frames of an animation allocates nothing per frame.
+std::array<Plane, 3>& ScratchPlanes() {
+    thread_local std::array<Plane, 3> planes;
+    return planes;
+}
+
+// A scratch plane of `plane`'s shape holding its spare column and row; the
+// kernel writes every image pixel.
+void PrepareScratch(const Plane& plane, Plane& scratch) {
+    if (!scratch.sameShape(plane)) {
+        scratch = Plane::Uninitialized(plane.ubX(), plane.ubY());
+    }
+    for (int y = 0; y < plane.ubY(); ++y) {
+        scratch.row(y)[plane.ubX()] = plane.row(y)[plane.ubX()];
+    }
+    std::copy(plane.row(plane.ubY()), plane.row(plane.ubY()) + plane.stride(),
+              scratch.row(plane.ubY()));
+}
+
+}  // namespace
+
 void ApplyFilter(Workspace& workspace, const ParamValues& values, const FilterKernel& kernel) {
     Document& doc = workspace.document;
-    // The result goes to copies, so that the spare column and row stay as
-    // they were and the source stays whole while the kernel reads it.
-    Plane r = doc.RBuffer, g = doc.GBuffer, b = doc.BBuffer;
-    const ColourPlanes source{{&doc.RBuffer, &doc.GBuffer, &doc.BBuffer}, doc.width, doc.height};
-    const ColourPlanes target{{&r, &g, &b}, doc.width, doc.height};
+    const std::array<Plane*, 3> image{&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
+    std::array<Plane, 3>& scratch = ScratchPlanes();
+    for (std::size_t c = 0; c < 3; ++c) {
+        PrepareScratch(*image[c], scratch[c]);
+    }
+    // The result goes to the scratch planes, so that the source stays whole
+    // while the kernel reads it.
+    const ColourPlanes source{image, doc.width, doc.height};
+    const ColourPlanes target{{&scratch[0], &scratch[1], &scratch[2]}, doc.width, doc.height};
     kernel({source, target, values, workspace, workspace.threadCount});
     if (doc.AlphaBitsFlag == 255) {
-        OverlayThroughAlpha(workspace, r, g, b, OverlayMode::ThroughAlpha);
+        OverlayThroughAlpha(workspace, scratch[0], scratch[1], scratch[2],
+                            OverlayMode::ThroughAlpha);
         return;
     }
-    doc.RBuffer = std::move(r);
-    doc.GBuffer = std::move(g);
-    doc.BBuffer = std::move(b);
+    for (std::size_t c = 0; c < 3; ++c) {
+        std::swap(*image[c], scratch[c]);
+    }
 }
 
 CommandSpec FilterRow(std::string id, std::string caption, std::string menu,

@@ -2,11 +2,16 @@
 #include "pixel/box_blur.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 namespace wib {
 
 namespace {
+
+// Row windows up to this radius are summed whole rather than run along.
+constexpr int kSmallRadius = 8;
 
 // Adds `sign` times source row y to the column sums.
 WIB_WINDOW_KERNEL void AddRow(std::int32_t* sums, const std::uint8_t* row, int width, int sign) {
@@ -15,15 +20,47 @@ WIB_WINDOW_KERNEL void AddRow(std::int32_t* sums, const std::uint8_t* row, int w
     }
 }
 
-// One output row from the column sums, extended by `radius` each side. The
-// window count n is odd, so an exact mean sum / n lies at least 1 / (2 n) from
-// any half, far more than the rounding error of sum * (1 / n): adding one half
-// and truncating rounds it exactly.
+// The mean of a window sum. The window count n is odd, so an exact mean
+// sum / n lies at least 1 / (2 n) from any half, far more than the rounding
+// error of sum * (1 / n): adding one half and truncating rounds it exactly.
+inline __attribute__((always_inline)) std::uint8_t Mean(std::int32_t sum, double scale) {
+    return static_cast<std::uint8_t>(sum * scale + 0.5);
+}
+
+// Small windows: each row window summed whole, its taps unrolled, in one
+// vector loop along the row with the division.
+template <int Radius>
+inline __attribute__((always_inline)) void SmallRowMeans(const std::int32_t* extended, int width,
+                                                         double scale, std::uint8_t* out) {
+    for (int x = 0; x < width; ++x) {
+        std::int32_t sum = 0;
+        for (int i = 0; i <= 2 * Radius; ++i) {
+            sum += extended[x + i];
+        }
+        out[x] = Mean(sum, scale);
+    }
+}
+
+template <int... Radius>
+inline __attribute__((always_inline)) bool SmallRowMeansUpTo(
+    const std::int32_t* extended, int width, int radius, double scale, std::uint8_t* out,
+    std::integer_sequence<int, Radius...>) {
+    return ((radius == Radius + 1 ? (SmallRowMeans<Radius + 1>(extended, width, scale, out), true)
+                                  : false) ||
+            ...);
+}
+
+// One output row from the column sums, extended by `radius` each side.
 WIB_WINDOW_KERNEL void RowMeans(const std::int32_t* extended, int width, int radius,
                                 std::int32_t* windows, std::uint8_t* out) {
+    const int size = 2 * radius + 1;
+    const double scale = 1.0 / (static_cast<double>(size) * size);
+    if (SmallRowMeansUpTo(extended, width, radius, scale, out,
+                          std::make_integer_sequence<int, kSmallRadius>{})) {
+        return;
+    }
     // Two running sums, over the left and the right half, interleaved: each
     // step depends on the one before, so two chains keep the core busier.
-    const int size = 2 * radius + 1;
     const int half = width / 2;
     std::int32_t left = 0;
     std::int32_t right = 0;
@@ -43,9 +80,8 @@ WIB_WINDOW_KERNEL void RowMeans(const std::int32_t* extended, int width, int rad
         right += extended[x + size - 1] - extended[x - 1];
         windows[x] = right;
     }
-    const double scale = 1.0 / (static_cast<double>(size) * size);
     for (int x = 0; x < width; ++x) {
-        out[x] = static_cast<std::uint8_t>(windows[x] * scale + 0.5);
+        out[x] = Mean(windows[x], scale);
     }
 }
 

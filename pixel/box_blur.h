@@ -6,8 +6,8 @@
 namespace wib {
 
 // Mean of the (2 radius + 1)^2 window, rounded to nearest (halves up). Running
-// sums down the columns and along the rows, so the cost does not grow with the
-// radius.
+// sums down the columns and, past a small radius, along the rows, so the cost
+// does not grow with the radius.
 void BoxBlur(const PlaneBand& band, int radius);
 
 }  // namespace wib

@@ -2,9 +2,15 @@
 #include "pixel/rank.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdlib>
+#include <numeric>
 #include <utility>
 #include <vector>
+
+#include "pixel/comparator_bytes.h"
+
+#define WIB_INLINE inline __attribute__((always_inline))
 
 namespace wib {
 
@@ -83,82 +89,226 @@ void ExtremeFilter(const PlaneBand& band, int radius, PickRow pick) {
     }
 }
 
-// Windows up to this radius go through a sorting network instead.
+// Windows up to this radius go through comparator networks instead.
 constexpr int kNetworkRadius = 2;
-constexpr int kNetworkChunk = 256;
+constexpr int kNetworkChunk = 512;
+// Lanes hold a chunk with its window margin, rounded up to whole blocks, and
+// one more block for the reads one and two columns along.
+constexpr int kLaneLength = kNetworkChunk + 2 * ComparatorNetwork::kBlock;
 
-using Comparators = std::vector<std::pair<int, int>>;
-
-// The comparators of Batcher's odd-even merge sort of `count` values that
-// decide sorted position `rank`. Those reaching past `count` only meet the
-// (implicit) largest values there and change nothing, so they go; so do those
-// whose outputs nothing needed reads.
-Comparators MedianNetwork(int count, int rank) {
-    int n = 1;
-    while (n < count) {
-        n <<= 1;
-    }
-    Comparators all;
-    for (int p = 1; p < n; p <<= 1) {
-        for (int k = p; k >= 1; k >>= 1) {
-            for (int j = k % p; j + k < n; j += 2 * k) {
-                for (int i = 0; i < k && i + j + k < count; ++i) {
-                    if ((i + j) / (2 * p) == (i + j + k) / (2 * p)) {
-                        all.emplace_back(i + j, i + j + k);
-                    }
-                }
-            }
-        }
-    }
-    std::vector<bool> needed(static_cast<std::size_t>(count));
-    needed[static_cast<std::size_t>(rank)] = true;
-    Comparators kept;
-    for (auto it = all.rbegin(); it != all.rend(); ++it) {
-        const auto a = static_cast<std::size_t>(it->first);
-        const auto b = static_cast<std::size_t>(it->second);
-        if (needed[a] || needed[b]) {
-            needed[a] = needed[b] = true;
-            kept.push_back(*it);
-        }
-    }
-    return {kept.rbegin(), kept.rend()};
+int WholeBlocks(int length) {
+    constexpr int block = ComparatorNetwork::kBlock;
+    return (length + block - 1) / block * block;
 }
 
-// Each window's values in lanes of kNetworkChunk pixels, put through the
-// network with byte-wide min and max.
-WIB_WINDOW_KERNEL void NetworkMedianRows(const PlaneBand& band, int radius,
-                                         const Comparators& network) {
-    const int size = 2 * radius + 1;
-    const int count = size * size;
-    const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius);
-    std::vector<std::uint8_t> extended(padded * static_cast<std::size_t>(size));
-    std::vector<std::uint8_t> lanes(static_cast<std::size_t>(count * kNetworkChunk));
-    const auto lane = [&lanes](int i) { return lanes.data() + i * kNetworkChunk; };
-    for (int y = band.first; y < band.end; ++y) {
-        for (int k = 0; k < size; ++k) {
-            ExtendRow(band.sourceRow(y + k - radius), band.width, radius,
-                      extended.data() + static_cast<std::size_t>(k) * padded);
+// Window wires: the sorted run of columns 2j and 2j + 1 at 2 size j, each
+// smallest first, then the last column sorted. Adds the steps that merge
+// them as far as the median needs and returns the median's wire.
+constexpr int BuildWindowNetwork(int size, ComparatorNetwork& window) {
+    const auto run = [](int first, int count) {
+        std::vector<int> wires(static_cast<std::size_t>(count));
+        std::iota(wires.begin(), wires.end(), first);
+        return wires;
+    };
+    std::vector<int> sorted = run((size - 1) * size, size);
+    for (int j = 0; 2 * j + 1 < size; ++j) {
+        sorted = window.merge(run(2 * size * j, 2 * size), sorted);
+    }
+    const int median = sorted[sorted.size() / 2];
+    window.keepOnly({median});
+    return median;
+}
+
+// The window stage of radius `Radius` as constants, so that its steps unroll
+// and its wires stay in registers.
+template <int Radius>
+struct WindowSteps {
+    static constexpr int kSize = 2 * Radius + 1;
+    static constexpr int kWires = kSize * kSize;
+    static constexpr std::size_t kCount = [] {
+        ComparatorNetwork window;
+        BuildWindowNetwork(kSize, window);
+        return window.steps().size();
+    }();
+    static constexpr auto kSteps = [] {
+        ComparatorNetwork window;
+        BuildWindowNetwork(kSize, window);
+        std::array<ComparatorStep, kCount> steps{};
+        std::copy(window.steps().begin(), window.steps().end(), steps.begin());
+        return steps;
+    }();
+    static constexpr int kMedian = [] {
+        ComparatorNetwork window;
+        return BuildWindowNetwork(kSize, window);
+    }();
+    static constexpr auto kReads = [] {
+        ComparatorNetwork window;
+        BuildWindowNetwork(kSize, window);
+        std::array<bool, kWires> reads{};
+        for (int i = 0; i < kWires; ++i) {
+            reads[static_cast<std::size_t>(i)] = window.reads(i);
         }
+        return reads;
+    }();
+};
+
+template <typename Steps, std::size_t I>
+WIB_INLINE void OrderWires(ComparatorBytes* w) {
+    constexpr ComparatorStep step = Steps::kSteps[I];
+    const ComparatorBytes a = w[step.low];
+    const ComparatorBytes b = w[step.high];
+    if constexpr (step.keepLow) {
+        w[step.low] = a < b ? a : b;
+    }
+    if constexpr (step.keepHigh) {
+        w[step.high] = a < b ? b : a;
+    }
+}
+
+template <typename Steps, std::size_t I>
+WIB_INLINE void LoadWire(ComparatorBytes* w, const std::uint8_t* const* sources, int t) {
+    if constexpr (Steps::kReads[I]) {
+        w[I] = LoadBytes(sources[I] + t);
+    }
+}
+
+template <typename Steps, std::size_t... Wire, std::size_t... Step>
+WIB_INLINE void WindowMedians(const std::uint8_t* const* sources, int run, std::uint8_t* out,
+                              std::index_sequence<Wire...>, std::index_sequence<Step...>) {
+    constexpr int block = kComparatorBlock;
+    for (int t = 0; t < run; t += block) {
+        ComparatorBytes w[Steps::kWires];
+        (LoadWire<Steps, Wire>(w, sources, t), ...);
+        (OrderWires<Steps, Step>(w), ...);
+        if (t + block <= run) {
+            StoreBytes(out + t, w[Steps::kMedian]);
+        } else {
+            std::uint8_t last[block];
+            StoreBytes(last, w[Steps::kMedian]);
+            std::copy(last, last + run - t, out + t);
+        }
+    }
+}
+
+// The medians of `run` windows, each block of them through the whole window
+// stage in registers.
+template <int Radius>
+WIB_INLINE void WindowMedians(const std::uint8_t* const* sources, int run, std::uint8_t* out) {
+    using Steps = WindowSteps<Radius>;
+    WindowMedians<Steps>(sources, run, out, std::make_index_sequence<Steps::kWires>{},
+                         std::make_index_sequence<Steps::kCount>{});
+}
+
+WIB_WINDOW_KERNEL void WindowMedians3(const std::uint8_t* const* sources, int run,
+                                      std::uint8_t* out) {
+    WindowMedians<1>(sources, run, out);
+}
+
+WIB_WINDOW_KERNEL void WindowMedians5(const std::uint8_t* const* sources, int run,
+                                      std::uint8_t* out) {
+    WindowMedians<2>(sources, run, out);
+}
+
+// The median in three stages, each shared by the windows that overlap: every
+// column of `size` values is sorted once, every two neighbouring sorted
+// columns are merged once, and each window merges the two-column runs and its
+// last column only as far as its median needs.
+struct MedianStages {
+    explicit MedianStages(int radius) : size(2 * radius + 1) {
+        std::vector<int> column(static_cast<std::size_t>(size));
+        std::iota(column.begin(), column.end(), 0);
+        columnOrder = columns.sort(column);
+        std::vector<int> second(column);
+        for (int& wire : second) {
+            wire += size;
+        }
+        pairOrder = pairs.merge(column, second);
+        ComparatorNetwork window;
+        BuildWindowNetwork(size, window);
+        std::vector<int> pairResults;
+        for (int i = 0; i < 2 * size; ++i) {
+            bool read = false;
+            for (int j = 0; 2 * j + 1 < size; ++j) {
+                read = read || window.reads(2 * size * j + i);
+            }
+            if (read) {
+                pairResults.push_back(pairOrder[static_cast<std::size_t>(i)]);
+            }
+        }
+        pairs.keepOnly(pairResults);
+        std::vector<int> columnResults;
+        for (int i = 0; i < size; ++i) {
+            if (pairs.reads(i) || pairs.reads(size + i) || window.reads((size - 1) * size + i)) {
+                columnResults.push_back(columnOrder[static_cast<std::size_t>(i)]);
+            }
+        }
+        columns.keepOnly(columnResults);
+    }
+
+    int size;
+    ComparatorNetwork columns;
+    ComparatorNetwork pairs;
+    std::vector<int> columnOrder;
+    std::vector<int> pairOrder;
+};
+
+// A chunk of one row at a time, its window rows extended by the radius. Each
+// stage reads the one before where it left its results, so nothing is copied.
+void NetworkMedianRows(const PlaneBand& band, int radius, const MedianStages& stages) {
+    const int size = stages.size;
+    const auto lanes = [](int count) {
+        return std::vector<std::uint8_t>(static_cast<std::size_t>(count) * kLaneLength);
+    };
+    const std::size_t padded = static_cast<std::size_t>(band.width + 2 * radius + kLaneLength);
+    std::vector<std::uint8_t> extended(padded * static_cast<std::size_t>(size));
+    std::vector<std::uint8_t> columnLanes = lanes(size);
+    std::vector<std::uint8_t> pairLanes = lanes(2 * size);
+    using Sources = std::vector<const std::uint8_t*>;
+    Sources columnSources(static_cast<std::size_t>(size));
+    Sources pairSources(static_cast<std::size_t>(2 * size));
+    Sources windowSources(static_cast<std::size_t>(size * size));
+    const auto at = [](Sources& sources, int wire) -> const std::uint8_t*& {
+        return sources[static_cast<std::size_t>(wire)];
+    };
+    // Each source row is extended once, into a ring of the window's rows.
+    const auto extendedRow = [&](int y) {
+        return extended.data() + static_cast<std::size_t>((y + size) % size) * padded;
+    };
+    for (int y = band.first - radius; y < band.first + radius; ++y) {
+        ExtendRow(band.sourceRow(y), band.width, radius, extendedRow(y));
+    }
+    for (int y = band.first; y < band.end; ++y) {
+        ExtendRow(band.sourceRow(y + radius), band.width, radius, extendedRow(y + radius));
         std::uint8_t* out = band.targetRow(y);
         for (int x0 = 0; x0 < band.width; x0 += kNetworkChunk) {
             const int run = std::min(kNetworkChunk, band.width - x0);
+            const int margin = WholeBlocks(run + 2 * radius);
             for (int k = 0; k < size; ++k) {
-                for (int i = 0; i < size; ++i) {
-                    const std::uint8_t* from =
-                        extended.data() + static_cast<std::size_t>(k) * padded + x0 + i;
-                    std::copy(from, from + run, lane(k * size + i));
+                at(columnSources, k) = extendedRow(y + k - radius) + x0;
+            }
+            stages.columns.run(columnSources.data(), columnLanes.data(), kLaneLength, margin);
+            for (int i = 0; i < size; ++i) {
+                const std::uint8_t* sorted =
+                    stages.columns.result(stages.columnOrder[static_cast<std::size_t>(i)],
+                                          columnSources.data(), columnLanes.data(), kLaneLength);
+                at(pairSources, i) = sorted;
+                at(pairSources, size + i) = sorted + 1;
+                at(windowSources, (size - 1) * size + i) = sorted + size - 1;
+            }
+            stages.pairs.run(pairSources.data(), pairLanes.data(), kLaneLength, margin);
+            for (int i = 0; i < 2 * size; ++i) {
+                const std::uint8_t* merged =
+                    stages.pairs.result(stages.pairOrder[static_cast<std::size_t>(i)],
+                                        pairSources.data(), pairLanes.data(), kLaneLength);
+                for (int j = 0; 2 * j + 1 < size; ++j) {
+                    at(windowSources, 2 * size * j + i) = merged + 2 * j;
                 }
             }
-            for (const auto& [a, b] : network) {
-                std::uint8_t* low = lane(a);
-                std::uint8_t* high = lane(b);
-                for (int t = 0; t < kNetworkChunk; ++t) {
-                    const std::uint8_t l = std::min(low[t], high[t]);
-                    high[t] = std::max(low[t], high[t]);
-                    low[t] = l;
-                }
+            if (radius == 1) {
+                WindowMedians3(windowSources.data(), run, out + x0);
+            } else {
+                WindowMedians5(windowSources.data(), run, out + x0);
             }
-            std::copy(lane(count / 2), lane(count / 2) + run, out + x0);
         }
     }
 }
@@ -194,8 +344,7 @@ void HistogramMedianRows(const PlaneBand& band, int radius) {
 
 void MedianFilter(const PlaneBand& band, int radius) {
     if (radius <= kNetworkRadius) {
-        const int count = (2 * radius + 1) * (2 * radius + 1);
-        NetworkMedianRows(band, radius, MedianNetwork(count, count / 2));
+        NetworkMedianRows(band, radius, MedianStages(radius));
     } else {
         HistogramMedianRows(band, radius);
     }

@@ -5,8 +5,9 @@
 
 namespace wib {
 
-// Median of the (2 radius + 1)^2 window: a histogram slid along each row,
-// the median followed from pixel to pixel by the count below it.
+// Median of the (2 radius + 1)^2 window: comparator networks for radii 1
+// and 2, otherwise a histogram slid along each row, the median followed from
+// pixel to pixel by the count below it.
 void MedianFilter(const PlaneBand& band, int radius);
 
 // Smallest and largest value of the (2 radius + 1)^2 window, as a column pass

@@ -67,8 +67,9 @@ struct WindowImage {
     std::vector<std::uint8_t> target;
 };
 
-// The sizes every window kernel is tried on: single pixels, lines, odd shapes.
-inline const std::vector<std::pair<int, int>> kWindowSizes = {{1, 1}, {1, 9},   {9, 1},
-                                                              {7, 5}, {23, 17}, {64, 3}};
+// The sizes every window kernel is tried on: single pixels, lines, odd shapes,
+// rows longer than the chunks a kernel works in.
+inline const std::vector<std::pair<int, int>> kWindowSizes = {{1, 1},   {1, 9},  {9, 1},  {7, 5},
+                                                              {23, 17}, {64, 3}, {600, 4}};
 
 }  // namespace wib::testing
