@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
 #include <cstdio>
 #include <memory>
 
@@ -100,10 +102,16 @@ int main(int argc, char* argv[]) {
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
-    const QString name =
-        options->listen.empty()
-            ? QStringLiteral("wibbleton-%1").arg(QCoreApplication::applicationPid())
-            : QString::fromStdString(options->listen);
+    // Where the program picks the place, the socket lies in a folder that only
+    // the user can enter (QTemporaryDir makes it 0700), removed at exit.
+    std::unique_ptr<QTemporaryDir> socketFolder;
+    QString name = QString::fromStdString(options->listen);
+    if (name.isEmpty()) {
+        socketFolder = std::make_unique<QTemporaryDir>(QDir::tempPath() + "/wibbleton-XXXXXX");
+        if (socketFolder->isValid()) {
+            name = socketFolder->filePath(QStringLiteral("automation"));
+        }
+    }
     if (server.listen(name, token)) {
         qputenv("WIBBLETON_SERVER", server.fullServerName().toLocal8Bit());
         qputenv("WIBBLETON_TOKEN", token.toUtf8());

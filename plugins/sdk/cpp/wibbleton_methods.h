@@ -221,20 +221,36 @@ class Wibbleton_Class : public Connection {
     Plane Wib_GetRBuffer() {
         return invoke<Plane>("Wib_GetRBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetRBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetRBuffer");
+    }
 
     // The green plane of the main buffer.
     Plane Wib_GetGBuffer() {
         return invoke<Plane>("Wib_GetGBuffer");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetGBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetGBuffer");
     }
 
     // The blue plane of the main buffer.
     Plane Wib_GetBBuffer() {
         return invoke<Plane>("Wib_GetBBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetBBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetBBuffer");
+    }
 
     // The alpha (selection) plane.
     Plane Wib_GetABuffer() {
         return invoke<Plane>("Wib_GetABuffer");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetABuffer(Plane& into) {
+        invokeInto(into, "Wib_GetABuffer");
     }
 
     // Replaces the red plane when both upper bounds match the current plane's. Otherwise nothing
@@ -266,15 +282,27 @@ class Wibbleton_Class : public Connection {
     Plane Wib_GetSwapRBuffer() {
         return invoke<Plane>("Wib_GetSwapRBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetSwapRBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetSwapRBuffer");
+    }
 
     // The green plane of the swap buffer.
     Plane Wib_GetSwapGBuffer() {
         return invoke<Plane>("Wib_GetSwapGBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetSwapGBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetSwapGBuffer");
+    }
 
     // The blue plane of the swap buffer.
     Plane Wib_GetSwapBBuffer() {
         return invoke<Plane>("Wib_GetSwapBBuffer");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetSwapBBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetSwapBBuffer");
     }
 
     // Replaces the red swap plane when both upper bounds match; silent otherwise.
