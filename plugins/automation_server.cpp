@@ -281,6 +281,10 @@ void AutomationServer::release(PluginConnection& connection) {
         state_.statusCaption = kDefaultStatusCaption;
         log.line("Plug-in disconnected with its status window open; status window closed.");
     }
+    if (connection.state.pointerBefore) {
+        host_.workspace.pointerShape = *connection.state.pointerBefore;
+        host_.workspace.host.view.pointerShapeChanged(*connection.state.pointerBefore);
+    }
     connection.state = {};
     connection.shutDown();
 }

@@ -15,5 +15,9 @@ std::vector<MethodSpec> ProgramMethods();
 std::vector<MethodSpec> PaintMethods();
 std::vector<MethodSpec> FileMethods();
 std::vector<MethodSpec> AnimationMethods();
+std::vector<MethodSpec> PenMethods();
+std::vector<MethodSpec> CanvasMethods();
+std::vector<MethodSpec> PaperMethods();
+std::vector<MethodSpec> FreeFormMethods();
 
 }  // namespace wib

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "plugins/automation_host.h"
 #include "plugins/call_args.h"
+#include "plugins/free_form_path.h"
 #include "plugins/reply.h"
 
 namespace wib {
@@ -26,6 +29,11 @@ struct ConnectionState {
     bool interfaceLocked = false;
     bool bufferLocked = false;
     bool statusOpen = false;
+    // The canvas's pointer before Wib_ChangePointer, until Wib_RestorePointer.
+    std::optional<int> pointerBefore;
+    // The free-form paths the plug-in is building, by handle.
+    std::map<int, FreeFormPath> freeForms;
+    int nextFreeForm = 1;
 };
 
 struct CallContext {

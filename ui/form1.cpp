@@ -10,6 +10,7 @@
 #include "core/document.h"
 #include "core/tablet_calibration.h"
 #include "paint/paint_session.h"
+#include "paint/pen_reading.h"
 #include "ui/plane_image.h"
 
 namespace wib {
@@ -113,11 +114,21 @@ void Form1::release(QPointF at) {
     pressed_ = nullptr;
 }
 
+// Plug-ins read what the last event said about the pen; the mouse is a pen
+// held upright and pressed fully.
+void Form1::recordPen(const PenReading& pen) {
+    if (painter_ != nullptr) {
+        painter_->state().pen = pen;
+    }
+}
+
 void Form1::mousePressEvent(QMouseEvent* event) {
+    recordPen(PenReading{});
     press(event->button(), event->modifiers(), event->position(), 1.0, false);
 }
 
 void Form1::mouseMoveEvent(QMouseEvent* event) {
+    recordPen(PenReading{});
     drag(event->position(), 1.0, false);
 }
 
@@ -130,6 +141,7 @@ void Form1::mouseReleaseEvent(QMouseEvent* event) {
 void Form1::tabletEvent(QTabletEvent* event) {
     const double pressure =
         calibration_ != nullptr ? calibration_->apply(event->pressure()) : event->pressure();
+    recordPen(PenFromTilt(pressure, event->xTilt(), event->yTilt(), event->rotation()));
     switch (event->type()) {
         case QEvent::TabletPress:
             press(event->button(), event->modifiers(), event->position(), pressure, true);

@@ -9,6 +9,8 @@
 
 namespace wib {
 
+struct PenReading;
+
 struct Document;
 class PaintSession;
 struct TabletCalibration;
@@ -47,6 +49,7 @@ class Form1 : public QWidget {
                bool tablet);
     void drag(QPointF at, double pressure, bool tablet);
     void release(QPointF at);
+    void recordPen(const PenReading& pen);
 
     const Document& document_;
     const ViewState& view_;

@@ -579,6 +579,16 @@ class Wibbleton_Class : public Connection {
         invoke<void>("Wib_SetSecondaryColor", colour);
     }
 
+    // The colour of a well: 0 the primary, 1 the secondary.
+    int Wib_GetWells(int well) {
+        return invoke<int>("Wib_GetWells", well);
+    }
+
+    // Sets both wells at once, as packed colours; a bad colour changes neither.
+    void Wib_SetWells(int primary, int secondary) {
+        invoke<void>("Wib_SetWells", primary, secondary);
+    }
+
     // Animation frames.
 
     // Turns the image into an animation of that many frames, each a copy of the image (asks first
@@ -796,6 +806,177 @@ class Wibbleton_Class : public Connection {
     // or control, or a value that does not suit it, is error 5.
     void Wib_SetControl(const std::string& panel, const std::string& control, const Value& value) {
         invoke<void>("Wib_SetControl", panel, control, value);
+    }
+
+    // Tablet.
+
+    // Whether the last canvas event came from a pen (true) or the mouse.
+    bool Wib_IsTabletActive() {
+        return invoke<bool>("Wib_IsTabletActive");
+    }
+
+    // The pen's pressure 0..1 at the last canvas event; 1 for the mouse.
+    double Wib_GetPressure() {
+        return invoke<double>("Wib_GetPressure");
+    }
+
+    // The pen's angle with the tablet in degrees: 90 upright (and for the mouse), 0 flat.
+    double Wib_GetAltitude() {
+        return invoke<double>("Wib_GetAltitude");
+    }
+
+    // Where the pen leans, in degrees 0..360 counter-clockwise from the right; 0 for the mouse.
+    double Wib_GetAzimuth() {
+        return invoke<double>("Wib_GetAzimuth");
+    }
+
+    // The pen's tilt towards the user in degrees (negative away); 0 for the mouse.
+    double Wib_GetPitch() {
+        return invoke<double>("Wib_GetPitch");
+    }
+
+    // The pen's tilt to the right in degrees (negative to the left); 0 for the mouse.
+    double Wib_GetRoll() {
+        return invoke<double>("Wib_GetRoll");
+    }
+
+    // The pen barrel's rotation about its own axis in degrees; 0 for the mouse.
+    double Wib_GetTwist() {
+        return invoke<double>("Wib_GetTwist");
+    }
+
+    // Where the pen leans as a compass heading, degrees 0..360 clockwise from the tablet's top; 0
+    // for the mouse and an upright pen.
+    double Wib_GetYaw() {
+        return invoke<double>("Wib_GetYaw");
+    }
+
+    // Grid.
+
+    // Shows (true) or hides the grid over the canvas, its lines every x by y image pixels (1 or
+    // more) from the top left corner; View > Show grid shows the same.
+    void Wib_SetGrid(bool show, int x, int y) {
+        invoke<void>("Wib_SetGrid", show, x, y);
+    }
+
+    // Whether the grid is shown.
+    bool Wib_GetGridState() {
+        return invoke<bool>("Wib_GetGridState");
+    }
+
+    // The grid's horizontal spacing in image pixels.
+    int Wib_GetGridX() {
+        return invoke<int>("Wib_GetGridX");
+    }
+
+    // The grid's vertical spacing in image pixels.
+    int Wib_GetGridY() {
+        return invoke<int>("Wib_GetGridY");
+    }
+
+    // Application and window.
+
+    // Sets the canvas's pointer: 0 the active tool's own, 1 arrow, 2 cross, 3 text beam, 5 and 15
+    // move, 6 to 9 sizing, 10 up arrow, 11 busy, 12 forbidden, 13 arrow and busy, 14 help.
+    void Wib_SetMousePointer(int shape) {
+        invoke<void>("Wib_SetMousePointer", shape);
+    }
+
+    // Sets the canvas's pointer as Wib_SetMousePointer does, remembering the one before for
+    // Wib_RestorePointer (also given back if the plug-in ends first).
+    void Wib_ChangePointer(int shape) {
+        invoke<void>("Wib_ChangePointer", shape);
+    }
+
+    // Gives back the pointer that Wib_ChangePointer replaced; nothing when none was.
+    void Wib_RestorePointer() {
+        invoke<void>("Wib_RestorePointer");
+    }
+
+    // The system's id of the canvas window (an X11 window id, say), for parenting a plug-in's own
+    // windows; 0 in headless mode.
+    int Wib_GetHwnd() {
+        return invoke<int>("Wib_GetHwnd");
+    }
+
+    // The system's id of the program's main window; 0 in headless mode.
+    int Wib_ParentWindow() {
+        return invoke<int>("Wib_ParentWindow");
+    }
+
+    // Paper, media and fill.
+
+    // Makes the paper's grain anew: 0 canvas, 1 rough, 2 fine.
+    void Wib_NewPaper(int kind) {
+        invoke<void>("Wib_NewPaper", kind);
+    }
+
+    // Takes the plane as the paper's grain, tiled over the image (any size; 128 is flat, higher
+    // stands up).
+    void Wib_SetPaper(const Plane& grain) {
+        invoke<void>("Wib_SetPaper", grain);
+    }
+
+    // The paper's grain as made or set, before the paper panel's scale, emboss and depth.
+    Plane Wib_GetPaper() {
+        return invoke<Plane>("Wib_GetPaper");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetPaper(Plane& into) {
+        invokeInto(into, "Wib_GetPaper");
+    }
+
+    // The width of the paper's grain in elements.
+    int Wib_GetPaperWidth() {
+        return invoke<int>("Wib_GetPaperWidth");
+    }
+
+    // The height of the paper's grain in elements.
+    int Wib_GetPaperHeight() {
+        return invoke<int>("Wib_GetPaperHeight");
+    }
+
+    // The grain under image pixel (x, y) as strokes read it (the grain tiles, so any x and y will
+    // do); 128 where there is no grain.
+    int Wib_GetBump(int x, int y) {
+        return invoke<int>("Wib_GetBump", x, y);
+    }
+
+    // The grain as strokes read it: the paper after the paper panel's scale, emboss, inversion and
+    // depth.
+    Plane Wib_GetMediaPreview() {
+        return invoke<Plane>("Wib_GetMediaPreview");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetMediaPreview(Plane& into) {
+        invokeInto(into, "Wib_GetMediaPreview");
+    }
+
+    // Free-form objects.
+
+    // Starts an empty free-form path, open, and answers its handle (1 or more), which belongs to
+    // this plug-in until Wib_FreeFF or its end.
+    int Wib_CreateFF() {
+        return invoke<int>("Wib_CreateFF");
+    }
+
+    // Adds the point (x, y) to the path, in the units of Wib_BrushMove.
+    void Wib_SetFF(int handle, float x, float y) {
+        invoke<void>("Wib_SetFF", handle, x, y);
+    }
+
+    // Whether the path's stroke goes back to its first point (true) or ends at its last.
+    void Wib_SetFFSettings(int handle, bool closed) {
+        invoke<void>("Wib_SetFFSettings", handle, closed);
+    }
+
+    // Ends the path; with stroke true, first paints it as one stroke of the current brush (the
+    // plug-in saves undo itself, as for Wib_BrushMove).
+    void Wib_FreeFF(int handle) {
+        invoke<void>("Wib_FreeFF", handle);
+    }
+    void Wib_FreeFF(int handle, bool stroke) {
+        invoke<void>("Wib_FreeFF", handle, stroke);
     }
 };
 
