@@ -9,6 +9,7 @@
 
 #include "core/document.h"
 #include "core/tablet_calibration.h"
+#include "core/view_state.h"
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
 #include "ui/plane_image.h"
@@ -175,6 +176,33 @@ void Form1::paintEvent(QPaintEvent* event) {
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
     painter.drawImage(target, picture_);
+    if (view_.grid.shown) {
+        drawGrid(painter, source);
+    }
+}
+
+// Lines on the pixel edges every grid spacing, where the damaged area lies;
+// left out while they would stand closer than a few screen pixels.
+void Form1::drawGrid(QPainter& painter, const QRect& source) const {
+    constexpr double kClosest = 4.0;
+    const GridState& grid = view_.grid;
+    const double s = scale();
+    if (grid.spacingX * s < kClosest || grid.spacingY * s < kClosest) {
+        return;
+    }
+    painter.setPen(QPen(QColor(128, 128, 128, 160), 0));
+    const double top = source.top() * s;
+    const double bottom = (source.bottom() + 1) * s;
+    const double left = source.left() * s;
+    const double right = (source.right() + 1) * s;
+    for (int x = (source.left() / grid.spacingX) * grid.spacingX; x <= source.right() + 1;
+         x += grid.spacingX) {
+        painter.drawLine(QPointF(x * s, top), QPointF(x * s, bottom));
+    }
+    for (int y = (source.top() / grid.spacingY) * grid.spacingY; y <= source.bottom() + 1;
+         y += grid.spacingY) {
+        painter.drawLine(QPointF(left, y * s), QPointF(right, y * s));
+    }
 }
 
 }  // namespace wib

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPainter>
 #include <QWidget>
 
 #include "core/view_state.h"
@@ -50,6 +51,7 @@ class Form1 : public QWidget {
     void drag(QPointF at, double pressure, bool tablet);
     void release(QPointF at);
     void recordPen(const PenReading& pen);
+    void drawGrid(QPainter& painter, const QRect& source) const;
 
     const Document& document_;
     const ViewState& view_;
