@@ -19,5 +19,6 @@ std::vector<MethodSpec> PenMethods();
 std::vector<MethodSpec> CanvasMethods();
 std::vector<MethodSpec> PaperMethods();
 std::vector<MethodSpec> FreeFormMethods();
+std::vector<MethodSpec> BrushStampMethods();
 
 }  // namespace wib

@@ -11,9 +11,9 @@ namespace {
 
 std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
-    for (auto family :
-         {RefreshMethods, StatusMethods, BufferMethods, PaintMethods, AnimationMethods, FileMethods,
-          ProgramMethods, PenMethods, CanvasMethods, PaperMethods, FreeFormMethods}) {
+    for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
+                        AnimationMethods, FileMethods, ProgramMethods, PenMethods, CanvasMethods,
+                        PaperMethods, FreeFormMethods, BrushStampMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

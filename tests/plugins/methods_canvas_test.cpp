@@ -149,5 +149,42 @@ TEST_F(CanvasMethods, AFreeFormPathIsStrokedWithTheCurrentBrushOnlyWhenAsked) {
     EXPECT_EQ(PackedPixel(doc, 20, 16), 0xFFFFFF) << "inside";
 }
 
+// A 2 x 2 brush: alpha 255, 0 / 128, 255 over a white image.
+TEST_F(CanvasMethods, TheBrushIsCopiedFromAndBlendedIntoTheImage) {
+    EXPECT_EQ(errorOf("Wib_PasteBrush", Params(0, 0)), 5) << "no brush image yet";
+    BrushImage& brush = host.workspace.brush;
+    brush.makeBlank(2, 2);
+    const std::uint8_t alpha[2][2] = {{255, 0}, {128, 255}};
+    for (int y = 0; y < 2; ++y) {
+        for (int x = 0; x < 2; ++x) {
+            brush.setAlpha(x, y, alpha[y][x]);
+        }
+    }
+    doc.RBuffer.at(3, 4) = 10;
+    doc.GBuffer.at(4, 4) = 20;
+    doc.BBuffer.at(4, 5) = 30;
+    ASSERT_EQ(errorOf("Wib_CopyBrush", Params(3, 4)), 0);
+    EXPECT_EQ(brush.R.at(0, 0), 10);
+    EXPECT_EQ(brush.G.at(1, 0), 20);
+    EXPECT_EQ(brush.B.at(1, 1), 30);
+    EXPECT_EQ(brush.R.at(0, 1), 255);
+    EXPECT_EQ(brush.A().at(0, 1), 128) << "alpha stays";
+    EXPECT_EQ(errorOf("Wib_CopyBrush", Params(7, 0)), 9) << "one column past the right edge";
+
+    // Pasted at (-1, 4): the left column falls outside; (1, 0) of the brush,
+    // alpha 0, keeps the image; (1, 1) at alpha 255 takes the brush.
+    doc.RBuffer.at(0, 4) = 200;
+    doc.BBuffer.at(0, 5) = 100;
+    ASSERT_EQ(errorOf("Wib_PasteBrush", Params(-1, 4)), 0);
+    EXPECT_EQ(PackedPixel(doc, 0, 4), 0xFFFFC8);
+    EXPECT_EQ(PackedPixel(doc, 0, 5), 0x1EFFFF) << "red 255, green 255, blue 30";
+    EXPECT_TRUE(doc.modified);
+    // At alpha 128 brush red 255 over image red 0: (255 * 128 + 127) / 255 = 128.
+    brush.R.at(0, 1) = 255;
+    doc.RBuffer.at(5, 1) = 0;
+    ASSERT_EQ(errorOf("Wib_PasteBrush", Params(5, 0)), 0);
+    EXPECT_EQ(doc.RBuffer.at(5, 1), 128);
+}
+
 }  // namespace
 }  // namespace wib::testing

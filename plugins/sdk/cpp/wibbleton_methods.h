@@ -978,6 +978,22 @@ class Wibbleton_Class : public Connection {
     void Wib_FreeFF(int handle, bool stroke) {
         invoke<void>("Wib_FreeFF", handle, stroke);
     }
+
+    // Brush image.
+
+    // Copies the main buffer's pixels under the brush image, its top left corner at image pixel
+    // (x, y), into the brush's colour planes; its alpha stays. The whole brush must lie inside the
+    // image (error 9 otherwise, changing nothing).
+    void Wib_CopyBrush(int x, int y) {
+        invoke<void>("Wib_CopyBrush", x, y);
+    }
+
+    // Blends the brush image into the main buffer through its alpha, its top left corner at image
+    // pixel (x, y); what falls outside the image is left out. No redraw and no undo step: the
+    // plug-in saves undo and refreshes.
+    void Wib_PasteBrush(int x, int y) {
+        invoke<void>("Wib_PasteBrush", x, y);
+    }
 };
 
 }  // namespace wibbleton

@@ -739,3 +739,15 @@ class WibbletonMethods:
         """Ends the path; with stroke true, first paints it as one stroke of the current brush (the
         plug-in saves undo itself, as for Wib_BrushMove)."""
         self.call("Wib_FreeFF", handle, *_given(stroke))
+
+    def Wib_CopyBrush(self, x, y):
+        """Copies the main buffer's pixels under the brush image, its top left corner at image
+        pixel (x, y), into the brush's colour planes; its alpha stays. The whole brush must lie
+        inside the image (error 9 otherwise, changing nothing)."""
+        self.call("Wib_CopyBrush", x, y)
+
+    def Wib_PasteBrush(self, x, y):
+        """Blends the brush image into the main buffer through its alpha, its top left corner at
+        image pixel (x, y); what falls outside the image is left out. No redraw and no undo
+        step: the plug-in saves undo and refreshes."""
+        self.call("Wib_PasteBrush", x, y)
