@@ -20,5 +20,6 @@ std::vector<MethodSpec> CanvasMethods();
 std::vector<MethodSpec> PaperMethods();
 std::vector<MethodSpec> FreeFormMethods();
 std::vector<MethodSpec> BrushStampMethods();
+std::vector<MethodSpec> BrushFileMethods();
 
 }  // namespace wib

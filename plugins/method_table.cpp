@@ -13,7 +13,7 @@ std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
     for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
                         AnimationMethods, FileMethods, ProgramMethods, PenMethods, CanvasMethods,
-                        PaperMethods, FreeFormMethods, BrushStampMethods}) {
+                        PaperMethods, FreeFormMethods, BrushStampMethods, BrushFileMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

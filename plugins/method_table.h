@@ -22,6 +22,8 @@ struct ServerState {
     std::string token;
     // The caption Wib_StatusOpen uses when it is given none.
     std::string statusCaption = kDefaultStatusCaption;
+    // Where Wib_NewBrushFilename names brush images; empty: the temporary folder.
+    std::string brushSetFolder;
 };
 
 // What one connection holds, so that it can be given back if the plug-in dies.

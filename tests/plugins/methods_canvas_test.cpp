@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // The tablet, grid, pointer, window, wells, paper and free-form families.
 
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
 #include "tests/plugins/method_fixture.h"
@@ -184,6 +189,22 @@ TEST_F(CanvasMethods, TheBrushIsCopiedFromAndBlendedIntoTheImage) {
     doc.RBuffer.at(5, 1) = 0;
     ASSERT_EQ(errorOf("Wib_PasteBrush", Params(5, 0)), 0);
     EXPECT_EQ(doc.RBuffer.at(5, 1), 128);
+}
+
+TEST_F(CanvasMethods, NewBrushNamesAreFreeNamesInTheBrushSetFolder) {
+    const std::filesystem::path folder =
+        std::filesystem::temp_directory_path() / ("wib-brush-set-" + std::to_string(getpid()));
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directory(folder);
+    EXPECT_EQ(errorOf("Wib_SetBrushSetFolder", Params((folder / "none").string())), 5);
+    ASSERT_EQ(errorOf("Wib_SetBrushSetFolder", Params(folder.string())), 0);
+    EXPECT_EQ(answer("Wib_NewBrushFilename").get().as<std::string>(),
+              (folder / "brush0001.bmp").string());
+    std::ofstream(folder / "brush0001.bmp") << "x";
+    std::ofstream(folder / "brush0003.bmp") << "x";
+    EXPECT_EQ(answer("Wib_NewBrushFilename").get().as<std::string>(),
+              (folder / "brush0002.bmp").string());
+    std::filesystem::remove_all(folder);
 }
 
 }  // namespace

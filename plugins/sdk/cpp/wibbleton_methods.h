@@ -994,6 +994,22 @@ class Wibbleton_Class : public Connection {
     void Wib_PasteBrush(int x, int y) {
         invoke<void>("Wib_PasteBrush", x, y);
     }
+
+    // Brush settings.
+
+    // Sets the folder of the brush set, where Wib_NewBrushFilename names brush images; it must
+    // exist. Until set it is the program's temporary folder.
+    void Wib_SetBrushSetFolder(const std::string& folder) {
+        invoke<void>("Wib_SetBrushSetFolder", folder);
+    }
+
+    // Brush image.
+
+    // A file name in the brush set's folder that no file has yet: brush0001.bmp, brush0002.bmp and
+    // so on (for Wib_SaveBrushToBMP).
+    std::string Wib_NewBrushFilename() {
+        return invoke<std::string>("Wib_NewBrushFilename");
+    }
 };
 
 }  // namespace wibbleton

@@ -751,3 +751,13 @@ class WibbletonMethods:
         image pixel (x, y); what falls outside the image is left out. No redraw and no undo
         step: the plug-in saves undo and refreshes."""
         self.call("Wib_PasteBrush", x, y)
+
+    def Wib_SetBrushSetFolder(self, folder):
+        """Sets the folder of the brush set, where Wib_NewBrushFilename names brush images; it must
+        exist. Until set it is the program's temporary folder."""
+        self.call("Wib_SetBrushSetFolder", folder)
+
+    def Wib_NewBrushFilename(self):
+        """A file name in the brush set's folder that no file has yet: brush0001.bmp, brush0002.bmp
+        and so on (for Wib_SaveBrushToBMP)."""
+        return self.call("Wib_NewBrushFilename")
