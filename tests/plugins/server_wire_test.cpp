@@ -264,6 +264,18 @@ TEST_F(ServerWire, APlugInKilledInTheMiddleOfAPlaneChangesNothing) {
     EXPECT_EQ(host.workspace.document.RBuffer.at(512, 512), 5);
 }
 
+TEST_F(ServerWire, APlugInThatLeavesWithThePointerChangedGivesItBack) {
+    host.workspace.pointerShape = 2;
+    auto client = connectedClient();
+    ASSERT_EQ(client->call("Wib_ChangePointer", Params(11)).errorCode, 0);
+    client->close();
+    for (int i = 0; i < 20 && server.connectionCount() > 0; ++i) {
+        RawClient::settle();
+    }
+    EXPECT_EQ(host.workspace.pointerShape, 2);
+    EXPECT_EQ(host.view.pointerShapes, (std::vector<int>{11, 2}));
+}
+
 TEST_F(ServerWire, APlugInKilledHoldingLocksGivesThemBack) {
     {
         DyingPlugin plugin(server.fullServerName(), "locks");
