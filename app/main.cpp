@@ -127,10 +127,12 @@ int main(int argc, char* argv[]) {
     wib::AutomationServer server(automation);
     const QString token =
         options->token.empty() ? wib::NewAutomationToken() : QString::fromStdString(options->token);
-    const QString name =
-        options->listen.empty()
-            ? QStringLiteral("wibbleton-%1").arg(QCoreApplication::applicationPid())
-            : QString::fromStdString(options->listen);
+    // Where the program picks the place, the socket lies in this run's own
+    // folder, which only the user can enter (QTemporaryDir makes it 0700).
+    QString name = QString::fromStdString(options->listen);
+    if (name.isEmpty()) {
+        name = privateTemp.filePath(QStringLiteral("automation"));
+    }
     if (server.listen(name, token)) {
         launcher.setServer(server.fullServerName(), token);
         log.line("Serving plug-ins on " + server.fullServerName().toStdString());

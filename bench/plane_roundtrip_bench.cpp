@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // One 1920 x 1080 plane fetched and set back through the automation protocol
-// (Wib_GetRBuffer, then Wib_SetRbuffer, with the C++ client), against the same
-// bytes sent over a plain Unix socket to a peer that sends them back. The
-// figure gives the rate in GB/s too, and fails when the bytes come back changed.
+// (Wib_GetRBuffer into the same plane each time, then Wib_SetRbuffer, with the
+// C++ client), against the same bytes sent over a plain Unix socket to a peer
+// that sends them back. The figure gives the rate in GB/s too, and fails when
+// the bytes come back changed. A second figure times the smallest call
+// (Wib_BufferWidth) against a 16-byte ping-pong over a plain Unix socket.
 
 #include <benchmark/benchmark.h>
 
@@ -99,14 +101,27 @@ void PlaneRoundTrip(benchmark::State& state) {
     wibbleton::Wibbleton_Class wib(server.path(), kToken);
     const wibbleton::Plane pattern = Pattern();
     wib.Wib_SetRbuffer(pattern);
+    wibbleton::Plane red;
     for (auto _ : state) {
-        wibbleton::Plane red = wib.Wib_GetRBuffer();
+        wib.Wib_GetRBuffer(red);
         wib.Wib_SetRbuffer(red);
     }
     if (wib.Wib_GetRBuffer().data != pattern.data) {
         state.SkipWithError("the plane came back changed");
     }
     state.SetBytesProcessed(state.iterations() * 2 * static_cast<std::int64_t>(kPlaneBytes));
+}
+
+void EmptyCall(benchmark::State& state) {
+    ServerThread server;
+    wibbleton::Wibbleton_Class wib(server.path(), kToken);
+    int width = 0;
+    for (auto _ : state) {
+        width = wib.Wib_BufferWidth();
+    }
+    if (width != kWidth) {
+        state.SkipWithError("the call answered the wrong width");
+    }
 }
 
 void SendAll(int fd, const std::uint8_t* data, std::size_t size) {
@@ -161,14 +176,39 @@ void SocketEcho(benchmark::State& state) {
     state.SetBytesProcessed(state.iterations() * 2 * static_cast<std::int64_t>(kPlaneBytes));
 }
 
+// A 16-byte message each way between two threads over a Unix socket.
+void SocketPingPong(benchmark::State& state) {
+    int fds[2];
+    socketpair(AF_UNIX, SOCK_STREAM, 0, fds);
+    std::jthread peer([fd = fds[1]] {
+        std::uint8_t message[16];
+        while (ReceiveAll(fd, message, sizeof message)) {
+            SendAll(fd, message, sizeof message);
+        }
+    });
+    std::uint8_t message[16] = {1, 2, 3};
+    for (auto _ : state) {
+        SendAll(fds[0], message, sizeof message);
+        ReceiveAll(fds[0], message, sizeof message);
+    }
+    shutdown(fds[0], SHUT_RDWR);
+    peer.join();
+    close(fds[0]);
+    close(fds[1]);
+}
+
 BENCHMARK(PlaneRoundTrip)->Name("plane_roundtrip_1080p")->UseRealTime();
 BENCHMARK(SocketEcho)->Name("socket_echo_1080p")->UseRealTime();
+BENCHMARK(EmptyCall)->Name("empty_call_roundtrip")->UseRealTime();
+BENCHMARK(SocketPingPong)->Name("socket_pingpong_16")->UseRealTime();
 
 }  // namespace
 
 int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     wib::bench::RegisterFigure("plane_roundtrip_1080p", "plane_roundtrip_1080p",
-                               "socket_echo_1080p", 0.5);
+                               "socket_echo_1080p", 0.7);
+    wib::bench::RegisterFigure("empty_call_roundtrip", "empty_call_roundtrip", "socket_pingpong_16",
+                               0.5);
     return wib::bench::RunAndReport(argc, argv);
 }

@@ -41,6 +41,18 @@ BasicPlane<T> BasicPlane<T>::Uninitialized(int ubX, int ubY) {
 }
 
 template <typename T>
+BasicPlane<T> BasicPlane<T>::Adopt(int ubX, int ubY, std::unique_ptr<T[]> elements) {
+    BasicPlane plane;
+    if (ubX < 0 || ubY < 0) {
+        return plane;
+    }
+    plane.ubX_ = ubX;
+    plane.ubY_ = ubY;
+    plane.data_ = std::move(elements);
+    return plane;
+}
+
+template <typename T>
 BasicPlane<T>::BasicPlane(const BasicPlane& other) : ubX_(other.ubX_), ubY_(other.ubY_) {
     if (other.data_) {
         data_ = std::make_unique_for_overwrite<T[]>(count());

@@ -30,6 +30,9 @@ class BasicPlane {
     // A plane whose elements are left for the caller to write, every one of
     // them, before anything reads the plane (a copy arriving from elsewhere).
     static BasicPlane Uninitialized(int ubX, int ubY);
+    // A plane that takes over `elements`, which must hold exactly
+    // (ubX + 1) * (ubY + 1) of them (bytes received for it elsewhere).
+    static BasicPlane Adopt(int ubX, int ubY, std::unique_ptr<T[]> elements);
 
     BasicPlane(const BasicPlane& other);
     BasicPlane& operator=(const BasicPlane& other);

@@ -4,14 +4,28 @@
 namespace wib {
 
 // How the canvas shows the image: not part of the image, not saved for undo.
+// The grid the canvas draws over the image, every spacingX by spacingY image
+// pixels from the top left corner.
+struct GridState {
+    bool shown = false;
+    int spacingX = 16;
+    int spacingY = 16;
+};
+
 struct ViewState {
     int zoom = 100;  // percent; 100 = one image pixel per screen pixel
     // The image point kept in view across a resize; -1 lets the canvas centre it.
     float anchorX = -1.0f;
     float anchorY = -1.0f;
 
-    // The view a document gets when its planes are made anew.
-    void reset() { *this = ViewState{}; }
+    GridState grid;
+
+    // The view a document gets when its planes are made anew; the grid stays.
+    void reset() {
+        const GridState kept = grid;
+        *this = ViewState{};
+        grid = kept;
+    }
     float scale() const { return zoom / 100.0f; }
 };
 

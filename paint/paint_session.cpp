@@ -89,6 +89,11 @@ void PaintSession::choosePaper(PaperKind kind) {
     optionsChanged();
 }
 
+void PaintSession::setPaperSource(Plane grain) {
+    paperSource_ = std::move(grain);
+    optionsChanged();
+}
+
 bool PaintSession::makeBrushFromSelection() {
     Document& doc = workspace_.document;
     const AlphaBounds box = SelectionBounds(doc);

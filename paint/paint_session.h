@@ -53,6 +53,10 @@ class PaintSession {
     bool replaceBuiltinBrush(int slot);
     void choosePaper(PaperKind kind);
     PaperKind paper() const { return paperKind_; }
+    // The paper's grain as made or set, before the paper panel's settings.
+    const Plane& paperSource() const { return paperSource_; }
+    // A grain of a plug-in's own (any size, 128 flat) takes the paper's place.
+    void setPaperSource(Plane grain);
     // The selected part of the image (its bounding box, alpha as the shape)
     // becomes the image brush; false, with a message, when nothing is selected.
     bool makeBrushFromSelection();

@@ -10,6 +10,7 @@
 #include "paint/brush_shape.h"
 #include "paint/paint_modes.h"
 #include "paint/paint_surface.h"
+#include "paint/pen_reading.h"
 #include "paint/tool.h"
 
 namespace wib {
@@ -67,6 +68,8 @@ struct PaintState {
 
     double pressure = 1.0;  // 0..1, from the last pen packet
     bool tabletActive = false;
+    // Everything the last canvas event said about the pen, for plug-ins.
+    PenReading pen;
 
     // Set while many segments are painted in one go: the canvas is repainted
     // once at the end instead of after each segment.

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "plugins/automation_server.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QLocalServer>
-#include <QLocalSocket>
 
 #include <algorithm>
+
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 #include "core/interface_lock.h"
 #include "plugins/canvas_events.h"
@@ -15,9 +21,9 @@ namespace wib {
 
 namespace {
 
-// Bytes taken from a socket at a time, so one greedy peer cannot make the
-// server hold more than this beyond the message it is reading.
-constexpr qint64 kReadChunk = 8 << 20;
+// Answers a connection may leave unread before it is no longer read from:
+// two planes of the document, and never less than this.
+constexpr std::size_t kMinUnsentLimit = 4 << 20;
 
 bool IsConnectWithToken(const Envelope& envelope, const std::string& token) {
     const msgpack::object& params = *envelope.params;
@@ -29,12 +35,36 @@ bool IsConnectWithToken(const Envelope& envelope, const std::string& token) {
     return TokenMatches(std::string(presented.ptr, presented.size), token);
 }
 
+// Hands each accepted socket's descriptor over as it is, without the
+// buffering of a QLocalSocket.
+class DescriptorServer : public QLocalServer {
+  public:
+    DescriptorServer(QObject* parent, std::function<void(int)> accepted)
+        : QLocalServer(parent), accepted_(std::move(accepted)) {}
+
+  protected:
+    void incomingConnection(quintptr descriptor) override {
+        accepted_(static_cast<int>(descriptor));
+    }
+
+  private:
+    std::function<void(int)> accepted_;
+};
+
+// Memory freed by a connection (a flood of unread answers, a plane being
+// received) goes back to the system rather than staying with the program.
+void GiveBackFreedMemory() {
+#if defined(__GLIBC__)
+    malloc_trim(0);
+#endif
+}
+
 }  // namespace
 
 AutomationServer::AutomationServer(AutomationHost& host, QObject* parent)
-    : QObject(parent), host_(host), server_(new QLocalServer(this)) {
-    connect(server_, &QLocalServer::newConnection, this, &AutomationServer::accept);
-}
+    : QObject(parent),
+      host_(host),
+      server_(new DescriptorServer(this, [this](int descriptor) { accept(descriptor); })) {}
 
 AutomationServer::~AutomationServer() {
     close();
@@ -45,7 +75,12 @@ bool AutomationServer::listen(const QString& name, const QString& token) {
     state_.token = token.toStdString();
     QLocalServer::removeServer(name);
     server_->setSocketOptions(QLocalServer::UserAccessOption);
-    return server_->listen(name);
+    if (!server_->listen(name)) {
+        return false;
+    }
+    // Connecting needs write permission only; nobody needs to execute a socket.
+    ::chmod(server_->fullServerName().toLocal8Bit().constData(), S_IRUSR | S_IWUSR);
+    return true;
 }
 
 QString AutomationServer::fullServerName() const {
@@ -58,79 +93,115 @@ QString AutomationServer::errorString() const {
 
 void AutomationServer::close() {
     server_->close();
-    const auto open = connections_;
-    for (const auto& connection : open) {
-        if (!connection->gone) {
-            connection->closing = true;
-            connection->socket->abort();
-            gone(connection);
-        }
+    for (const auto& connection : connections_) {
+        connection->closing = true;
+        connection->shutDown();
+    }
+    if (!busy_) {
+        releaseClosed();
     }
 }
 
-void AutomationServer::accept() {
-    while (QLocalSocket* socket = server_->nextPendingConnection()) {
-        auto connection = std::make_shared<PluginConnection>(socket);
-        connections_.push_back(connection);
-        const std::weak_ptr<PluginConnection> weak = connection;
-        connection->state.notify = [weak](const msgpack::sbuffer& message) {
-            if (const auto c = weak.lock()) {
-                c->send(message);
-            }
-        };
-        connect(socket, &QLocalSocket::readyRead, this, [this, weak] {
-            if (const auto c = weak.lock()) {
-                read(c);
-            }
-        });
-        connect(socket, &QLocalSocket::disconnected, this, [this, weak] {
-            if (const auto c = weak.lock()) {
-                gone(c);
-            }
-        });
-        read(connection);
+std::size_t AutomationServer::unsentBytes() const {
+    std::size_t total = 0;
+    for (const auto& connection : connections_) {
+        total += connection->unsentBytes();
     }
+    return total;
 }
 
-void AutomationServer::read(const std::shared_ptr<PluginConnection>& connection) {
-    QLocalSocket& socket = *connection->socket;
-    while (!connection->closing && socket.bytesAvailable() > 0) {
-        const qint64 chunk = std::min(socket.bytesAvailable(), kReadChunk);
-        char* room = connection->reader.reserve(static_cast<std::size_t>(chunk));
-        const qint64 got = socket.read(room, chunk);
-        if (got <= 0) {
+void AutomationServer::accept(int descriptor) {
+    if (connections_.size() >= kMaxConnections) {
+        ::close(descriptor);
+        host_.workspace.host.log.line("Plug-in connection refused: the limit of " +
+                                      std::to_string(kMaxConnections) +
+                                      " connections at once was reached.");
+        return;
+    }
+    connections_.push_back(std::make_unique<PluginConnection>(
+        descriptor, [this](PluginConnection& connection) { wake(connection); }));
+    // The notifier lives in the connection's own state, so the connection
+    // outlives every use of it.
+    PluginConnection* connection = connections_.back().get();
+    connection->state.notify = [connection](const msgpack::sbuffer& message) {
+        connection->send(message);
+    };
+}
+
+void AutomationServer::wake(PluginConnection& connection) {
+    switch (connection.receive()) {
+        case PluginConnection::Received::Closed:
+            connection.gone = true;
             break;
-        }
-        if (!connection->reader.commit(static_cast<std::size_t>(got))) {
-            drop(*connection, connection->reader.problem());
+        case PluginConnection::Received::Broken:
+            drop(connection, connection.reader.problem());
             break;
-        }
-        takeMessages(connection);
+        case PluginConnection::Received::Some:
+        case PluginConnection::Received::Nothing:
+            break;
     }
-    drain();
+    // Whole messages are taken before more is read, so a connection holds at
+    // most one read's worth beyond the message in progress.
+    connection.setReading(false);
+    serve();
 }
 
-void AutomationServer::takeMessages(const std::shared_ptr<PluginConnection>& connection) {
-    msgpack::object_handle message;
-    while (!connection->closing) {
-        const MessageReader::Next next = connection->reader.next(message);
-        if (next == MessageReader::Next::Pending) {
-            return;
-        }
-        if (next == MessageReader::Next::Broken) {
-            drop(*connection, connection->reader.problem());
-            return;
-        }
-        auto envelope = ReadEnvelope(message.get());
-        if (!envelope) {
-            drop(*connection, "not a request or notification");
-            return;
-        }
-        if (!connection->greeted && !greet(*connection, *envelope)) {
-            return;
-        }
-        queue_.push_back({connection, std::move(message), std::move(*envelope)});
+void AutomationServer::serve() {
+    if (busy_) {
+        return;
     }
+    busy_ = true;
+    servePosted_ = false;
+    // One round: a call from each connection in turn. The connection list
+    // may grow while a call runs; newcomers wait for the next round.
+    const std::size_t count = connections_.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        serveOne(*connections_[i]);
+    }
+    releaseClosed();
+    const bool more = std::any_of(connections_.begin(), connections_.end(), [this](const auto& c) {
+        return c->reader.hasMessage() && !throttled(*c);
+    });
+    for (const auto& connection : connections_) {
+        connection->setReading(!connection->gone && !connection->closing &&
+                               !connection->reader.hasMessage() && !throttled(*connection));
+    }
+    busy_ = false;
+    // The next round comes from the event loop, which first lets every
+    // connection that has become readable be read.
+    if (more && !servePosted_) {
+        servePosted_ = true;
+        QMetaObject::invokeMethod(this, &AutomationServer::serve, Qt::QueuedConnection);
+    }
+}
+
+void AutomationServer::serveOne(PluginConnection& connection) {
+    if (connection.failed()) {
+        connection.gone = true;
+    }
+    if (connection.closing || throttled(connection)) {
+        return;
+    }
+    QueuedCall call;
+    switch (connection.reader.next(call.message, call.payloads)) {
+        case MessageReader::Next::Pending:
+            return;
+        case MessageReader::Next::Broken:
+            drop(connection, connection.reader.problem());
+            return;
+        case MessageReader::Next::Message:
+            break;
+    }
+    auto envelope = ReadEnvelope(call.message.get());
+    if (!envelope) {
+        drop(connection, "not a request or notification");
+        return;
+    }
+    if (!connection.greeted && !greet(connection, *envelope)) {
+        return;
+    }
+    call.envelope = std::move(*envelope);
+    run(connection, call);
 }
 
 bool AutomationServer::greet(PluginConnection& connection, const Envelope& envelope) {
@@ -144,52 +215,19 @@ bool AutomationServer::greet(PluginConnection& connection, const Envelope& envel
     host_.workspace.host.log.line(
         "Plug-in connection refused: it did not begin with Wib_Connect and the right token.");
     connection.closing = true;
-    connection.socket->disconnectFromServer();
     return false;
 }
 
 void AutomationServer::drop(PluginConnection& connection, const std::string& reason) {
     host_.workspace.host.log.line("Plug-in connection dropped: " + reason + ".");
     connection.closing = true;
-    connection.socket->abort();
+    connection.shutDown();
 }
 
-void AutomationServer::gone(const std::shared_ptr<PluginConnection>& connection) {
-    if (connection->gone) {
-        return;
-    }
-    // Whole messages that arrived before the close still run, in order.
-    if (!connection->closing) {
-        read(connection);
-    }
-    connection->gone = true;
-    QueuedCall farewell{connection, {}, {}, true};
-    queue_.push_back(std::move(farewell));
-    drain();
-}
-
-void AutomationServer::drain() {
-    if (busy_) {
-        return;
-    }
-    busy_ = true;
-    while (!queue_.empty()) {
-        QueuedCall call = std::move(queue_.front());
-        queue_.pop_front();
-        run(call);
-    }
-    busy_ = false;
-}
-
-void AutomationServer::run(QueuedCall& call) {
-    PluginConnection& connection = *call.connection;
-    if (call.farewell) {
-        release(connection);
-        return;
-    }
+void AutomationServer::run(PluginConnection& connection, QueuedCall& call) {
     CallContext context{host_, state_, connection.state};
     const Envelope& envelope = call.envelope;
-    const CallResult result = Dispatch(context, envelope.method, *envelope.params);
+    const CallResult result = Dispatch(context, envelope.method, *envelope.params, call.payloads);
     if (!envelope.wantsResponse) {
         if (result.error) {
             host_.workspace.host.log.line("Plug-in notification " + envelope.method +
@@ -201,9 +239,37 @@ void AutomationServer::run(QueuedCall& call) {
         connection.send(PackResponse(envelope.msgid, result.reply), result.reply.tail(),
                         result.reply.tailSize());
     }
-    if (result.error && result.error->code == kErrorPermission && !connection.closing) {
+    if (result.error && result.error->code == kErrorPermission) {
         connection.closing = true;
-        connection.socket->disconnectFromServer();
+    }
+}
+
+bool AutomationServer::throttled(const PluginConnection& connection) const {
+    if (connection.gone) {
+        return false;  // nothing it sent is read any more, so its answers cannot pile up
+    }
+    const Document& document = host_.workspace.document;
+    const std::size_t plane = static_cast<std::size_t>(document.width + 1) *
+                              static_cast<std::size_t>(document.height + 1);
+    return connection.unsentBytes() > std::max(2 * plane, kMinUnsentLimit);
+}
+
+// Refused and dropped connections go at once; closed ones once the whole
+// messages that arrived before the close have run, in order.
+void AutomationServer::releaseClosed() {
+    bool released = false;
+    for (std::size_t i = 0; i < connections_.size();) {
+        PluginConnection& connection = *connections_[i];
+        if (connection.closing || (connection.gone && !connection.reader.hasMessage())) {
+            release(connection);
+            connections_.erase(connections_.begin() + static_cast<std::ptrdiff_t>(i));
+            released = true;
+        } else {
+            ++i;
+        }
+    }
+    if (released) {
+        GiveBackFreedMemory();
     }
 }
 
@@ -227,10 +293,12 @@ void AutomationServer::release(PluginConnection& connection) {
         connection.state.canvasTurnNumber == events->turn()) {
         log.line("Plug-in disconnected while listening to the canvas; the canvas paints again.");
     }
+    if (connection.state.pointerBefore) {
+        host_.workspace.pointerShape = *connection.state.pointerBefore;
+        host_.workspace.host.view.pointerShapeChanged(*connection.state.pointerBefore);
+    }
     connection.state = {};
-    QObject::disconnect(connection.socket, nullptr, this, nullptr);
-    connection.socket->deleteLater();
-    std::erase_if(connections_, [&connection](const auto& c) { return c.get() == &connection; });
+    connection.shutDown();
 }
 
 }  // namespace wib

@@ -78,7 +78,8 @@ std::optional<ParamValue> CommandValue(const msgpack::object& o) {
 
 class Decoder {
   public:
-    Decoder(const std::string& method, const ArgSpec& spec) : method_(method), spec_(spec) {}
+    Decoder(const std::string& method, const ArgSpec& spec, PlanePayloads& payloads)
+        : method_(method), spec_(spec), payloads_(payloads) {}
 
     CallArgs::Value decode(const msgpack::object& o) const {
         switch (spec_.type) {
@@ -141,8 +142,7 @@ class Decoder {
     }
 
     Plane plane(const msgpack::object& o) const {
-        if (o.type != msgpack::type::ARRAY || o.via.array.size != 3 ||
-            o.via.array.ptr[2].type != msgpack::type::BIN) {
+        if (o.type != msgpack::type::ARRAY || o.via.array.size != 3) {
             throw wrong("a plane [ubX, ubY, bytes]");
         }
         const auto ubX = WholeNumber(o.via.array.ptr[0]);
@@ -151,16 +151,38 @@ class Decoder {
             *ubY > kMaxDocumentSide) {
             throw wrong("a plane with upper bounds from -1 to " + std::to_string(kMaxDocumentSide));
         }
-        const msgpack::object_bin& bytes = o.via.array.ptr[2].via.bin;
-        if (bytes.size !=
-            static_cast<std::uint64_t>(*ubX + 1) * static_cast<std::uint64_t>(*ubY + 1)) {
+        const auto size =
+            static_cast<std::uint64_t>(*ubX + 1) * static_cast<std::uint64_t>(*ubY + 1);
+        const msgpack::object& bytes = o.via.array.ptr[2];
+        if (bytes.type == msgpack::type::EXT) {
+            // Bytes that were received straight into memory of their own.
+            PlanePayload& payload = payloadOf(bytes.via.ext);
+            if (payload.size != size) {
+                throw wrong("a plane of (ubX + 1) * (ubY + 1) bytes");
+            }
+            return Plane::Adopt(static_cast<int>(*ubX), static_cast<int>(*ubY),
+                                std::move(payload.bytes));
+        }
+        if (bytes.type != msgpack::type::BIN || bytes.via.bin.size != size) {
             throw wrong("a plane of (ubX + 1) * (ubY + 1) bytes");
         }
         Plane result = Plane::Uninitialized(static_cast<int>(*ubX), static_cast<int>(*ubY));
-        if (bytes.size > 0) {
-            std::memcpy(result.data(), bytes.ptr, bytes.size);
+        if (size > 0) {
+            std::memcpy(result.data(), bytes.via.bin.ptr, size);
         }
         return result;
+    }
+
+    PlanePayload& payloadOf(const msgpack::object_ext& ext) const {
+        if (ext.type() != kPayloadExtension || ext.size != 2) {
+            throw wrong("a plane [ubX, ubY, bytes]");
+        }
+        const auto* data = reinterpret_cast<const std::uint8_t*>(ext.data());
+        const std::size_t index = std::size_t{data[0]} << 8 | data[1];
+        if (index >= payloads_.size() || !payloads_[index].bytes) {
+            throw wrong("a plane [ubX, ubY, bytes]");
+        }
+        return payloads_[index];
     }
 
     std::map<std::string, ParamValue> params(const msgpack::object& o) const {
@@ -182,6 +204,7 @@ class Decoder {
 
     const std::string& method_;
     const ArgSpec& spec_;
+    PlanePayloads& payloads_;
 };
 
 }  // namespace
@@ -232,7 +255,7 @@ ParamValue CallArgs::value(std::size_t i) const {
 }
 
 CallArgs DecodeArgs(const std::string& method, const std::vector<ArgSpec>& specs,
-                    const msgpack::object& params) {
+                    const msgpack::object& params, PlanePayloads& payloads) {
     std::size_t required = 0;
     for (const ArgSpec& spec : specs) {
         required += spec.optional ? 0 : 1;
@@ -246,7 +269,7 @@ CallArgs DecodeArgs(const std::string& method, const std::vector<ArgSpec>& specs
     }
     CallArgs args;
     for (std::size_t i = 0; i < given; ++i) {
-        args.add(Decoder(method, specs[i]).decode(params.via.array.ptr[i]));
+        args.add(Decoder(method, specs[i], payloads).decode(params.via.array.ptr[i]));
     }
     return args;
 }

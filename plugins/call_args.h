@@ -10,6 +10,7 @@
 
 #include "core/commands.h"
 #include "core/plane.h"
+#include "plugins/plane_payload.h"
 
 namespace wib {
 
@@ -22,7 +23,8 @@ enum class ArgType {
     Number,   // a finite number, whole or not
     Single,   // a finite number in single-precision range
     Text,     // a UTF-8 string
-    Plane,    // [ubX, ubY, bin] with exactly (ubX + 1) * (ubY + 1) bytes
+    Plane,    // [ubX, ubY, bin] with exactly (ubX + 1) * (ubY + 1) bytes, the bin
+              // possibly received as a payload of its own
     Params,   // a map of names to integers, numbers, text or booleans
     Value,    // one integer, number, text or boolean
 };
@@ -61,8 +63,9 @@ class CallArgs {
 };
 
 // Checks `params` (the request's argument array) against `specs`: a wrong
-// count, type or range throws RpcError 5.
+// count, type or range throws RpcError 5. Planes take over the `payloads`
+// their binaries refer to.
 CallArgs DecodeArgs(const std::string& method, const std::vector<ArgSpec>& specs,
-                    const msgpack::object& params);
+                    const msgpack::object& params, PlanePayloads& payloads);
 
 }  // namespace wib

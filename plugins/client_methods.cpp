@@ -201,6 +201,11 @@ std::string CppClientMethods() {
         for (std::size_t count = RequiredCount(method); count <= method.args.size(); ++count) {
             WriteCppOverload(out, method, count);
         }
+        if (method.result.type == ResultType::Plane && method.args.empty()) {
+            out << "    // The same, received straight into `into`, whose memory is reused.\n"
+                << "    void " << method.name << "(Plane& into) {\n        invokeInto(into, \""
+                << method.name << "\");\n    }\n";
+        }
     }
     out << "};\n\n}  // namespace wibbleton\n";
     return out.str();

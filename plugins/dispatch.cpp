@@ -5,14 +5,14 @@
 
 namespace wib {
 
-CallResult Dispatch(CallContext& context, const std::string& method,
-                    const msgpack::object& params) {
+CallResult Dispatch(CallContext& context, const std::string& method, const msgpack::object& params,
+                    PlanePayloads& payloads) {
     const MethodSpec* spec = FindMethod(method);
     if (spec == nullptr) {
         return {Reply::Nil(), MakeError(kErrorUnknownMethod)};
     }
     try {
-        CallArgs args = DecodeArgs(method, spec->args, params);
+        CallArgs args = DecodeArgs(method, spec->args, params, payloads);
         return {spec->handler(context, args), std::nullopt};
     } catch (const RpcError& error) {
         return {Reply::Nil(), error};

@@ -20,7 +20,9 @@ struct CallResult {
 // arguments against its table entry (5), runs it, and turns whatever it
 // throws into the error the plug-in gets: a subscript error is 9, running out
 // of memory 7, anything else 5. Arguments are checked before anything runs,
-// so a refused call leaves the document as it was.
-CallResult Dispatch(CallContext& context, const std::string& method, const msgpack::object& params);
+// so a refused call leaves the document as it was. `payloads` are the
+// request's long binaries, received apart from it.
+CallResult Dispatch(CallContext& context, const std::string& method, const msgpack::object& params,
+                    PlanePayloads& payloads);
 
 }  // namespace wib

@@ -55,10 +55,18 @@ std::uint64_t BigEndian(const std::uint8_t* bytes, std::size_t count) {
 }  // namespace
 
 bool MessageGuard::check(const std::uint8_t* data, std::size_t size) {
+    return checkUpToLongBinary(data, size, SIZE_MAX) == size && problem_.empty();
+}
+
+std::size_t MessageGuard::checkUpToLongBinary(const std::uint8_t* data, std::size_t size,
+                                              std::size_t minBinary) {
+    minBinary_ = minBinary;
+    longBinary_ = 0;
+    const std::size_t total = size;
     if (!problem_.empty()) {
-        return false;
+        return 0;
     }
-    while (size > 0) {
+    while (size > 0 && longBinary_ == 0) {
         if (skip_ > 0) {
             const std::size_t n = static_cast<std::size_t>(std::min<std::uint64_t>(skip_, size));
             skip_ -= n;
@@ -84,11 +92,11 @@ bool MessageGuard::check(const std::uint8_t* data, std::size_t size) {
         if (headHave_ == headNeed_) {
             headHave_ = 0;
             if (!startValue()) {
-                return false;
+                return total - size;
             }
         }
     }
-    return true;
+    return total - size;
 }
 
 bool MessageGuard::startValue() {
@@ -140,6 +148,9 @@ bool MessageGuard::startPayload(std::uint64_t length, std::size_t limit, const c
         return fail("message too large");
     }
     skip_ = length;
+    if (head_[0] == 0xc6 && length >= minBinary_) {
+        longBinary_ = length;
+    }
     if (skip_ == 0) {
         closeValue();
     }

@@ -25,6 +25,15 @@ class MessageGuard {
     // not msgpack; problem() then says why, and the stream cannot go on.
     bool check(const std::uint8_t* data, std::size_t size);
 
+    // Like check(), but stops right after the header of a binary of at least
+    // `minBinary` bytes (in the five-byte form, which every binary of 64 KiB
+    // or more has) and returns how many bytes it took; the binary's
+    // length is then in longBinary() until the next call. The binary's bytes
+    // still go through check() (or this) afterwards, which only counts them.
+    std::size_t checkUpToLongBinary(const std::uint8_t* data, std::size_t size,
+                                    std::size_t minBinary);
+    std::uint64_t longBinary() const { return longBinary_; }
+
     const std::string& problem() const { return problem_; }
     // Whole top-level messages seen so far.
     std::size_t completeMessages() const { return messages_; }
@@ -42,7 +51,9 @@ class MessageGuard {
     std::uint8_t head_[9] = {};  // the header of the value being read
     std::size_t headHave_ = 0;
     std::size_t headNeed_ = 0;
-    std::uint64_t skip_ = 0;           // payload bytes still to pass
+    std::uint64_t skip_ = 0;            // payload bytes still to pass
+    std::size_t minBinary_ = SIZE_MAX;  // binaries that stop checkUpToLongBinary()
+    std::uint64_t longBinary_ = 0;
     std::vector<std::uint64_t> open_;  // values still due in each open container
     std::uint64_t messageBytes_ = 0;   // of the current message, payloads declared so far
     std::uint64_t values_ = 0;         // of the current message

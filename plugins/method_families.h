@@ -17,5 +17,11 @@ std::vector<MethodSpec> FileMethods();
 std::vector<MethodSpec> AnimationMethods();
 std::vector<MethodSpec> EventMethods();
 std::vector<MethodSpec> ColourMethods();
+std::vector<MethodSpec> PenMethods();
+std::vector<MethodSpec> CanvasMethods();
+std::vector<MethodSpec> PaperMethods();
+std::vector<MethodSpec> FreeFormMethods();
+std::vector<MethodSpec> BrushStampMethods();
+std::vector<MethodSpec> BrushFileMethods();
 
 }  // namespace wib

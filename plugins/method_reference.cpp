@@ -19,7 +19,9 @@ constexpr const char* kIntroduction = R"(# Automation methods
 A plug-in is a separate program that drives the running program through the automation object
 `Wibbleton_Class`. The program starts it with two environment variables: `WIBBLETON_SERVER`, the
 full path of the program's local socket, and `WIBBLETON_TOKEN`, a token made at start. Only
-processes of the same user can connect.
+processes of the same user can connect: the socket is readable and writable by its owner alone
+(0600), and where the program picks its place (no `--listen`) it lies in a folder of its own that
+only the user can enter (0700), removed at exit.
 
 ## Calling
 
@@ -29,8 +31,14 @@ processes of the same user can connect.
   Events travel from the program to the plug-in as notifications.
 - The first request must be `Wib_Connect(token)`. Anything else first, or a wrong token, is
   answered with error 70 "Permission denied" and the connection is closed.
-- Calls of all plug-ins run one at a time, in arrival order, on the program's interface thread;
-  the answer is sent when the work is done.
+- Calls run one at a time on the program's interface thread, each plug-in's in the order it sent
+  them; plug-ins take turns, one call each, so one that floods the program cannot starve the
+  others. The answer is sent when the work is done.
+- At most 64 connections are open at once; another is closed as soon as it is accepted, and the
+  log says the limit was reached.
+- Answers a plug-in leaves unread are bounded: beyond two planes of the document (and at least
+  4 MiB) the program stops reading that plug-in's requests until it reads its answers. A plug-in
+  that ends, however it ends, gives back its locks, status window, pointer and memory.
 - Values: integers and floats as msgpack numbers, text as UTF-8 strings, booleans as the integers
   -1 (true) and 0 (false); msgpack `true` is taken as -1 and `false` as 0. A method that tests a
   boolean tests for -1, so 1 counts as false. A packed colour is one integer
@@ -71,7 +79,8 @@ windows enabled again, and its status window is closed, each with a line in the 
 - C++: `plugins/sdk/cpp/wibbleton_client.h`, header-only over msgpack-cxx: `wibbleton::Wibbleton_Class`
   with every method below as a typed member function (booleans as `bool`, planes as
   `wibbleton::Plane`, a brush plane as `std::optional`, an overload for each count of optional
-  arguments); failures throw `wibbleton::WibbletonError`.
+  arguments, and for each plane getter an overload that receives the plane straight into a
+  `Plane&` of the caller's, reusing its memory); failures throw `wibbleton::WibbletonError`.
 - Both clients' method lists (`wibbleton_methods.py`, `wibbleton_methods.h`) are generated from
   the method table, as this page is, by `wib_client_methods`; `call(name, ...)` reaches any
   method by name.

@@ -13,7 +13,8 @@ std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
     for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
                         AnimationMethods, ColourMethods, FileMethods, ProgramMethods,
-                        EventMethods}) {
+                        EventMethods, PenMethods, CanvasMethods, PaperMethods, FreeFormMethods,
+                        BrushStampMethods, BrushFileMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +12,7 @@
 #include "pixel/colour_adjust.h"
 #include "plugins/automation_host.h"
 #include "plugins/call_args.h"
+#include "plugins/free_form_path.h"
 #include "plugins/reply.h"
 
 namespace wib {
@@ -25,6 +28,8 @@ struct ServerState {
     // Wib_SetLutImage applies, and whether that gives grey.
     ChannelLuts luts{IdentityLut(), IdentityLut(), IdentityLut()};
     bool greyLuts = false;
+    // Where Wib_NewBrushFilename names brush images; empty: the temporary folder.
+    std::string brushSetFolder;
 };
 
 // What one connection holds, so that it can be given back if the plug-in dies.
@@ -38,6 +43,11 @@ struct ConnectionState {
     // turn it was; dropping the subscription gives the canvas back.
     Subscription canvasTurn;
     int canvasTurnNumber = 0;
+    // The canvas's pointer before Wib_ChangePointer, until Wib_RestorePointer.
+    std::optional<int> pointerBefore;
+    // The free-form paths the plug-in is building, by handle.
+    std::map<int, FreeFormPath> freeForms;
+    int nextFreeForm = 1;
 };
 
 struct CallContext {

@@ -336,6 +336,31 @@ std::vector<MethodSpec> PaintMethods() {
         ColourGetter("Wib_GetSecondaryColor", "The secondary colour.", &ColourState::secondary),
         ColourSetter("Wib_SetSecondaryColor", "Sets the secondary colour.",
                      &PaintSession::setSecondaryColour),
+        {"Wib_GetWells",
+         kColours,
+         {{"well", ArgType::Integer}},
+         {ResultType::Integer, "integer: R + 256 * G + 65536 * B"},
+         "The colour of a well: 0 the primary, 1 the secondary.",
+         [](CallContext& c, CallArgs& args) {
+             const ColourState& wells = c.workspace().colours;
+             return Reply::Integer(
+                 (InRange(args, 0, "well", 0, 1) == 0 ? wells.primary : wells.secondary).packed());
+         }},
+        {"Wib_SetWells",
+         kColours,
+         {{"primary", ArgType::Integer}, {"secondary", ArgType::Integer}},
+         kNothing,
+         "Sets both wells at once, as packed colours; a bad colour changes neither.",
+         [](CallContext& c, CallArgs& args) {
+             const auto primary = PackedColour::fromPacked(args.integer(0));
+             const auto secondary = PackedColour::fromPacked(args.integer(1));
+             if (!primary || !secondary) {
+                 throw BadCall("a colour must be from 0 to 16777215");
+             }
+             Paint(c).setPrimaryColour(*primary);
+             Paint(c).setSecondaryColour(*secondary);
+             return Reply::Nil();
+         }},
     };
     for (MethodSpec& method : image) {
         methods.push_back(std::move(method));

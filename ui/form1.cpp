@@ -9,8 +9,10 @@
 
 #include "core/document.h"
 #include "core/tablet_calibration.h"
+#include "core/view_state.h"
 #include "paint/paint_session.h"
 #include "plugins/canvas_events.h"
+#include "paint/pen_reading.h"
 #include "ui/plane_image.h"
 
 namespace wib {
@@ -208,7 +210,16 @@ void Form1::release(QPointF at) {
     pressed_ = nullptr;
 }
 
+// Plug-ins read what the last event said about the pen; the mouse is a pen
+// held upright and pressed fully.
+void Form1::recordPen(const PenReading& pen) {
+    if (painter_ != nullptr) {
+        painter_->state().pen = pen;
+    }
+}
+
 void Form1::mousePressEvent(QMouseEvent* event) {
+    recordPen(PenReading{});
     if (forward(kDown, ButtonNumber(event->button()), event->modifiers(), event->position(), 1.0)) {
         return;
     }
@@ -216,6 +227,7 @@ void Form1::mousePressEvent(QMouseEvent* event) {
 }
 
 void Form1::mouseMoveEvent(QMouseEvent* event) {
+    recordPen(PenReading{});
     if (forward(kMove, HeldButton(event->buttons()), event->modifiers(), event->position(), 1.0)) {
         return;
     }
@@ -234,6 +246,7 @@ void Form1::mouseReleaseEvent(QMouseEvent* event) {
 void Form1::tabletEvent(QTabletEvent* event) {
     const double pressure =
         calibration_ != nullptr ? calibration_->apply(event->pressure()) : event->pressure();
+    recordPen(PenFromTilt(pressure, event->xTilt(), event->yTilt(), event->rotation()));
     const int kind = event->type() == QEvent::TabletPress     ? kDown
                      : event->type() == QEvent::TabletMove    ? kMove
                      : event->type() == QEvent::TabletRelease ? kUp
@@ -280,6 +293,33 @@ void Form1::paintEvent(QPaintEvent* event) {
         painter.drawImage(QRectF(previewArea_.left() * s, previewArea_.top() * s,
                                  previewArea_.width() * s, previewArea_.height() * s),
                           preview_);
+    }
+    if (view_.grid.shown) {
+        drawGrid(painter, source);
+    }
+}
+
+// Lines on the pixel edges every grid spacing, where the damaged area lies;
+// left out while they would stand closer than a few screen pixels.
+void Form1::drawGrid(QPainter& painter, const QRect& source) const {
+    constexpr double kClosest = 4.0;
+    const GridState& grid = view_.grid;
+    const double s = scale();
+    if (grid.spacingX * s < kClosest || grid.spacingY * s < kClosest) {
+        return;
+    }
+    painter.setPen(QPen(QColor(128, 128, 128, 160), 0));
+    const double top = source.top() * s;
+    const double bottom = (source.bottom() + 1) * s;
+    const double left = source.left() * s;
+    const double right = (source.right() + 1) * s;
+    for (int x = (source.left() / grid.spacingX) * grid.spacingX; x <= source.right() + 1;
+         x += grid.spacingX) {
+        painter.drawLine(QPointF(x * s, top), QPointF(x * s, bottom));
+    }
+    for (int y = (source.top() / grid.spacingY) * grid.spacingY; y <= source.bottom() + 1;
+         y += grid.spacingY) {
+        painter.drawLine(QPointF(left, y * s), QPointF(right, y * s));
     }
 }
 

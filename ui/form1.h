@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QImage>
+#include <QPainter>
 #include <QWidget>
 
 #include "core/observer_list.h"
@@ -11,6 +12,8 @@
 namespace wib {
 
 class CanvasEvents;
+struct PenReading;
+
 struct Document;
 class PaintSession;
 struct TabletCalibration;
@@ -72,6 +75,8 @@ class Form1 : public QWidget {
     bool forward(int kind, int button, Qt::KeyboardModifiers modifiers, QPointF at,
                  double pressure);
     void listenersChanged();
+    void recordPen(const PenReading& pen);
+    void drawGrid(QPainter& painter, const QRect& source) const;
 
     const Document& document_;
     const ViewState& view_;

@@ -520,13 +520,27 @@ void MDI_MainForm::setMainFrameEnabled(bool enabled) {
 }
 
 void MDI_MainForm::pointerShapeChanged(int shape) {
-    // The busy pointer is the platform's wait cursor; any other shape is the
-    // active tool's own.
-    if (shape == kBusyPointerShape) {
-        canvas_->setCursor(Qt::WaitCursor);
+    // Shapes by their classic numbers; 0 (and any unknown number) is the
+    // active tool's own pointer.
+    static constexpr Qt::CursorShape kShapes[] = {
+        Qt::ArrowCursor,     Qt::ArrowCursor,   Qt::CrossCursor,     Qt::IBeamCursor,
+        Qt::ArrowCursor,     Qt::SizeAllCursor, Qt::SizeBDiagCursor, Qt::SizeVerCursor,
+        Qt::SizeFDiagCursor, Qt::SizeHorCursor, Qt::UpArrowCursor,   Qt::WaitCursor,
+        Qt::ForbiddenCursor, Qt::BusyCursor,    Qt::WhatsThisCursor, Qt::SizeAllCursor};
+    static_assert(kBusyPointerShape == 11);
+    if (shape > 0 && shape < static_cast<int>(std::size(kShapes))) {
+        canvas_->setCursor(kShapes[shape]);
     } else {
         canvas_->showToolCursor();
     }
+}
+
+long long MDI_MainForm::canvasWindowId() {
+    return static_cast<long long>(canvas_->winId());
+}
+
+long long MDI_MainForm::mainWindowId() {
+    return static_cast<long long>(winId());
 }
 
 }  // namespace wib

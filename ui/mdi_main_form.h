@@ -53,6 +53,8 @@ class MDI_MainForm : public QMainWindow, public View {
     void setCanvasEnabled(bool enabled) override;
     void setMainFrameEnabled(bool enabled) override;
     void pointerShapeChanged(int shape) override;
+    long long canvasWindowId() override;
+    long long mainWindowId() override;
 
     ErrorConsoleForm* logWindow() const { return log_; }
     Tool_Panel* toolPanel() const { return tools_; }

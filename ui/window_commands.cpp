@@ -2,6 +2,7 @@
 #include "ui/window_commands.h"
 
 #include "core/commands.h"
+#include "core/workspace.h"
 
 namespace wib {
 
@@ -20,6 +21,17 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
     add("view.zoom_in", "Zoom &in", "View", "Ctrl++", &WindowActions::zoomIn);
     add("view.zoom_out", "Zoom &out", "View", "Ctrl+-", &WindowActions::zoomOut);
     add("view.zoom_actual", "&Actual pixels", "View", "Ctrl+0", &WindowActions::zoomActual);
+    registry.add({"view.show_grid",
+                  "Show &grid",
+                  "View",
+                  "Ctrl+'",
+                  {},
+                  [](Workspace& workspace, const ParamValues&) {
+                      GridState& grid = workspace.view.grid;
+                      grid.shown = !grid.shown;
+                      workspace.host.view.refresh();
+                      return true;
+                  }});
     add("window.log", "&Log", "Window", "Ctrl+L", &WindowActions::toggleLog);
     add("file.exit", "E&xit", "File", "Ctrl+Q", &WindowActions::exit);
     add("plugins.open_folder", "Open plug-in &folder", "Plug-ins", "",

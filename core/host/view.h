@@ -32,6 +32,10 @@ class View {
     virtual void setMainFrameEnabled(bool enabled) = 0;
     // The canvas's pointer shape changed (0 the arrow, 11 the busy pointer).
     virtual void pointerShapeChanged(int shape) { static_cast<void>(shape); }
+    // The system's ids of the canvas window and of the main frame, for a
+    // plug-in to parent its own windows to; 0 where there is no window.
+    virtual long long canvasWindowId() { return 0; }
+    virtual long long mainWindowId() { return 0; }
 };
 
 // Passes every request on to each attached view, in the order they attached;
@@ -61,6 +65,8 @@ class ViewList : public View {
     void setCanvasEnabled(bool enabled) override { each(&View::setCanvasEnabled, enabled); }
     void setMainFrameEnabled(bool enabled) override { each(&View::setMainFrameEnabled, enabled); }
     void pointerShapeChanged(int shape) override { each(&View::pointerShapeChanged, shape); }
+    long long canvasWindowId() override { return first(&View::canvasWindowId); }
+    long long mainWindowId() override { return first(&View::mainWindowId); }
 
   private:
     // A view may detach while told, so walk a copy.
@@ -70,6 +76,16 @@ class ViewList : public View {
         for (View* view : snapshot()) {
             (view->*request)(args...);
         }
+    }
+
+    // The first view's answer that is not 0.
+    long long first(long long (View::*ask)()) const {
+        for (View* view : snapshot()) {
+            if (const long long id = (view->*ask)()) {
+                return id;
+            }
+        }
+        return 0;
     }
 
     std::shared_ptr<std::vector<View*>> views_ = std::make_shared<std::vector<View*>>();

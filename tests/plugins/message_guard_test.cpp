@@ -132,21 +132,87 @@ TEST(MessageReader, DecodesWholeMessagesAndWaitsForTheRest) {
     const std::string stream = ThreeMessages();
     MessageReader reader(kConnectedLimits, kConnectedLimits);
     msgpack::object_handle message;
+    PlanePayloads payloads;
     const std::size_t half = stream.size() - 5;  // within the second message
     std::memcpy(reader.reserve(half), stream.data(), half);
     ASSERT_TRUE(reader.commit(half));
-    ASSERT_EQ(reader.next(message), MessageReader::Next::Message);
+    ASSERT_EQ(reader.next(message, payloads), MessageReader::Next::Message);
     const msgpack::object& plane = message.get().via.array.ptr[3].via.array.ptr[0];
     EXPECT_EQ(std::string(plane.via.array.ptr[2].via.bin.ptr, 3), "abc");
-    EXPECT_EQ(reader.next(message), MessageReader::Next::Pending);
+    EXPECT_EQ(reader.next(message, payloads), MessageReader::Next::Pending);
 
     std::memcpy(reader.reserve(stream.size() - half), stream.data() + half, stream.size() - half);
     ASSERT_TRUE(reader.commit(stream.size() - half));
-    ASSERT_EQ(reader.next(message), MessageReader::Next::Message);
+    ASSERT_EQ(reader.next(message, payloads), MessageReader::Next::Message);
     EXPECT_EQ(message.get().type, msgpack::type::MAP);
-    ASSERT_EQ(reader.next(message), MessageReader::Next::Message);
+    ASSERT_EQ(reader.next(message, payloads), MessageReader::Next::Message);
     EXPECT_EQ(message.get().as<bool>(), true);
-    EXPECT_EQ(reader.next(message), MessageReader::Next::Pending);
+    EXPECT_EQ(reader.next(message, payloads), MessageReader::Next::Pending);
+}
+
+// Two long binaries in one message, then a short message: the long ones
+// arrive as payloads of their own whatever the pieces the stream comes in,
+// referred to by index, and the message waits until the last of their bytes.
+TEST(MessageReader, ReceivesLongBinariesApartFromTheirMessage) {
+    const std::size_t longBytes = kPayloadMinBytes + 3;
+    std::string first(longBytes, '\0');
+    std::string second(2 * longBytes, '\0');
+    for (std::size_t i = 0; i < first.size(); ++i) {
+        first[i] = static_cast<char>(i * 7 % 253);
+    }
+    for (std::size_t i = 0; i < second.size(); ++i) {
+        second[i] = static_cast<char>(i * 11 % 241);
+    }
+    msgpack::sbuffer buffer;
+    msgpack::packer<msgpack::sbuffer> packer(buffer);
+    packer.pack_array(3);
+    packer.pack_bin(static_cast<std::uint32_t>(first.size()));
+    packer.pack_bin_body(first.data(), static_cast<std::uint32_t>(first.size()));
+    packer.pack_bin(4);
+    packer.pack_bin_body("wxyz", 4);
+    packer.pack_bin(static_cast<std::uint32_t>(second.size()));
+    packer.pack_bin_body(second.data(), static_cast<std::uint32_t>(second.size()));
+    packer.pack(42);
+    const std::string stream = Packed(buffer);
+
+    for (const std::size_t piece :
+         {std::size_t{1}, std::size_t{3}, std::size_t{4096}, stream.size()}) {
+        MessageReader reader(kConnectedLimits, kConnectedLimits);
+        msgpack::object_handle message;
+        PlanePayloads payloads;
+        std::size_t fed = 0;
+        int early = 0;
+        while (fed < stream.size()) {
+            const std::size_t n = std::min({piece, stream.size() - fed, reader.wanted()});
+            std::memcpy(reader.reserve(n), stream.data() + fed, n);
+            ASSERT_TRUE(reader.commit(n)) << reader.problem();
+            fed += n;
+            if (fed < stream.size() - 1 &&
+                reader.next(message, payloads) != MessageReader::Next::Pending) {
+                ++early;
+            }
+        }
+        EXPECT_EQ(early, 0) << "pieces of " << piece;
+        ASSERT_EQ(reader.next(message, payloads), MessageReader::Next::Message)
+            << "pieces of " << piece << ": " << reader.problem();
+        const msgpack::object& o = message.get();
+        ASSERT_EQ(o.via.array.size, 3u);
+        ASSERT_EQ(o.via.array.ptr[0].type, msgpack::type::EXT);
+        EXPECT_EQ(o.via.array.ptr[0].via.ext.type(), kPayloadExtension);
+        EXPECT_EQ(std::string(o.via.array.ptr[0].via.ext.data(), 2), std::string("\0\0", 2));
+        EXPECT_EQ(std::string(o.via.array.ptr[1].via.bin.ptr, 4), "wxyz");
+        EXPECT_EQ(std::string(o.via.array.ptr[2].via.ext.data(), 2), std::string("\0\1", 2));
+        ASSERT_EQ(payloads.size(), 2u);
+        EXPECT_EQ(
+            std::string(reinterpret_cast<const char*>(payloads[0].bytes.get()), payloads[0].size),
+            first);
+        EXPECT_EQ(
+            std::string(reinterpret_cast<const char*>(payloads[1].bytes.get()), payloads[1].size),
+            second);
+        ASSERT_EQ(reader.next(message, payloads), MessageReader::Next::Message);
+        EXPECT_EQ(message.get().as<int>(), 42);
+        EXPECT_TRUE(payloads.empty());
+    }
 }
 
 TEST(MessageReader, RefusesBytesTheGuardRefuses) {

@@ -28,7 +28,8 @@ class MethodFixture : public ::testing::Test {
 
     CallResult call(const std::string& method, const msgpack::sbuffer& params) {
         const msgpack::object_handle decoded = msgpack::unpack(params.data(), params.size());
-        return Dispatch(context, method, decoded.get());
+        PlanePayloads none;
+        return Dispatch(context, method, decoded.get(), none);
     }
     CallResult call(const std::string& method) { return call(method, Params()); }
 

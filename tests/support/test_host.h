@@ -107,6 +107,8 @@ class RecordingView : public View {
     void setCanvasEnabled(bool enabled) override { canvasEnabled = enabled; }
     void setMainFrameEnabled(bool enabled) override { mainFrameEnabled = enabled; }
     void pointerShapeChanged(int shape) override { pointerShapes.push_back(shape); }
+    long long canvasWindowId() override { return canvasId; }
+    long long mainWindowId() override { return mainId; }
 
     int refreshes = 0;
     int areaRefreshes = 0;
@@ -116,6 +118,8 @@ class RecordingView : public View {
     bool canvasEnabled = true;
     bool mainFrameEnabled = true;
     std::vector<int> pointerShapes;
+    long long canvasId = 0;
+    long long mainId = 0;
     // What the interface's pending events do when they are let through.
     std::function<void()> pendingEvents;
 };

@@ -263,6 +263,100 @@ T FromWire(const msgpack::object& o) {
     }
 }
 
+// Where the answer to `msgid` stands in `bytes` when it is a plane,
+// [1, msgid, nil, [ubX, ubY, bin]]: complete up to the binary's header
+// (Plane), too short to tell (Incomplete), or anything else (Other).
+enum class PlaneHead { Plane, Incomplete, Other };
+
+struct PlaneHeadFields {
+    std::size_t headSize = 0;  // bytes up to the plane's first
+    long long ubX = 0;
+    long long ubY = 0;
+    std::uint64_t size = 0;
+};
+
+// Reads a big-endian number of `count` bytes at `at`, moving past it.
+inline std::uint64_t BigEndian(const std::uint8_t*& at, std::size_t count) {
+    std::uint64_t value = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        value = (value << 8) | *at++;
+    }
+    return value;
+}
+
+// An integer of any msgpack form; false when the bytes run out or are no integer.
+inline bool ReadInteger(const std::uint8_t*& at, const std::uint8_t* end, long long& value,
+                        bool& incomplete) {
+    if (at == end) {
+        incomplete = true;
+        return false;
+    }
+    const std::uint8_t b = *at;
+    if (b <= 0x7f || b >= 0xe0) {
+        value = static_cast<std::int8_t>(b);
+        ++at;
+        return true;
+    }
+    static constexpr std::uint8_t kForms[] = {0xcc, 0xcd, 0xce, 0xd0, 0xd1, 0xd2};
+    const auto form = std::find(std::begin(kForms), std::end(kForms), b);
+    if (form == std::end(kForms)) {
+        return false;
+    }
+    const std::size_t index = static_cast<std::size_t>(form - std::begin(kForms));
+    const std::size_t count = std::size_t{1} << (index % 3);
+    if (static_cast<std::size_t>(end - at) < count + 1) {
+        incomplete = true;
+        return false;
+    }
+    ++at;
+    const std::uint64_t raw = BigEndian(at, count);
+    if (index < 3) {
+        value = static_cast<long long>(raw);
+    } else {
+        const int bits = static_cast<int>(8 * count);
+        value = static_cast<long long>(raw ^ (std::uint64_t{1} << (bits - 1))) -
+                (1LL << (bits - 1));
+    }
+    return true;
+}
+
+inline PlaneHead ReadPlaneHead(const char* bytes, std::size_t size, std::uint32_t msgid,
+                               PlaneHeadFields& fields) {
+    const auto* start = reinterpret_cast<const std::uint8_t*>(bytes);
+    const std::uint8_t* at = start;
+    const std::uint8_t* end = start + size;
+    bool incomplete = false;
+    auto expect = [&](std::uint8_t b) {
+        if (at == end) {
+            incomplete = true;
+            return false;
+        }
+        return *at++ == b;
+    };
+    long long id = 0;
+    if (!expect(0x94) || !expect(0x01) || !ReadInteger(at, end, id, incomplete) ||
+        id != static_cast<long long>(msgid) || !expect(0xc0) || !expect(0x93) ||
+        !ReadInteger(at, end, fields.ubX, incomplete) ||
+        !ReadInteger(at, end, fields.ubY, incomplete)) {
+        return incomplete ? PlaneHead::Incomplete : PlaneHead::Other;
+    }
+    if (at == end) {
+        return PlaneHead::Incomplete;
+    }
+    const std::uint8_t form = *at;
+    const std::size_t count = form == 0xc4 ? 1 : form == 0xc5 ? 2 : form == 0xc6 ? 4 : 0;
+    if (count == 0) {
+        return PlaneHead::Other;
+    }
+    if (static_cast<std::size_t>(end - at) < count + 1) {
+        return PlaneHead::Incomplete;
+    }
+    ++at;
+    fields.size = BigEndian(at, count);
+    fields.headSize = static_cast<std::size_t>(at - start);
+    return PlaneHead::Plane;
+}
+
 }  // namespace detail
 
 // The connection to the program: everything but the methods, which
@@ -316,14 +410,30 @@ class Connection {
   protected:
     template <typename Result, typename... Args>
     Result invoke(const std::string& method, const Args&... args) {
-        const msgpack::object_handle result = request(method, args...);
-        if constexpr (!std::is_void_v<Result>) {
-            return detail::FromWire<Result>(result.get());
+        if constexpr (std::is_same_v<Result, Plane>) {
+            Plane plane;
+            invokeInto(plane, method, args...);
+            return plane;
+        } else {
+            const msgpack::object_handle result = request(method, args...);
+            if constexpr (!std::is_void_v<Result>) {
+                return detail::FromWire<Result>(result.get());
+            }
         }
+    }
+
+    // A call answered with a plane, whose bytes are received straight into
+    // `into`: its memory is reused when the size has not changed.
+    template <typename... Args>
+    void invokeInto(Plane& into, const std::string& method, const Args&... args) {
+        receivePlane(send(method, args...), into);
     }
 
   private:
     static constexpr std::size_t kReadChunk = 4 << 20;
+    // Read at a time while a plane's header is awaited, so that few of its
+    // bytes land anywhere but in the plane.
+    static constexpr std::size_t kHeadRead = 64;
     static constexpr int kSocketBufferBytes = 4 << 20;
 
     void connectTo(const std::string& path) {
@@ -351,6 +461,12 @@ class Connection {
     // The result refers to the receive buffer: use it before the next request.
     template <typename... Args>
     msgpack::object_handle request(const std::string& method, const Args&... args) {
+        return awaitResponse(send(method, args...));
+    }
+
+    // Sends a request; returns its msgid.
+    template <typename... Args>
+    std::uint32_t send(const std::string& method, const Args&... args) {
         const std::uint32_t msgid = nextId_++;
         detail::Outgoing out;
         msgpack::packer<msgpack::sbuffer> packer(out.bytes);
@@ -361,7 +477,7 @@ class Connection {
         packer.pack_array(static_cast<std::uint32_t>(sizeof...(Args)));
         (detail::PackArg(out, args), ...);
         sendAll(out);
-        return awaitResponse(msgid);
+        return msgid;
     }
 
     // Writes the request with as few system calls as the socket allows,
@@ -404,26 +520,35 @@ class Connection {
         msgpack::object_handle message;
         for (;;) {
             while (nextMessage(message)) {
-                const msgpack::object& o = message.get();
-                if (o.type != msgpack::type::ARRAY || o.via.array.size < 3) {
-                    throw std::runtime_error("the program sent something other than msgpack-RPC");
+                if (auto result = takeResponse(message, msgid)) {
+                    return std::move(*result);
                 }
-                if (queueIfNotification(o)) {
-                    continue;
-                }
-                if (o.via.array.ptr[0].as<int>() != 1 || o.via.array.size != 4 ||
-                    o.via.array.ptr[1].as<std::uint32_t>() != msgid) {
-                    throw std::runtime_error("the program answered out of turn");
-                }
-                const msgpack::object& error = o.via.array.ptr[2];
-                if (error.type != msgpack::type::NIL) {
-                    throw WibbletonError(error.via.array.ptr[0].as<int>(),
-                                         error.via.array.ptr[1].as<std::string>());
-                }
-                return msgpack::object_handle(o.via.array.ptr[3], std::move(message.zone()));
             }
             receive();
         }
+    }
+
+    // The result of the answer to `msgid`; nothing when `message` was a
+    // notification, which waits in events(). A refusal throws.
+    std::optional<msgpack::object_handle> takeResponse(msgpack::object_handle& message,
+                                                       std::uint32_t msgid) {
+        const msgpack::object& o = message.get();
+        if (o.type != msgpack::type::ARRAY || o.via.array.size < 3) {
+            throw std::runtime_error("the program sent something other than msgpack-RPC");
+        }
+        if (queueIfNotification(o)) {
+            return std::nullopt;
+        }
+        if (o.via.array.ptr[0].as<int>() != 1 || o.via.array.size != 4 ||
+            o.via.array.ptr[1].as<std::uint32_t>() != msgid) {
+            throw std::runtime_error("the program answered out of turn");
+        }
+        const msgpack::object& error = o.via.array.ptr[2];
+        if (error.type != msgpack::type::NIL) {
+            throw WibbletonError(error.via.array.ptr[0].as<int>(),
+                                 error.via.array.ptr[1].as<std::string>());
+        }
+        return msgpack::object_handle(o.via.array.ptr[3], std::move(message.zone()));
     }
 
     // Queues a notification [2, method, params]; false for anything else.
@@ -434,6 +559,53 @@ class Connection {
         }
         events_.push_back({o.via.array.ptr[1].as<std::string>(), msgpack::clone(o.via.array.ptr[2])});
         return true;
+    }
+
+    // Waits for the answer to `msgid`, a plane. Its bytes are received into
+    // `into` itself; only those that came in the same read as its header are
+    // copied there. Notifications before it wait in events().
+    void receivePlane(std::uint32_t msgid, Plane& into) {
+        for (;;) {
+            detail::PlaneHeadFields head;
+            switch (detail::ReadPlaneHead(inbox_.get() + start_, end_ - start_, msgid, head)) {
+                case detail::PlaneHead::Plane:
+                    fillPlane(head, into);
+                    return;
+                case detail::PlaneHead::Incomplete:
+                    receive(kHeadRead);
+                    break;
+                case detail::PlaneHead::Other: {
+                    msgpack::object_handle message;
+                    if (!nextMessage(message)) {
+                        receive();
+                    } else if (auto result = takeResponse(message, msgid)) {
+                        into = detail::ToPlane(result->get());
+                        return;
+                    }
+                    break;
+                }
+            }
+        }
+    }
+
+    void fillPlane(const detail::PlaneHeadFields& head, Plane& into) {
+        if (head.ubX < -1 || head.ubY < -1 ||
+            head.size != static_cast<std::uint64_t>(head.ubX + 1) *
+                             static_cast<std::uint64_t>(head.ubY + 1)) {
+            throw std::runtime_error("the program answered a plane of the wrong size");
+        }
+        into.ubX = static_cast<int>(head.ubX);
+        into.ubY = static_cast<int>(head.ubY);
+        into.data.resize(static_cast<std::size_t>(head.size));
+        start_ += head.headSize;
+        const std::size_t present = std::min(into.data.size(), end_ - start_);
+        std::memcpy(into.data.data(), inbox_.get() + start_, present);
+        start_ += present;
+        std::size_t filled = present;
+        while (filled < into.data.size()) {
+            filled += receiveInto(reinterpret_cast<char*>(into.data.data()) + filled,
+                                  into.data.size() - filled);
+        }
     }
 
     // Binaries (planes) are left in the receive buffer and copied out once.
@@ -456,9 +628,9 @@ class Connection {
         return true;
     }
 
-    // Reads more of the stream into one buffer kept from call to call, so
-    // that a plane lands in memory that is already mapped.
-    void receive() {
+    // Reads more of the stream, at most `most` bytes, into one buffer kept
+    // from call to call, so that what arrives lands in memory already mapped.
+    void receive(std::size_t most = kReadChunk) {
         if (start_ > 0) {
             std::memmove(inbox_.get(), inbox_.get() + start_, end_ - start_);
             end_ -= start_;
@@ -471,9 +643,14 @@ class Connection {
             inbox_ = std::move(larger);
             inboxSize_ = size;
         }
+        end_ += receiveInto(inbox_.get() + end_, std::min(most, inboxSize_ - end_));
+    }
+
+    // Bytes received into `at`, at least one.
+    std::size_t receiveInto(char* at, std::size_t room) {
         ssize_t got;
         do {
-            got = ::recv(fd_, inbox_.get() + end_, inboxSize_ - end_, 0);
+            got = ::recv(fd_, at, room, 0);
         } while (got < 0 && errno == EINTR);
         if (got < 0) {
             throw std::system_error(errno, std::generic_category(), "receive from Wibbleton");
@@ -481,7 +658,7 @@ class Connection {
         if (got == 0) {
             throw std::runtime_error("Wibbleton closed the connection");
         }
-        end_ += static_cast<std::size_t>(got);
+        return static_cast<std::size_t>(got);
     }
 
     int fd_ = -1;

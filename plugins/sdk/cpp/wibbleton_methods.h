@@ -221,20 +221,36 @@ class Wibbleton_Class : public Connection {
     Plane Wib_GetRBuffer() {
         return invoke<Plane>("Wib_GetRBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetRBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetRBuffer");
+    }
 
     // The green plane of the main buffer.
     Plane Wib_GetGBuffer() {
         return invoke<Plane>("Wib_GetGBuffer");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetGBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetGBuffer");
     }
 
     // The blue plane of the main buffer.
     Plane Wib_GetBBuffer() {
         return invoke<Plane>("Wib_GetBBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetBBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetBBuffer");
+    }
 
     // The alpha (selection) plane.
     Plane Wib_GetABuffer() {
         return invoke<Plane>("Wib_GetABuffer");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetABuffer(Plane& into) {
+        invokeInto(into, "Wib_GetABuffer");
     }
 
     // Replaces the red plane when both upper bounds match the current plane's. Otherwise nothing
@@ -266,15 +282,27 @@ class Wibbleton_Class : public Connection {
     Plane Wib_GetSwapRBuffer() {
         return invoke<Plane>("Wib_GetSwapRBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetSwapRBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetSwapRBuffer");
+    }
 
     // The green plane of the swap buffer.
     Plane Wib_GetSwapGBuffer() {
         return invoke<Plane>("Wib_GetSwapGBuffer");
     }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetSwapGBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetSwapGBuffer");
+    }
 
     // The blue plane of the swap buffer.
     Plane Wib_GetSwapBBuffer() {
         return invoke<Plane>("Wib_GetSwapBBuffer");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetSwapBBuffer(Plane& into) {
+        invokeInto(into, "Wib_GetSwapBBuffer");
     }
 
     // Replaces the red swap plane when both upper bounds match; silent otherwise.
@@ -551,6 +579,16 @@ class Wibbleton_Class : public Connection {
         invoke<void>("Wib_SetSecondaryColor", colour);
     }
 
+    // The colour of a well: 0 the primary, 1 the secondary.
+    int Wib_GetWells(int well) {
+        return invoke<int>("Wib_GetWells", well);
+    }
+
+    // Sets both wells at once, as packed colours; a bad colour changes neither.
+    void Wib_SetWells(int primary, int secondary) {
+        invoke<void>("Wib_SetWells", primary, secondary);
+    }
+
     // Animation frames.
 
     // Turns the image into an animation of that many frames, each a copy of the image (asks first
@@ -681,64 +719,6 @@ class Wibbleton_Class : public Connection {
         return invoke<std::string>("Anim_Get_Name");
     }
 
-    // Colour and look-up tables.
-
-    // Unpacks a colour packed red + 256 green + 65536 blue. Outside 0..16777215 is error 5.
-    std::array<int, 3> Wib_ColorToRGB(int colour) {
-        return invoke<std::array<int, 3>>("Wib_ColorToRGB", colour);
-    }
-
-    // Turns the hue of the image by degrees (-360..360) through the selection, as
-    // Hue/Saturation/Lightness does with saturation and lightness 0; greys keep their colour. A
-    // hue turn mixes the channels, so it acts on the image, not on the tables. No undo step, no
-    // redraw.
-    void Wib_DoHue(double degrees) {
-        invoke<void>("Wib_DoHue", degrees);
-    }
-
-    // Follows each look-up table with v -> 255 (v / 255)^(1 / gamma), rounded, for gamma 0.1..10.
-    // The image is untouched until Wib_SetLutImage.
-    void Wib_Gamma(double gamma) {
-        invoke<void>("Wib_Gamma", gamma);
-    }
-
-    // Follows each look-up table with v -> (v - 127.5) (100 + contrast) / 100 + 127.5, rounded and
-    // clamped, for contrast -100..100. The image is untouched until Wib_SetLutImage.
-    void Wib_Contrast(int contrast) {
-        invoke<void>("Wib_Contrast", contrast);
-    }
-
-    // Puts the image through the look-up tables (red, green and blue planes each through their
-    // own) and, while Wib_SetGrayscale is on, makes the looked-up colour its grey (299 R + 587 G +
-    // 114 B + 500) / 1000; through the selection. No undo step, no redraw.
-    void Wib_SetLutImage() {
-        invoke<void>("Wib_SetLutImage");
-    }
-
-    // Whether Wib_SetLutImage gives grey: -1 on, anything else off.
-    void Wib_SetGrayscale(bool flag) {
-        invoke<void>("Wib_SetGrayscale", flag);
-    }
-
-    // What Wib_SetGrayscale last set; off when the program starts.
-    bool Wib_GetGrayscale() {
-        return invoke<bool>("Wib_GetGrayscale");
-    }
-
-    // Sets the three look-up tables back to v -> v, as they are when the program starts. The grey
-    // setting stays.
-    void Wib_InitLuts() {
-        invoke<void>("Wib_InitLuts");
-    }
-
-    // One packed colour as Hue/Saturation/Lightness would change it: hue turned by -180..180
-    // degrees, saturation scaled by (100 + saturation) / 100 (-100..100, at most full), then moved
-    // toward white (lightness > 0) or black by |lightness| percent (-100..100). Any value out of
-    // range is error 5.
-    int Wib_AdjustColor(int colour, double hue, int saturation, int lightness) {
-        return invoke<int>("Wib_AdjustColor", colour, hue, saturation, lightness);
-    }
-
     // Application and window.
 
     // Opens an uncompressed 8, 24 or 32-bit bitmap as the image.
@@ -809,11 +789,11 @@ class Wibbleton_Class : public Connection {
     // Runs a menu command as the menu does, taking its dialog's values from params and the
     // dialog's starting values for the rest. An unknown id, name, type or range is error 5 and
     // nothing runs.
-    int Wib_RunCommand(const std::string& id) {
-        return invoke<int>("Wib_RunCommand", id);
+    bool Wib_RunCommand(const std::string& id) {
+        return invoke<bool>("Wib_RunCommand", id);
     }
-    int Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params) {
-        return invoke<int>("Wib_RunCommand", id, params);
+    bool Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params) {
+        return invoke<bool>("Wib_RunCommand", id, params);
     }
 
     // Reads a panel control by the panel's and the control's object names. An unknown panel or
@@ -828,16 +808,207 @@ class Wibbleton_Class : public Connection {
         invoke<void>("Wib_SetControl", panel, control, value);
     }
 
-    // Events.
+    // Tablet.
 
-    // With -1 the canvas sends this plug-in its pointer input instead of painting: notifications
-    // WibMouseDown, WibMouseMove and WibMouseUp with [button, shift, x, y, pressure] (button 1
-    // left, 2 right; shift 1 Shift + 2 Ctrl + 4 Alt; x and y in image pixels; pressure 0..1).
-    // WibEnd (no values) ends the turn: the user pressed Esc or chose a tool, another plug-in
-    // began to listen, or the plug-in called this with 0. A plug-in that disconnects gives the
-    // canvas back at once.
-    bool Wib_ListenEvents(bool flag) {
-        return invoke<bool>("Wib_ListenEvents", flag);
+    // Whether the last canvas event came from a pen (true) or the mouse.
+    bool Wib_IsTabletActive() {
+        return invoke<bool>("Wib_IsTabletActive");
+    }
+
+    // The pen's pressure 0..1 at the last canvas event; 1 for the mouse.
+    double Wib_GetPressure() {
+        return invoke<double>("Wib_GetPressure");
+    }
+
+    // The pen's angle with the tablet in degrees: 90 upright (and for the mouse), 0 flat.
+    double Wib_GetAltitude() {
+        return invoke<double>("Wib_GetAltitude");
+    }
+
+    // Where the pen leans, in degrees 0..360 counter-clockwise from the right; 0 for the mouse.
+    double Wib_GetAzimuth() {
+        return invoke<double>("Wib_GetAzimuth");
+    }
+
+    // The pen's tilt towards the user in degrees (negative away); 0 for the mouse.
+    double Wib_GetPitch() {
+        return invoke<double>("Wib_GetPitch");
+    }
+
+    // The pen's tilt to the right in degrees (negative to the left); 0 for the mouse.
+    double Wib_GetRoll() {
+        return invoke<double>("Wib_GetRoll");
+    }
+
+    // The pen barrel's rotation about its own axis in degrees; 0 for the mouse.
+    double Wib_GetTwist() {
+        return invoke<double>("Wib_GetTwist");
+    }
+
+    // Where the pen leans as a compass heading, degrees 0..360 clockwise from the tablet's top; 0
+    // for the mouse and an upright pen.
+    double Wib_GetYaw() {
+        return invoke<double>("Wib_GetYaw");
+    }
+
+    // Grid.
+
+    // Shows (true) or hides the grid over the canvas, its lines every x by y image pixels (1 or
+    // more) from the top left corner; View > Show grid shows the same.
+    void Wib_SetGrid(bool show, int x, int y) {
+        invoke<void>("Wib_SetGrid", show, x, y);
+    }
+
+    // Whether the grid is shown.
+    bool Wib_GetGridState() {
+        return invoke<bool>("Wib_GetGridState");
+    }
+
+    // The grid's horizontal spacing in image pixels.
+    int Wib_GetGridX() {
+        return invoke<int>("Wib_GetGridX");
+    }
+
+    // The grid's vertical spacing in image pixels.
+    int Wib_GetGridY() {
+        return invoke<int>("Wib_GetGridY");
+    }
+
+    // Application and window.
+
+    // Sets the canvas's pointer: 0 the active tool's own, 1 arrow, 2 cross, 3 text beam, 5 and 15
+    // move, 6 to 9 sizing, 10 up arrow, 11 busy, 12 forbidden, 13 arrow and busy, 14 help.
+    void Wib_SetMousePointer(int shape) {
+        invoke<void>("Wib_SetMousePointer", shape);
+    }
+
+    // Sets the canvas's pointer as Wib_SetMousePointer does, remembering the one before for
+    // Wib_RestorePointer (also given back if the plug-in ends first).
+    void Wib_ChangePointer(int shape) {
+        invoke<void>("Wib_ChangePointer", shape);
+    }
+
+    // Gives back the pointer that Wib_ChangePointer replaced; nothing when none was.
+    void Wib_RestorePointer() {
+        invoke<void>("Wib_RestorePointer");
+    }
+
+    // The system's id of the canvas window (an X11 window id, say), for parenting a plug-in's own
+    // windows; 0 in headless mode.
+    int Wib_GetHwnd() {
+        return invoke<int>("Wib_GetHwnd");
+    }
+
+    // The system's id of the program's main window; 0 in headless mode.
+    int Wib_ParentWindow() {
+        return invoke<int>("Wib_ParentWindow");
+    }
+
+    // Paper, media and fill.
+
+    // Makes the paper's grain anew: 0 canvas, 1 rough, 2 fine.
+    void Wib_NewPaper(int kind) {
+        invoke<void>("Wib_NewPaper", kind);
+    }
+
+    // Takes the plane as the paper's grain, tiled over the image (any size; 128 is flat, higher
+    // stands up).
+    void Wib_SetPaper(const Plane& grain) {
+        invoke<void>("Wib_SetPaper", grain);
+    }
+
+    // The paper's grain as made or set, before the paper panel's scale, emboss and depth.
+    Plane Wib_GetPaper() {
+        return invoke<Plane>("Wib_GetPaper");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetPaper(Plane& into) {
+        invokeInto(into, "Wib_GetPaper");
+    }
+
+    // The width of the paper's grain in elements.
+    int Wib_GetPaperWidth() {
+        return invoke<int>("Wib_GetPaperWidth");
+    }
+
+    // The height of the paper's grain in elements.
+    int Wib_GetPaperHeight() {
+        return invoke<int>("Wib_GetPaperHeight");
+    }
+
+    // The grain under image pixel (x, y) as strokes read it (the grain tiles, so any x and y will
+    // do); 128 where there is no grain.
+    int Wib_GetBump(int x, int y) {
+        return invoke<int>("Wib_GetBump", x, y);
+    }
+
+    // The grain as strokes read it: the paper after the paper panel's scale, emboss, inversion and
+    // depth.
+    Plane Wib_GetMediaPreview() {
+        return invoke<Plane>("Wib_GetMediaPreview");
+    }
+    // The same, received straight into `into`, whose memory is reused.
+    void Wib_GetMediaPreview(Plane& into) {
+        invokeInto(into, "Wib_GetMediaPreview");
+    }
+
+    // Free-form objects.
+
+    // Starts an empty free-form path, open, and answers its handle (1 or more), which belongs to
+    // this plug-in until Wib_FreeFF or its end.
+    int Wib_CreateFF() {
+        return invoke<int>("Wib_CreateFF");
+    }
+
+    // Adds the point (x, y) to the path, in the units of Wib_BrushMove.
+    void Wib_SetFF(int handle, float x, float y) {
+        invoke<void>("Wib_SetFF", handle, x, y);
+    }
+
+    // Whether the path's stroke goes back to its first point (true) or ends at its last.
+    void Wib_SetFFSettings(int handle, bool closed) {
+        invoke<void>("Wib_SetFFSettings", handle, closed);
+    }
+
+    // Ends the path; with stroke true, first paints it as one stroke of the current brush (the
+    // plug-in saves undo itself, as for Wib_BrushMove).
+    void Wib_FreeFF(int handle) {
+        invoke<void>("Wib_FreeFF", handle);
+    }
+    void Wib_FreeFF(int handle, bool stroke) {
+        invoke<void>("Wib_FreeFF", handle, stroke);
+    }
+
+    // Brush image.
+
+    // Copies the main buffer's pixels under the brush image, its top left corner at image pixel
+    // (x, y), into the brush's colour planes; its alpha stays. The whole brush must lie inside the
+    // image (error 9 otherwise, changing nothing).
+    void Wib_CopyBrush(int x, int y) {
+        invoke<void>("Wib_CopyBrush", x, y);
+    }
+
+    // Blends the brush image into the main buffer through its alpha, its top left corner at image
+    // pixel (x, y); what falls outside the image is left out. No redraw and no undo step: the
+    // plug-in saves undo and refreshes.
+    void Wib_PasteBrush(int x, int y) {
+        invoke<void>("Wib_PasteBrush", x, y);
+    }
+
+    // Brush settings.
+
+    // Sets the folder of the brush set, where Wib_NewBrushFilename names brush images; it must
+    // exist. Until set it is the program's temporary folder.
+    void Wib_SetBrushSetFolder(const std::string& folder) {
+        invoke<void>("Wib_SetBrushSetFolder", folder);
+    }
+
+    // Brush image.
+
+    // A file name in the brush set's folder that no file has yet: brush0001.bmp, brush0002.bmp and
+    // so on (for Wib_SaveBrushToBMP).
+    std::string Wib_NewBrushFilename() {
+        return invoke<std::string>("Wib_NewBrushFilename");
     }
 };
 

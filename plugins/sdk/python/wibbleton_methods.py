@@ -439,6 +439,14 @@ class WibbletonMethods:
         """Sets the secondary colour."""
         self.call("Wib_SetSecondaryColor", colour)
 
+    def Wib_GetWells(self, well):
+        """The colour of a well: 0 the primary, 1 the secondary."""
+        return self.call("Wib_GetWells", well)
+
+    def Wib_SetWells(self, primary, secondary):
+        """Sets both wells at once, as packed colours; a bad colour changes neither."""
+        self.call("Wib_SetWells", primary, secondary)
+
     def Wib_CreateAnim(self, frame):
         """Turns the image into an animation of that many frames, each a copy of the image (asks
         first when one is held)."""
@@ -542,53 +550,6 @@ class WibbletonMethods:
         """The animation's name."""
         return self.call("Anim_Get_Name")
 
-    def Wib_ColorToRGB(self, colour):
-        """Unpacks a colour packed red + 256 green + 65536 blue. Outside 0..16777215 is error 5."""
-        return tuple(self.call("Wib_ColorToRGB", colour))
-
-    def Wib_DoHue(self, degrees):
-        """Turns the hue of the image by degrees (-360..360) through the selection, as
-        Hue/Saturation/Lightness does with saturation and lightness 0; greys keep their colour.
-        A hue turn mixes the channels, so it acts on the image, not on the tables. No undo step,
-        no redraw."""
-        self.call("Wib_DoHue", degrees)
-
-    def Wib_Gamma(self, gamma):
-        """Follows each look-up table with v -> 255 (v / 255)^(1 / gamma), rounded, for gamma
-        0.1..10. The image is untouched until Wib_SetLutImage."""
-        self.call("Wib_Gamma", gamma)
-
-    def Wib_Contrast(self, contrast):
-        """Follows each look-up table with v -> (v - 127.5) (100 + contrast) / 100 + 127.5, rounded
-        and clamped, for contrast -100..100. The image is untouched until Wib_SetLutImage."""
-        self.call("Wib_Contrast", contrast)
-
-    def Wib_SetLutImage(self):
-        """Puts the image through the look-up tables (red, green and blue planes each through their
-        own) and, while Wib_SetGrayscale is on, makes the looked-up colour its grey (299 R + 587
-        G + 114 B + 500) / 1000; through the selection. No undo step, no redraw."""
-        self.call("Wib_SetLutImage")
-
-    def Wib_SetGrayscale(self, flag):
-        """Whether Wib_SetLutImage gives grey: -1 on, anything else off."""
-        self.call("Wib_SetGrayscale", flag)
-
-    def Wib_GetGrayscale(self):
-        """What Wib_SetGrayscale last set; off when the program starts."""
-        return self.call("Wib_GetGrayscale") == -1
-
-    def Wib_InitLuts(self):
-        """Sets the three look-up tables back to v -> v, as they are when the program starts. The
-        grey setting stays."""
-        self.call("Wib_InitLuts")
-
-    def Wib_AdjustColor(self, colour, hue, saturation, lightness):
-        """One packed colour as Hue/Saturation/Lightness would change it: hue turned by -180..180
-        degrees, saturation scaled by (100 + saturation) / 100 (-100..100, at most full), then
-        moved toward white (lightness > 0) or black by |lightness| percent (-100..100). Any
-        value out of range is error 5."""
-        return self.call("Wib_AdjustColor", colour, hue, saturation, lightness)
-
     def Wib_LoadBMP(self, path):
         """Opens an uncompressed 8, 24 or 32-bit bitmap as the image."""
         return self.call("Wib_LoadBMP", path) == -1
@@ -644,7 +605,7 @@ class WibbletonMethods:
         """Runs a menu command as the menu does, taking its dialog's values from params and the
         dialog's starting values for the rest. An unknown id, name, type or range is error 5 and
         nothing runs."""
-        return self.call("Wib_RunCommand", id, *_given(params))
+        return self.call("Wib_RunCommand", id, *_given(params)) == -1
 
     def Wib_GetControl(self, panel, control):
         """Reads a panel control by the panel's and the control's object names. An unknown panel or
@@ -656,11 +617,147 @@ class WibbletonMethods:
         panel or control, or a value that does not suit it, is error 5."""
         self.call("Wib_SetControl", panel, control, value)
 
-    def Wib_ListenEvents(self, flag):
-        """With -1 the canvas sends this plug-in its pointer input instead of painting:
-        notifications WibMouseDown, WibMouseMove and WibMouseUp with [button, shift, x, y,
-        pressure] (button 1 left, 2 right; shift 1 Shift + 2 Ctrl + 4 Alt; x and y in image
-        pixels; pressure 0..1). WibEnd (no values) ends the turn: the user pressed Esc or chose
-        a tool, another plug-in began to listen, or the plug-in called this with 0. A plug-in
-        that disconnects gives the canvas back at once."""
-        return self.call("Wib_ListenEvents", flag) == -1
+    def Wib_IsTabletActive(self):
+        """Whether the last canvas event came from a pen (true) or the mouse."""
+        return self.call("Wib_IsTabletActive") == -1
+
+    def Wib_GetPressure(self):
+        """The pen's pressure 0..1 at the last canvas event; 1 for the mouse."""
+        return self.call("Wib_GetPressure")
+
+    def Wib_GetAltitude(self):
+        """The pen's angle with the tablet in degrees: 90 upright (and for the mouse), 0 flat."""
+        return self.call("Wib_GetAltitude")
+
+    def Wib_GetAzimuth(self):
+        """Where the pen leans, in degrees 0..360 counter-clockwise from the right; 0 for the
+        mouse."""
+        return self.call("Wib_GetAzimuth")
+
+    def Wib_GetPitch(self):
+        """The pen's tilt towards the user in degrees (negative away); 0 for the mouse."""
+        return self.call("Wib_GetPitch")
+
+    def Wib_GetRoll(self):
+        """The pen's tilt to the right in degrees (negative to the left); 0 for the mouse."""
+        return self.call("Wib_GetRoll")
+
+    def Wib_GetTwist(self):
+        """The pen barrel's rotation about its own axis in degrees; 0 for the mouse."""
+        return self.call("Wib_GetTwist")
+
+    def Wib_GetYaw(self):
+        """Where the pen leans as a compass heading, degrees 0..360 clockwise from the tablet's
+        top; 0 for the mouse and an upright pen."""
+        return self.call("Wib_GetYaw")
+
+    def Wib_SetGrid(self, show, x, y):
+        """Shows (true) or hides the grid over the canvas, its lines every x by y image pixels (1
+        or more) from the top left corner; View > Show grid shows the same."""
+        self.call("Wib_SetGrid", show, x, y)
+
+    def Wib_GetGridState(self):
+        """Whether the grid is shown."""
+        return self.call("Wib_GetGridState") == -1
+
+    def Wib_GetGridX(self):
+        """The grid's horizontal spacing in image pixels."""
+        return self.call("Wib_GetGridX")
+
+    def Wib_GetGridY(self):
+        """The grid's vertical spacing in image pixels."""
+        return self.call("Wib_GetGridY")
+
+    def Wib_SetMousePointer(self, shape):
+        """Sets the canvas's pointer: 0 the active tool's own, 1 arrow, 2 cross, 3 text beam, 5 and
+        15 move, 6 to 9 sizing, 10 up arrow, 11 busy, 12 forbidden, 13 arrow and busy, 14 help."""
+        self.call("Wib_SetMousePointer", shape)
+
+    def Wib_ChangePointer(self, shape):
+        """Sets the canvas's pointer as Wib_SetMousePointer does, remembering the one before for
+        Wib_RestorePointer (also given back if the plug-in ends first)."""
+        self.call("Wib_ChangePointer", shape)
+
+    def Wib_RestorePointer(self):
+        """Gives back the pointer that Wib_ChangePointer replaced; nothing when none was."""
+        self.call("Wib_RestorePointer")
+
+    def Wib_GetHwnd(self):
+        """The system's id of the canvas window (an X11 window id, say), for parenting a plug-in's
+        own windows; 0 in headless mode."""
+        return self.call("Wib_GetHwnd")
+
+    def Wib_ParentWindow(self):
+        """The system's id of the program's main window; 0 in headless mode."""
+        return self.call("Wib_ParentWindow")
+
+    def Wib_NewPaper(self, kind):
+        """Makes the paper's grain anew: 0 canvas, 1 rough, 2 fine."""
+        self.call("Wib_NewPaper", kind)
+
+    def Wib_SetPaper(self, grain):
+        """Takes the plane as the paper's grain, tiled over the image (any size; 128 is flat,
+        higher stands up)."""
+        self.call("Wib_SetPaper", grain)
+
+    def Wib_GetPaper(self):
+        """The paper's grain as made or set, before the paper panel's scale, emboss and depth."""
+        return self.call("Wib_GetPaper")
+
+    def Wib_GetPaperWidth(self):
+        """The width of the paper's grain in elements."""
+        return self.call("Wib_GetPaperWidth")
+
+    def Wib_GetPaperHeight(self):
+        """The height of the paper's grain in elements."""
+        return self.call("Wib_GetPaperHeight")
+
+    def Wib_GetBump(self, x, y):
+        """The grain under image pixel (x, y) as strokes read it (the grain tiles, so any x and y
+        will do); 128 where there is no grain."""
+        return self.call("Wib_GetBump", x, y)
+
+    def Wib_GetMediaPreview(self):
+        """The grain as strokes read it: the paper after the paper panel's scale, emboss, inversion
+        and depth."""
+        return self.call("Wib_GetMediaPreview")
+
+    def Wib_CreateFF(self):
+        """Starts an empty free-form path, open, and answers its handle (1 or more), which belongs
+        to this plug-in until Wib_FreeFF or its end."""
+        return self.call("Wib_CreateFF")
+
+    def Wib_SetFF(self, handle, x, y):
+        """Adds the point (x, y) to the path, in the units of Wib_BrushMove."""
+        self.call("Wib_SetFF", handle, x, y)
+
+    def Wib_SetFFSettings(self, handle, closed):
+        """Whether the path's stroke goes back to its first point (true) or ends at its last."""
+        self.call("Wib_SetFFSettings", handle, closed)
+
+    def Wib_FreeFF(self, handle, stroke=None):
+        """Ends the path; with stroke true, first paints it as one stroke of the current brush (the
+        plug-in saves undo itself, as for Wib_BrushMove)."""
+        self.call("Wib_FreeFF", handle, *_given(stroke))
+
+    def Wib_CopyBrush(self, x, y):
+        """Copies the main buffer's pixels under the brush image, its top left corner at image
+        pixel (x, y), into the brush's colour planes; its alpha stays. The whole brush must lie
+        inside the image (error 9 otherwise, changing nothing)."""
+        self.call("Wib_CopyBrush", x, y)
+
+    def Wib_PasteBrush(self, x, y):
+        """Blends the brush image into the main buffer through its alpha, its top left corner at
+        image pixel (x, y); what falls outside the image is left out. No redraw and no undo
+        step: the plug-in saves undo and refreshes."""
+        self.call("Wib_PasteBrush", x, y)
+
+    def Wib_SetBrushSetFolder(self, folder):
+        """Sets the folder of the brush set, where Wib_NewBrushFilename names brush images; it must
+        exist. Until set it is the program's temporary folder."""
+        self.call("Wib_SetBrushSetFolder", folder)
+
+    def Wib_NewBrushFilename(self):
+        """A file name in the brush set's folder that no file has yet: brush0001.bmp, brush0002.bmp
+        and so on (for Wib_SaveBrushToBMP)."""
+        return self.call("Wib_NewBrushFilename")
