@@ -719,6 +719,64 @@ class Wibbleton_Class : public Connection {
         return invoke<std::string>("Anim_Get_Name");
     }
 
+    // Colour and look-up tables.
+
+    // Unpacks a colour packed red + 256 green + 65536 blue. Outside 0..16777215 is error 5.
+    std::array<int, 3> Wib_ColorToRGB(int colour) {
+        return invoke<std::array<int, 3>>("Wib_ColorToRGB", colour);
+    }
+
+    // Turns the hue of the image by degrees (-360..360) through the selection, as
+    // Hue/Saturation/Lightness does with saturation and lightness 0; greys keep their colour. A
+    // hue turn mixes the channels, so it acts on the image, not on the tables. No undo step, no
+    // redraw.
+    void Wib_DoHue(double degrees) {
+        invoke<void>("Wib_DoHue", degrees);
+    }
+
+    // Follows each look-up table with v -> 255 (v / 255)^(1 / gamma), rounded, for gamma 0.1..10.
+    // The image is untouched until Wib_SetLutImage.
+    void Wib_Gamma(double gamma) {
+        invoke<void>("Wib_Gamma", gamma);
+    }
+
+    // Follows each look-up table with v -> (v - 127.5) (100 + contrast) / 100 + 127.5, rounded and
+    // clamped, for contrast -100..100. The image is untouched until Wib_SetLutImage.
+    void Wib_Contrast(int contrast) {
+        invoke<void>("Wib_Contrast", contrast);
+    }
+
+    // Puts the image through the look-up tables (red, green and blue planes each through their
+    // own) and, while Wib_SetGrayscale is on, makes the looked-up colour its grey (299 R + 587 G +
+    // 114 B + 500) / 1000; through the selection. No undo step, no redraw.
+    void Wib_SetLutImage() {
+        invoke<void>("Wib_SetLutImage");
+    }
+
+    // Whether Wib_SetLutImage gives grey: -1 on, anything else off.
+    void Wib_SetGrayscale(bool flag) {
+        invoke<void>("Wib_SetGrayscale", flag);
+    }
+
+    // What Wib_SetGrayscale last set; off when the program starts.
+    bool Wib_GetGrayscale() {
+        return invoke<bool>("Wib_GetGrayscale");
+    }
+
+    // Sets the three look-up tables back to v -> v, as they are when the program starts. The grey
+    // setting stays.
+    void Wib_InitLuts() {
+        invoke<void>("Wib_InitLuts");
+    }
+
+    // One packed colour as Hue/Saturation/Lightness would change it: hue turned by -180..180
+    // degrees, saturation scaled by (100 + saturation) / 100 (-100..100, at most full), then moved
+    // toward white (lightness > 0) or black by |lightness| percent (-100..100). Any value out of
+    // range is error 5.
+    int Wib_AdjustColor(int colour, double hue, int saturation, int lightness) {
+        return invoke<int>("Wib_AdjustColor", colour, hue, saturation, lightness);
+    }
+
     // Application and window.
 
     // Opens an uncompressed 8, 24 or 32-bit bitmap as the image.
@@ -789,11 +847,11 @@ class Wibbleton_Class : public Connection {
     // Runs a menu command as the menu does, taking its dialog's values from params and the
     // dialog's starting values for the rest. An unknown id, name, type or range is error 5 and
     // nothing runs.
-    bool Wib_RunCommand(const std::string& id) {
-        return invoke<bool>("Wib_RunCommand", id);
+    int Wib_RunCommand(const std::string& id) {
+        return invoke<int>("Wib_RunCommand", id);
     }
-    bool Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params) {
-        return invoke<bool>("Wib_RunCommand", id, params);
+    int Wib_RunCommand(const std::string& id, const std::map<std::string, Value>& params) {
+        return invoke<int>("Wib_RunCommand", id, params);
     }
 
     // Reads a panel control by the panel's and the control's object names. An unknown panel or
@@ -806,6 +864,18 @@ class Wibbleton_Class : public Connection {
     // or control, or a value that does not suit it, is error 5.
     void Wib_SetControl(const std::string& panel, const std::string& control, const Value& value) {
         invoke<void>("Wib_SetControl", panel, control, value);
+    }
+
+    // Events.
+
+    // With -1 the canvas sends this plug-in its pointer input instead of painting: notifications
+    // WibMouseDown, WibMouseMove and WibMouseUp with [button, shift, x, y, pressure] (button 1
+    // left, 2 right; shift 1 Shift + 2 Ctrl + 4 Alt; x and y in image pixels; pressure 0..1).
+    // WibEnd (no values) ends the turn: the user pressed Esc or chose a tool, another plug-in
+    // began to listen, or the plug-in called this with 0. A plug-in that disconnects gives the
+    // canvas back at once.
+    bool Wib_ListenEvents(bool flag) {
+        return invoke<bool>("Wib_ListenEvents", flag);
     }
 
     // Tablet.

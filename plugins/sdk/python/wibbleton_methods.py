@@ -550,6 +550,53 @@ class WibbletonMethods:
         """The animation's name."""
         return self.call("Anim_Get_Name")
 
+    def Wib_ColorToRGB(self, colour):
+        """Unpacks a colour packed red + 256 green + 65536 blue. Outside 0..16777215 is error 5."""
+        return tuple(self.call("Wib_ColorToRGB", colour))
+
+    def Wib_DoHue(self, degrees):
+        """Turns the hue of the image by degrees (-360..360) through the selection, as
+        Hue/Saturation/Lightness does with saturation and lightness 0; greys keep their colour.
+        A hue turn mixes the channels, so it acts on the image, not on the tables. No undo step,
+        no redraw."""
+        self.call("Wib_DoHue", degrees)
+
+    def Wib_Gamma(self, gamma):
+        """Follows each look-up table with v -> 255 (v / 255)^(1 / gamma), rounded, for gamma
+        0.1..10. The image is untouched until Wib_SetLutImage."""
+        self.call("Wib_Gamma", gamma)
+
+    def Wib_Contrast(self, contrast):
+        """Follows each look-up table with v -> (v - 127.5) (100 + contrast) / 100 + 127.5, rounded
+        and clamped, for contrast -100..100. The image is untouched until Wib_SetLutImage."""
+        self.call("Wib_Contrast", contrast)
+
+    def Wib_SetLutImage(self):
+        """Puts the image through the look-up tables (red, green and blue planes each through their
+        own) and, while Wib_SetGrayscale is on, makes the looked-up colour its grey (299 R + 587
+        G + 114 B + 500) / 1000; through the selection. No undo step, no redraw."""
+        self.call("Wib_SetLutImage")
+
+    def Wib_SetGrayscale(self, flag):
+        """Whether Wib_SetLutImage gives grey: -1 on, anything else off."""
+        self.call("Wib_SetGrayscale", flag)
+
+    def Wib_GetGrayscale(self):
+        """What Wib_SetGrayscale last set; off when the program starts."""
+        return self.call("Wib_GetGrayscale") == -1
+
+    def Wib_InitLuts(self):
+        """Sets the three look-up tables back to v -> v, as they are when the program starts. The
+        grey setting stays."""
+        self.call("Wib_InitLuts")
+
+    def Wib_AdjustColor(self, colour, hue, saturation, lightness):
+        """One packed colour as Hue/Saturation/Lightness would change it: hue turned by -180..180
+        degrees, saturation scaled by (100 + saturation) / 100 (-100..100, at most full), then
+        moved toward white (lightness > 0) or black by |lightness| percent (-100..100). Any
+        value out of range is error 5."""
+        return self.call("Wib_AdjustColor", colour, hue, saturation, lightness)
+
     def Wib_LoadBMP(self, path):
         """Opens an uncompressed 8, 24 or 32-bit bitmap as the image."""
         return self.call("Wib_LoadBMP", path) == -1
@@ -605,7 +652,7 @@ class WibbletonMethods:
         """Runs a menu command as the menu does, taking its dialog's values from params and the
         dialog's starting values for the rest. An unknown id, name, type or range is error 5 and
         nothing runs."""
-        return self.call("Wib_RunCommand", id, *_given(params)) == -1
+        return self.call("Wib_RunCommand", id, *_given(params))
 
     def Wib_GetControl(self, panel, control):
         """Reads a panel control by the panel's and the control's object names. An unknown panel or
@@ -616,6 +663,15 @@ class WibbletonMethods:
         """Sets a panel control and runs its change handler, as a user's click would. An unknown
         panel or control, or a value that does not suit it, is error 5."""
         self.call("Wib_SetControl", panel, control, value)
+
+    def Wib_ListenEvents(self, flag):
+        """With -1 the canvas sends this plug-in its pointer input instead of painting:
+        notifications WibMouseDown, WibMouseMove and WibMouseUp with [button, shift, x, y,
+        pressure] (button 1 left, 2 right; shift 1 Shift + 2 Ctrl + 4 Alt; x and y in image
+        pixels; pressure 0..1). WibEnd (no values) ends the turn: the user pressed Esc or chose
+        a tool, another plug-in began to listen, or the plug-in called this with 0. A plug-in
+        that disconnects gives the canvas back at once."""
+        return self.call("Wib_ListenEvents", flag) == -1
 
     def Wib_IsTabletActive(self):
         """Whether the last canvas event came from a pen (true) or the mouse."""
