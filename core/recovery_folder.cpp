@@ -53,6 +53,7 @@ fs::file_time_type WrittenAt(const fs::path& file) {
 RecoveryFolder::RecoveryFolder(fs::path folder) : folder_(std::move(folder)) {
     std::error_code ignored;
     fs::create_directories(folder_, ignored);
+    removeStaleLocks();
     const auto started = std::chrono::duration_cast<std::chrono::milliseconds>(
                              std::chrono::system_clock::now().time_since_epoch())
                              .count();
@@ -69,6 +70,26 @@ RecoveryFolder::~RecoveryFolder() {
         std::error_code ignored;
         fs::remove(folder_ / (id_ + kLockExtension), ignored);
         ::close(lockFd_);
+    }
+}
+
+// A copy killed before its first snapshot leaves only its lock file, which
+// no one would ever take up again.
+void RecoveryFolder::removeStaleLocks() const {
+    std::vector<fs::path> stale;
+    std::error_code error;
+    for (const auto& entry : fs::directory_iterator(folder_, error)) {
+        const fs::path& file = entry.path();
+        if (file.extension() == kLockExtension) {
+            const std::string id = file.stem().string();
+            if (!Held(folder_, id) && snapshotsOf(id).empty()) {
+                stale.push_back(file);
+            }
+        }
+    }
+    for (const fs::path& file : stale) {
+        std::error_code ignored;
+        fs::remove(file, ignored);
     }
 }
 

@@ -44,6 +44,7 @@ class RecoveryFolder {
 
   private:
     std::vector<std::filesystem::path> snapshotsOf(const std::string& id) const;
+    void removeStaleLocks() const;
 
     std::filesystem::path folder_;
     std::string id_;

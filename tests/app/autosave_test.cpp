@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 
 #include "anim/frame_store.h"
 #include "core/host/process_runner.h"
@@ -169,6 +170,20 @@ TEST_F(AutosaveTest, DeclinedWorkIsMovedToTheOldFolderNotDeleted) {
     Work third(folder);
     EXPECT_FALSE(third.autosave.offerRecovery());
     EXPECT_TRUE(third.host.prompter.questions.empty()) << "asked once only";
+}
+
+TEST_F(AutosaveTest, ALockLeftWithoutASnapshotIsClearedAndOneWithWorkIsKept) {
+    fs::create_directories(folder / "recovery");
+    const fs::path empty = folder / "recovery" / "1-1.lock";
+    const fs::path withWork = folder / "recovery" / "2-2.lock";
+    const fs::path work = folder / "recovery" / "2-2.00000001.snap";
+    for (const fs::path& file : {empty, withWork, work}) {
+        std::ofstream(file) << "x";
+    }
+    const RecoveryFolder recovery(folder / "recovery");
+    EXPECT_FALSE(fs::exists(empty));
+    EXPECT_TRUE(fs::exists(withWork));
+    EXPECT_TRUE(fs::exists(work));
 }
 
 }  // namespace
