@@ -13,7 +13,7 @@ namespace wib {
 struct LaunchOptions {
     bool noGpu = false;  // "-NOGPU" in any letter case
     bool headless = false;
-    std::string listen;     // automation server name; empty: wibbleton-<pid>
+    std::string listen;     // automation server name; empty: a socket in a private folder
     int answer = 2;         // headless questions: 1 first button, 2 second, 3 third
     std::string token;      // automation token; empty: a random one
     std::string pluginDir;  // the only folder plug-ins are listed from; empty: the usual ones
