@@ -31,6 +31,7 @@
 #include "ui/form1.h"
 #include "ui/menu_order.h"
 #include "ui/running_plugins.h"
+#include "ui/swap_image_view.h"
 #include "ui/tool_panel.h"
 
 namespace wib {
@@ -112,7 +113,8 @@ WindowActions MDI_MainForm::windowActions() {
             [this] { log_->setVisible(!log_->isVisible()); },
             [this] { close(); },
             [this] { openPluginFolder(); },
-            [this] { showRunningPlugins(); }};
+            [this] { showRunningPlugins(); },
+            [this] { showSwapImage(); }};
 }
 
 void MDI_MainForm::attachPlugins(PluginCommands& plugins, PluginLauncher& launcher,
@@ -144,6 +146,15 @@ void MDI_MainForm::showRunningPlugins() {
     }
     runningPlugins_->show();
     runningPlugins_->raise();
+}
+
+void MDI_MainForm::showSwapImage() {
+    if (swapImage_ == nullptr) {
+        swapImage_ = new SwapImageView(workspace_.document, this);
+    }
+    swapImage_->refresh();
+    swapImage_->show();
+    swapImage_->raise();
 }
 
 void MDI_MainForm::menusChanged() {

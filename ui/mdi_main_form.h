@@ -24,6 +24,7 @@ class CanvasEvents;
 class PluginCommands;
 class PluginLauncher;
 class RunningPlugins;
+class SwapImageView;
 class ColourWells;
 class CommandRegistry;
 class ErrorConsoleForm;
@@ -120,6 +121,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void addPluginMenus(QMenu* menu);
     void openPluginFolder();
     void showRunningPlugins();
+    void showSwapImage();
     void rebuildRecentMenu();
     void setZoom(int percent);
     void redraw(bool complete);
@@ -148,6 +150,7 @@ class MDI_MainForm : public QMainWindow, public View {
     PluginLauncher* launcher_ = nullptr;
     CanvasEvents* canvasEvents_ = nullptr;
     RunningPlugins* runningPlugins_ = nullptr;
+    SwapImageView* swapImage_ = nullptr;
 };
 
 }  // namespace wib

@@ -6,15 +6,22 @@
 namespace wib {
 
 void PlanesToImage(const Document& document, const QRect& area, QImage& image) {
-    const QRect clipped = area.intersected(QRect(0, 0, document.width, document.height));
+    PlanesToImage(document.RBuffer, document.GBuffer, document.BBuffer,
+                  area.intersected(QRect(0, 0, document.width, document.height)), image);
+}
+
+void PlanesToImage(const Plane& red, const Plane& green, const Plane& blue, const QRect& area,
+                   QImage& image) {
+    // The planes hold a spare column and row beyond the image.
+    const QRect clipped = area.intersected(QRect(0, 0, red.ubX(), red.ubY()));
     if (image.size() != clipped.size() || image.format() != QImage::Format_RGB32) {
         image = QImage(clipped.size(), QImage::Format_RGB32);
     }
     for (int y = 0; y < clipped.height(); ++y) {
         const int sy = clipped.top() + y;
-        const std::uint8_t* r = document.RBuffer.row(sy) + clipped.left();
-        const std::uint8_t* g = document.GBuffer.row(sy) + clipped.left();
-        const std::uint8_t* b = document.BBuffer.row(sy) + clipped.left();
+        const std::uint8_t* r = red.row(sy) + clipped.left();
+        const std::uint8_t* g = green.row(sy) + clipped.left();
+        const std::uint8_t* b = blue.row(sy) + clipped.left();
         auto* out = reinterpret_cast<QRgb*>(image.scanLine(y));
         for (int x = 0; x < clipped.width(); ++x) {
             out[x] = qRgb(r[x], g[x], b[x]);

@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QRect>
 
+#include "core/plane.h"
+
 namespace wib {
 
 struct Document;
@@ -13,5 +15,8 @@ struct Document;
 // anew only when its size changes, so that the redraws of playback and
 // painting reuse one buffer instead of taking fresh pages every time.
 void PlanesToImage(const Document& document, const QRect& area, QImage& image);
+// The same for any three planes of the document's shape (the swap image).
+void PlanesToImage(const Plane& r, const Plane& g, const Plane& b, const QRect& area,
+                   QImage& image);
 
 }  // namespace wib

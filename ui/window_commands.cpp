@@ -38,6 +38,7 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
         &WindowActions::openPluginFolder);
     add("plugins.running", "Running &plug-ins...", "Plug-ins", "",
         &WindowActions::showRunningPlugins);
+    add("swap.show", "&Show swap image...", "Image/Swap image", "", &WindowActions::showSwapImage);
     add("file.autosave", "Save recovery snapshot", "File", "", &WindowActions::autosave);
 }
 

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <QLabel>
+
 #include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 #include "ui/plane_image.h"
+#include "ui/swap_image_view.h"
 
 namespace wib {
 namespace {
@@ -36,6 +39,25 @@ TEST(PlaneImage, ARedrawOfTheSameSizeReusesThePicture) {
     PlanesToImage(host.workspace.document, QRect(0, 0, 4, 3), image);
     EXPECT_EQ(image.constBits(), bits);
     EXPECT_EQ(image.pixel(0, 0), qRgb(7, 8, 9));
+}
+
+TEST(PlaneImage, TheSwapImageWindowShowsTheSwapPlanesNotTheMainOnes) {
+    testing::TestHost host;
+    host.newDocument(4, 3);
+    Document& doc = host.workspace.document;
+    doc.SwapR.fill(40);
+    doc.SwapG.fill(50);
+    doc.SwapB.fill(60);
+    SetPixel(doc, 0, 0, {1, 2, 3});
+
+    SwapImageView view(doc);
+    view.refresh();
+    const QLabel* picture = view.findChild<QLabel*>();
+    ASSERT_NE(picture, nullptr);
+    const QImage shown = picture->pixmap().toImage();
+    ASSERT_EQ(shown.size(), QSize(4, 3));
+    EXPECT_EQ(shown.pixel(0, 0), qRgb(40, 50, 60));
+    EXPECT_EQ(shown.pixel(3, 2), qRgb(40, 50, 60));
 }
 
 }  // namespace
