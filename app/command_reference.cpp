@@ -48,6 +48,9 @@ caption (the file name without its kind's suffix):
 
 A plug-in command has no parameters: it starts its plug-in, which asks for what it needs itself.
 The menu bar is rebuilt whenever the command table changes.
+
+The commands `plugins.start.<name>` in the table above are always there: each starts one plug-in
+by its exact file name from the plug-in folders, and answers 0 when the file is missing.
 )";
 
 std::string Plain(const std::string& caption) {

@@ -150,4 +150,14 @@ std::filesystem::path FindPluginByPrefix(const std::vector<std::filesystem::path
     return {};
 }
 
+std::filesystem::path FindPluginFile(const std::vector<std::filesystem::path>& folders,
+                                     const std::string& name) {
+    for (const std::filesystem::path& folder : folders) {
+        if (IsStartable(folder / name)) {
+            return folder / name;
+        }
+    }
+    return (folders.empty() ? std::filesystem::path(".") : folders.front()) / name;
+}
+
 }  // namespace wib

@@ -76,4 +76,11 @@ std::string PluginCommandId(const PluginEntry& entry);
 std::filesystem::path FindPluginByPrefix(const std::vector<std::filesystem::path>& folders,
                                          const std::string& prefix);
 
+// The file of that exact name in the first of the folders that holds it as a
+// startable file. A name found nowhere gives the name in the first folder all
+// the same, so that starting it fails and the child list shows it as not
+// started.
+std::filesystem::path FindPluginFile(const std::vector<std::filesystem::path>& folders,
+                                     const std::string& name);
+
 }  // namespace wib

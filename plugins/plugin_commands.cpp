@@ -6,12 +6,14 @@
 #include "core/commands.h"
 #include "core/host/preferences.h"
 #include "core/workspace.h"
+#include "plugins/fixed_plugins.h"
 
 namespace wib {
 
 namespace {
 
 constexpr const char* kPluginIdPrefix = "plugin.";
+constexpr const char* kFixedIdPrefix = "plugins.start.";
 
 // Filters run while the user keeps working in the program.
 WindowStyle StyleOf(PluginKind kind) {
@@ -40,6 +42,17 @@ void PluginCommands::registerCommands() {
         return launcher_.start(file, WindowStyle::TakesFocus);
     };
     registry_.add(std::move(effects));
+
+    // Menu commands that start a plug-in by its file name; one that is not
+    // there answers 0 without a word, as any plug-in that cannot start.
+    for (const FixedPlugin& plugin : FixedPlugins()) {
+        CommandSpec command{
+            std::string(kFixedIdPrefix) + plugin.id, plugin.caption, plugin.menu, "", {}, nullptr};
+        command.start = [this, &plugin](Workspace&, const ParamValues&) {
+            return launcher_.start(FindPluginFile(folders_, plugin.file), plugin.style);
+        };
+        registry_.add(std::move(command));
+    }
 }
 
 void PluginCommands::rescan() {
@@ -77,17 +90,7 @@ std::vector<std::string> StartupPluginNames(const Preferences& preferences) {
 
 void PluginCommands::runStartupPlugins(const Preferences& preferences) {
     for (const std::string& name : StartupPluginNames(preferences)) {
-        // A name found nowhere is tried in the first folder all the same, so
-        // that the child list shows it as not started.
-        std::filesystem::path file =
-            (folders_.empty() ? std::filesystem::path(".") : folders_.front()) / name;
-        for (const std::filesystem::path& folder : folders_) {
-            if (IsStartable(folder / name)) {
-                file = folder / name;
-                break;
-            }
-        }
-        launcher_.start(file, WindowStyle::KeepsProgramFocus);
+        launcher_.start(FindPluginFile(folders_, name), WindowStyle::KeepsProgramFocus);
     }
 }
 

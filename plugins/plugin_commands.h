@@ -21,8 +21,9 @@ class PluginCommands {
   public:
     PluginCommands(CommandRegistry& registry, PluginLauncher& launcher);
 
-    // Registers plugins.rescan and plugins.wibbyfx; the plug-ins themselves
-    // come with each rescan.
+    // Registers plugins.rescan, plugins.wibbyfx and the commands that start
+    // the fixed plug-ins (plugins.start.<name>); the listed plug-ins come
+    // with each rescan.
     void registerCommands();
 
     // Where plug-ins are looked for; takes effect at the next rescan.

@@ -6,6 +6,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <system_error>
 
 namespace wib {
 
@@ -38,10 +39,14 @@ long long PluginLauncher::start(const std::filesystem::path& file, WindowStyle s
     environment.insert(QStringLiteral("WIBBLETON_WINDOW_STYLE"),
                        QString::number(static_cast<int>(style)));
     process->setProcessEnvironment(environment);
-    process->setWorkingDirectory(QString::fromStdString(file.parent_path().string()));
+    // The child starts in the plug-in's folder, where a relative path (from
+    // a relative --plugin-dir) would no longer lead to the file.
+    std::error_code ignored;
+    const std::filesystem::path program = std::filesystem::absolute(file, ignored);
+    process->setWorkingDirectory(QString::fromStdString(program.parent_path().string()));
     // What a plug-in prints shows where the program's own output goes.
     process->setProcessChannelMode(QProcess::ForwardedChannels);
-    process->start(QString::fromStdString(file.string()), {});
+    process->start(QString::fromStdString(program.string()), {});
     if (!process->waitForStarted()) {
         processes_.push_back(nullptr);
         changed.notify();
@@ -56,6 +61,7 @@ long long PluginLauncher::start(const std::filesystem::path& file, WindowStyle s
             });
     processes_.push_back(std::move(process));
     changed.notify();
+    started.notify(style);
     return children_[index].pid;
 }
 

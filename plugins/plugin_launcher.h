@@ -57,6 +57,9 @@ class PluginLauncher : public QObject {
 
     // Told when a child starts, ends or is added.
     ObserverList<> changed;
+    // Told when a child has started, with the style it was started with: the
+    // window that is to keep the focus takes it back.
+    ObserverList<WindowStyle> started;
 
   private:
     void finished(std::size_t index, int exitCode, bool crashed);

@@ -28,6 +28,7 @@
 #include "ui/document_dialogs.h"
 #include "ui/error_console_form.h"
 #include "ui/filter_panels.h"
+#include "ui/focus_keeper.h"
 #include "ui/form1.h"
 #include "ui/menu_order.h"
 #include "ui/running_plugins.h"
@@ -123,6 +124,7 @@ void MDI_MainForm::attachPlugins(PluginCommands& plugins, PluginLauncher& launch
     launcher_ = &launcher;
     canvasEvents_ = &events;
     canvas_->setCanvasEvents(&events);
+    new FocusKeeper(*this, launcher);
 }
 
 void MDI_MainForm::openPluginFolder() {

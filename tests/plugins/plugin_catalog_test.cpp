@@ -145,5 +145,18 @@ TEST_F(PluginFolderTest, SpecialPluginIsFoundByItsPrefix) {
     EXPECT_TRUE(FindPluginByPrefix({root / "one"}, "WibbyFX").empty());
 }
 
+TEST_F(PluginFolderTest, FixedPluginIsFoundByItsExactName) {
+    Write(root / "one" / "Clock2_pm.exe", false);  // not startable: the next folder's wins
+    Write(root / "one" / "clock2_pm.exe", true);   // another name
+    Write(root / "two" / "Clock2_pm.exe", true);
+    Write(root / "three" / "Audio Recorder_pm.exe", true);
+    const std::vector<fs::path> folders = {root / "one", root / "two", root / "three"};
+    EXPECT_EQ(FindPluginFile(folders, "Clock2_pm.exe"), root / "two" / "Clock2_pm.exe");
+    EXPECT_EQ(FindPluginFile(folders, "Audio Recorder_pm.exe"),
+              root / "three" / "Audio Recorder_pm.exe");
+    // Found nowhere: the first folder's, which cannot start.
+    EXPECT_EQ(FindPluginFile(folders, "Missing_pm.exe"), root / "one" / "Missing_pm.exe");
+}
+
 }  // namespace
 }  // namespace wib

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "plugins/plugin_launcher.h"
 
@@ -69,8 +70,12 @@ TEST_F(PluginLauncherTest, StartsTheFileInItsFolderWithServerAndToken) {
     const fs::path file = script("Env_pf.exe",
                                  "echo \"$WIBBLETON_SERVER $WIBBLETON_TOKEN "
                                  "$WIBBLETON_WINDOW_STYLE $(pwd)\" > seen.txt\nexit 3\n");
+    std::vector<WindowStyle> told;
+    const Subscription started =
+        launcher.started.subscribe([&told](WindowStyle style) { told.push_back(style); });
     const long long pid = launcher.start(file, WindowStyle::KeepsProgramFocus);
     EXPECT_GT(pid, 0);
+    EXPECT_EQ(told, std::vector<WindowStyle>{WindowStyle::KeepsProgramFocus});
     ASSERT_EQ(launcher.children().size(), 1u);
     EXPECT_EQ(launcher.children()[0].pid, pid);
     EXPECT_EQ(launcher.children()[0].name, "Env_pf.exe");
@@ -81,10 +86,21 @@ TEST_F(PluginLauncherTest, StartsTheFileInItsFolderWithServerAndToken) {
               "/tmp/some-server secret-token 4 " + fs::canonical(folder).string() + "\n");
 }
 
+TEST_F(PluginLauncherTest, RelativePathStartsTheFileFromTheProgramsFolder) {
+    script("Here_pf.exe", "pwd > here.txt\n");
+    const long long pid =
+        launcher.start(fs::relative(folder) / "Here_pf.exe", WindowStyle::TakesFocus);
+    EXPECT_GT(pid, 0);
+    ASSERT_TRUE(WaitFor([&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
+    EXPECT_EQ(Read(folder / "here.txt"), fs::canonical(folder).string() + "\n");
+}
+
 TEST_F(PluginLauncherTest, UnstartableFilesAnswerZeroAndStayOnTheList) {
     std::ofstream(folder / "Plain_pf.exe") << "not a program\n";  // not executable
     const fs::path badInterpreter = script("Bad_pf.exe", "");
     std::ofstream(badInterpreter) << "#!/nonexistent/interpreter\n";
+    bool told = false;
+    const Subscription started = launcher.started.subscribe([&told](WindowStyle) { told = true; });
     EXPECT_EQ(launcher.start(folder / "Plain_pf.exe", WindowStyle::TakesFocus), 0);
     EXPECT_EQ(launcher.start(badInterpreter, WindowStyle::TakesFocus), 0);
     EXPECT_EQ(launcher.start(folder / "Missing_pf.exe", WindowStyle::TakesFocus), 0);
@@ -93,6 +109,7 @@ TEST_F(PluginLauncherTest, UnstartableFilesAnswerZeroAndStayOnTheList) {
         EXPECT_EQ(child.state, ChildPlugin::State::NotStarted);
         EXPECT_EQ(child.pid, 0);
     }
+    EXPECT_FALSE(told);
 }
 
 TEST_F(PluginLauncherTest, ShutDownTerminatesThenKillsAChildThatIgnoresIt) {
