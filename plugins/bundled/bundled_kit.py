@@ -5,8 +5,9 @@ plug-in that changes the image follows, and plane helpers.
 A plug-in body is a function work(job) run by run_plugin(). The kit locks the
 interface and the canvas, saves undo and opens the status window before it;
 refreshes after it; and whatever happens closes the status window and
-unlocks. A failure is written to standard error and the program's log, and
-the plug-in exits 1.
+unlocks. A failure is written to standard error, and also shown to the user
+(a PluginFailure: something the user can put right) or written to the
+program's log (a refused call); the plug-in then exits 1.
 """
 
 import os

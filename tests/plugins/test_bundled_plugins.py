@@ -129,6 +129,20 @@ class BundledPluginTest(unittest.TestCase):
         self.run_plugin("plugin.filter.Filmgrain")
         self.assertEqual(image_pixels(self.planes(), WIDTH, HEIGHT), first)
 
+    def test_a_filter_changes_only_the_selection_in_force(self):
+        self.wib.Wib_ClearBuffer(128, 128, 128)
+        self.wib.Wib_SetABuffer(filled(0, at=lambda x, y: 255 if x < 10 else 0))
+        self.wib.Wib_AlphaOn()
+        try:
+            self.run_plugin("plugin.filter.Filmgrain")
+        finally:
+            self.wib.Wib_AlphaOff()
+        pixels = image_pixels(self.planes(), WIDTH, HEIGHT)
+        inside = [p for i, p in enumerate(pixels) if i % WIDTH < 10]
+        outside = [p for i, p in enumerate(pixels) if i % WIDTH >= 10]
+        self.assertEqual(set(outside), {(128, 128, 128)})
+        self.assertGreater(len(set(inside)), 10)
+
     def test_confetti_scatters_saturated_dabs_the_same_way_each_time(self):
         self.run_plugin("plugin.filter.Confetti")
         first = image_pixels(self.planes(), WIDTH, HEIGHT)
@@ -266,11 +280,12 @@ class BundledPluginTest(unittest.TestCase):
 
 
 def process_alive(pid):
-    """Whether the process runs; an ended one is gone or a zombie."""
+    """Whether the process runs; an ended one is gone or a zombie (and may
+    go while its status is read)."""
     try:
         with open("/proc/%d/stat" % pid) as stat:
             return stat.read().rsplit(")", 1)[1].split()[0] != "Z"
-    except FileNotFoundError:
+    except (FileNotFoundError, ProcessLookupError):
         return False
 
 
