@@ -15,6 +15,7 @@
 #include "anim/animation_commands.h"
 #include "anim/frame_store.h"
 #include "core/document_commands.h"
+#include "tests/support/scratch_paths.h"
 #include "tests/support/test_host.h"
 #include "ui/animation_panels.h"
 #include "ui/create_anim.h"
@@ -30,9 +31,6 @@ class AnimationPanels : public ::testing::Test {
     AnimationPanels() {
         RegisterDocumentCommands(commands);
         RegisterAnimationCommands(commands, store);
-        paths.dataDir = WIB_DATA_DIR;
-        paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-anim-user";
-        paths.tempDir = std::filesystem::temp_directory_path();
         host.newDocument(64, 48);
     }
 
@@ -44,7 +42,8 @@ class AnimationPanels : public ::testing::Test {
     testing::TestHost host;
     FrameStore store{host.workspace, std::filesystem::temp_directory_path() / "wib-ui-crop.tmp"};
     CommandRegistry commands;
-    ProgramPaths paths;
+    testing::ScratchPaths scratch;
+    ProgramPaths& paths = scratch.paths;
     QtControls controls;
 };
 

@@ -14,6 +14,7 @@
 #include "plugins/canvas_events.h"
 #include "plugins/plugin_commands.h"
 #include "tests/support/pixels.h"
+#include "tests/support/scratch_paths.h"
 #include "tests/support/test_host.h"
 #include "ui/form1.h"
 #include "ui/mdi_main_form.h"
@@ -33,9 +34,6 @@ class CanvasListening : public ::testing::Test {
         host.newDocument(200, 120);
         RegisterDocumentCommands(commands);
         RegisterPaintCommands(commands, paint);
-        paths.dataDir = WIB_DATA_DIR;
-        paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-events";
-        paths.tempDir = std::filesystem::temp_directory_path();
         form.attachPlugins(plugins, launcher, events);
         turn = events.listen([this](const std::string& event, const CanvasPointer& p) {
             heard.push_back({event, p.button, p.shift, p.x, p.y});
@@ -54,7 +52,8 @@ class CanvasListening : public ::testing::Test {
 
     testing::TestHost host;
     CommandRegistry commands;
-    ProgramPaths paths;
+    testing::ScratchPaths scratch;
+    ProgramPaths& paths = scratch.paths;
     PaintSession paint{host.workspace, std::filesystem::temp_directory_path()};
     MDI_MainForm form{host.workspace, commands, paths, &paint};
     PluginLauncher launcher;

@@ -13,6 +13,7 @@
 #include "core/document_commands.h"
 #include "core/recent_files.h"
 #include "core/undo.h"
+#include "tests/support/scratch_paths.h"
 #include "tests/support/test_host.h"
 #include "ui/clipboard_commands.h"
 #include "ui/form1.h"
@@ -25,15 +26,12 @@ class MainForm : public ::testing::Test {
   protected:
     MainForm() {
         RegisterDocumentCommands(commands);
-        paths.dataDir = WIB_DATA_DIR;
-        paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-user";
-        paths.tempDir = std::filesystem::temp_directory_path();
-        std::filesystem::remove_all(paths.userDir);
         host.newDocument(64, 48);
     }
     testing::TestHost host;
     CommandRegistry commands;
-    ProgramPaths paths;
+    testing::ScratchPaths scratch;
+    ProgramPaths& paths = scratch.paths;
 };
 
 TEST_F(MainForm, EveryCommandHasItsMenuItemWithShortcut) {

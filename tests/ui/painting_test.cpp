@@ -9,6 +9,7 @@
 #include "core/undo.h"
 #include "paint/paint_session.h"
 #include "tests/support/pixels.h"
+#include "tests/support/scratch_paths.h"
 #include "tests/support/test_host.h"
 #include "ui/form1.h"
 #include "ui/mdi_main_form.h"
@@ -22,9 +23,6 @@ class Painting : public ::testing::Test {
     Painting() {
         host.newDocument(200, 120);
         RegisterDocumentCommands(commands);
-        paths.dataDir = WIB_DATA_DIR;
-        paths.userDir = std::filesystem::temp_directory_path() / "wib-ui-paint";
-        paths.tempDir = std::filesystem::temp_directory_path();
     }
     void mouse(QEvent::Type type, QPointF at, Qt::MouseButton button, Qt::MouseButtons held) {
         QMouseEvent event(type, at, at, button, held, Qt::NoModifier);
@@ -32,7 +30,8 @@ class Painting : public ::testing::Test {
     }
     testing::TestHost host;
     CommandRegistry commands;
-    ProgramPaths paths;
+    testing::ScratchPaths scratch;
+    ProgramPaths& paths = scratch.paths;
     PaintSession paint{host.workspace, std::filesystem::temp_directory_path()};
     MDI_MainForm form{host.workspace, commands, paths, &paint};
 };
