@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <unistd.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -83,7 +85,9 @@ class FrameStoreTest : public ::testing::Test {
     }
 
     static std::filesystem::path CropFile() {
-        return std::filesystem::temp_directory_path() / "wib-anim-test-CropAnim.tmp";
+        // One per test process: tests run side by side.
+        return std::filesystem::temp_directory_path() /
+               ("wib-anim-test-CropAnim-" + std::to_string(::getpid()) + ".tmp");
     }
 
     TestHost host;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <unistd.h>
+
 #include <filesystem>
 #include <optional>
 
@@ -26,7 +28,8 @@ struct ProgramParts {
         : converter(processes, std::filesystem::temp_directory_path()),
           files(converter),
           paint(workspace, std::filesystem::temp_directory_path()),
-          frames(workspace, std::filesystem::temp_directory_path() / "wib-plugins-crop.tmp") {}
+          frames(workspace, std::filesystem::temp_directory_path() /
+                                ("wib-plugins-crop-" + std::to_string(::getpid()) + ".tmp")) {}
 
     NoProcesses processes;
     ConverterBridge converter;

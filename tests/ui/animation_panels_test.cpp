@@ -40,10 +40,10 @@ class AnimationPanels : public ::testing::Test {
     }
 
     testing::TestHost host;
-    FrameStore store{host.workspace, std::filesystem::temp_directory_path() / "wib-ui-crop.tmp"};
-    CommandRegistry commands;
     testing::ScratchPaths scratch;
     ProgramPaths& paths = scratch.paths;
+    FrameStore store{host.workspace, paths.tempDir / "CropAnim.tmp"};
+    CommandRegistry commands;
     QtControls controls;
 };
 
