@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "core/plane.h"
 #include "paint/animated_brush.h"
+#include "paint/paint_session.h"
 #include "tests/paint/stroke_fixture.h"
 
 namespace wib {
@@ -54,6 +57,41 @@ TEST_F(AnimatedStroke, OffItLeavesTheFramesWhereTheyAre) {
     line(10, 5, 12, 5);
     EXPECT_EQ(painted().size(), 3u) << "the built-in one-pixel brush";
     EXPECT_EQ(paint.animatedBrush.current(), 0);
+}
+
+TEST_F(AnimatedStroke, FramesAreCutFromTheSelectedBoxOfEachFrame) {
+    PaintSession session(host.workspace, std::filesystem::temp_directory_path());
+    Document& doc = host.workspace.document;
+    // Frame i is grey 10 * (i + 1) everywhere but one pixel.
+    const auto frame = [&doc](int i) {
+        FrameColours colours;
+        for (Plane& plane : colours) {
+            plane = Plane(doc.RBuffer.ubX(), doc.RBuffer.ubY(),
+                          static_cast<std::uint8_t>(10 * (i + 1)));
+        }
+        colours[0].at(4, 3) = static_cast<std::uint8_t>(200 + i);
+        return colours;
+    };
+    doc.ABuffer.fill(0);
+    EXPECT_FALSE(session.makeAnimatedBrush(3, frame)) << "nothing selected";
+    doc.ABuffer.at(3, 2) = 255;
+    doc.ABuffer.at(4, 3) = 100;
+    EXPECT_FALSE(session.makeAnimatedBrush(0, frame)) << "no frames";
+    EXPECT_EQ(host.prompter.messages.size(), 2u);
+
+    ASSERT_TRUE(session.makeAnimatedBrush(3, frame));
+    const AnimatedBrush& brush = session.state().animatedBrush;
+    EXPECT_TRUE(brush.active());
+    ASSERT_EQ(brush.frameCount(), 3);
+    EXPECT_EQ(brush.width(), 2);
+    EXPECT_EQ(brush.height(), 2);
+    EXPECT_EQ(brush.frame(2).G.at(0, 0), 30);
+    EXPECT_EQ(brush.frame(1).R.at(1, 1), 201);
+    EXPECT_EQ(brush.frame(0).mask().at(1, 1), 155) << "the selection's alpha is the shape";
+    EXPECT_EQ(brush.frame(0).mask().at(1, 0), 255);
+
+    session.setImageBrushActive(false);
+    EXPECT_FALSE(brush.active()) << "choosing another brush stops it";
 }
 
 TEST(AnimatedBrush, FramesKeepOneSizeAndCheckTheirIndex) {
