@@ -2,6 +2,7 @@
 #include "app/builtin_commands.h"
 
 #include "anim/animation_commands.h"
+#include "app/animated_brush_commands.h"
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
 #include "fileio/file_commands.h"
@@ -22,6 +23,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterPaintCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
+    RegisterAnimatedBrushCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
     targets.plugins.registerCommands();

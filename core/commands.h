@@ -115,6 +115,14 @@ class CommandRegistry {
     CommandOutcome runAsking(Workspace& workspace, const std::string& id,
                              const std::map<std::string, ParamValue>& start = {}) const;
 
+    // Asks for the values of `form`, a command's parameters that need not be
+    // registered (a plug-in's own form), through the interface's dialog,
+    // starting from `values`; false when cancelled. Without an interface the
+    // values stay as they are.
+    bool ask(const CommandSpec& form, std::map<std::string, ParamValue>& values) const {
+        return !dialog_ || dialog_(form, values);
+    }
+
     // The interface's dialogs, used by runAsking; empty removes them.
     void setDialog(CommandDialog dialog) { dialog_ = std::move(dialog); }
 

@@ -19,6 +19,28 @@ constexpr std::uint32_t kPaperSeed = 0x9A9E12;
 // and each segment redraws its own area as it goes.
 constexpr EditOptions kCanvasStroke{.saveUndo = true, .busyPointer = false, .redraw = false};
 
+constexpr const char* kSelectFirst = "Select part of the image to make a brush from it.";
+
+// The part of `colours` inside `box` as a brush image, `alpha` giving its shape.
+BrushImage CutBrush(const std::array<const Plane*, 3>& colours, const Plane& alpha,
+                    const AlphaBounds& box) {
+    const int width = box.right - box.left + 1;
+    const int height = box.bottom - box.top + 1;
+    Plane r(width - 1, height - 1), g(width - 1, height - 1), b(width - 1, height - 1);
+    Plane a(width - 1, height - 1);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            r.at(x, y) = colours[0]->at(box.left + x, box.top + y);
+            g.at(x, y) = colours[1]->at(box.left + x, box.top + y);
+            b.at(x, y) = colours[2]->at(box.left + x, box.top + y);
+            a.at(x, y) = alpha.at(box.left + x, box.top + y);
+        }
+    }
+    BrushImage brush;
+    brush.assign(std::move(r), std::move(g), std::move(b), std::move(a));
+    return brush;
+}
+
 }  // namespace
 
 PaintSession::PaintSession(Workspace& workspace, std::filesystem::path tempDir)
@@ -98,28 +120,45 @@ bool PaintSession::makeBrushFromSelection() {
     Document& doc = workspace_.document;
     const AlphaBounds box = SelectionBounds(doc);
     if (box.empty()) {
-        workspace_.host.prompter.message("Select part of the image to make a brush from it.");
+        workspace_.host.prompter.message(kSelectFirst);
         return false;
     }
-    const int width = box.right - box.left + 1;
-    const int height = box.bottom - box.top + 1;
-    Plane r(width - 1, height - 1), g(width - 1, height - 1), b(width - 1, height - 1);
-    Plane a(width - 1, height - 1);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            r.at(x, y) = doc.RBuffer.at(box.left + x, box.top + y);
-            g.at(x, y) = doc.GBuffer.at(box.left + x, box.top + y);
-            b.at(x, y) = doc.BBuffer.at(box.left + x, box.top + y);
-            a.at(x, y) = doc.ABuffer.at(box.left + x, box.top + y);
-        }
-    }
-    workspace_.brush.assign(std::move(r), std::move(g), std::move(b), std::move(a));
+    workspace_.brush = CutBrush({&doc.RBuffer, &doc.GBuffer, &doc.BBuffer}, doc.ABuffer, box);
     workspace_.brush.setActive(true);
     workspace_.events.paintOptionsChanged.notify();
     return true;
 }
 
+bool PaintSession::makeAnimatedBrush(int count, const std::function<FrameColours(int)>& frame) {
+    if (count <= 0) {
+        workspace_.host.prompter.message("There are no animation frames to make a brush from.");
+        return false;
+    }
+    const Document& doc = workspace_.document;
+    const AlphaBounds box = SelectionBounds(doc);
+    if (box.empty()) {
+        workspace_.host.prompter.message(kSelectFirst);
+        return false;
+    }
+    std::vector<BrushImage> frames;
+    frames.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const FrameColours colours = frame(i);
+        frames.push_back(CutBrush({&colours[0], &colours[1], &colours[2]}, doc.ABuffer, box));
+    }
+    state_.animatedBrush.assign(std::move(frames));
+    state_.animatedBrush.setActive(true);
+    workspace_.events.paintOptionsChanged.notify();
+    return true;
+}
+
+void PaintSession::stopAnimatedBrush() {
+    state_.animatedBrush.setActive(false);
+    workspace_.events.paintOptionsChanged.notify();
+}
+
 void PaintSession::setImageBrushActive(bool active) {
+    state_.animatedBrush.setActive(false);
     workspace_.brush.setActive(active);
 }
 
@@ -128,11 +167,23 @@ void PaintSession::step(int button, float x, float y) {
     BrushStep(workspace_, state_, b, shift, x, y);
 }
 
+void PaintSession::startCurve(float x, float y) {
+    const float zoom = workspace_.view.scale();
+    state_.curve.assign(1, {x / zoom, y / zoom});
+}
+
+void PaintSession::extendCurve(float x, float y) {
+    const float zoom = workspace_.view.scale();
+    state_.curve.push_back({x / zoom, y / zoom});
+}
+
 void PaintSession::brushDown(float x, float y) {
+    startCurve(x, y);
     step(0, x, y);
 }
 void PaintSession::brushMove(float x, float y) {
     const ImageEdit edit(workspace_, kPluginEdit);
+    extendCurve(x, y);
     step(1, x, y);
 }
 void PaintSession::brushUp(float x, float y) {
@@ -160,6 +211,7 @@ void PaintSession::penPress(int button, float x, float y, double pressure, bool 
     }
     stroke_.reset();
     stroke_.emplace(workspace_, kCanvasStroke);
+    startCurve(x, y);
     DispatchStroke(workspace_, state_, 0, 0, x, y);
     DispatchStroke(workspace_, state_, static_cast<std::int16_t>(button), 0, x, y);
     // The first dab has changed the image: the title shows it now, not at
@@ -170,6 +222,7 @@ void PaintSession::penPress(int button, float x, float y, double pressure, bool 
 void PaintSession::penDrag(int button, float x, float y, double pressure, bool tablet) {
     state_.pressure = pressure;
     state_.tabletActive = tablet;
+    extendCurve(x, y);
     DispatchStroke(workspace_, state_, static_cast<std::int16_t>(button), 0, x, y);
 }
 

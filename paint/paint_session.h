@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,9 @@
 namespace wib {
 
 class Workspace;
+
+// The red, green and blue planes of one animation frame.
+using FrameColours = std::array<Plane, 3>;
 
 // Painting as the menus, the panels, the canvas and plug-ins use it: the paint
 // state beside the document, with the operations that change it.
@@ -60,8 +64,15 @@ class PaintSession {
     // The selected part of the image (its bounding box, alpha as the shape)
     // becomes the image brush; false, with a message, when nothing is selected.
     bool makeBrushFromSelection();
-    // Switches between the image brush and the built-in brush.
+    // Switches between the image brush and the built-in brush; either way the
+    // animated brush stops.
     void setImageBrushActive(bool active);
+    // The animated brush from `count` frames: the selected part of each (the
+    // selection's bounding box, alpha as the shape), read through `frame`.
+    // False, with a message, when there are no frames or nothing is selected.
+    bool makeAnimatedBrush(int count, const std::function<FrameColours(int)>& frame);
+    // Painting goes back to the image brush or the built-in brush.
+    void stopAnimatedBrush();
 
     // Strokes as plug-ins make them: down and up place the pen, move paints.
     // The plug-in saves undo itself; a move marks the document modified.
@@ -89,6 +100,9 @@ class PaintSession {
 
   private:
     void step(int button, float x, float y);
+    // The last stroke's curve starts anew at a press and grows with each move.
+    void startCurve(float x, float y);
+    void extendCurve(float x, float y);
 
     Workspace& workspace_;
     std::filesystem::path tempDir_;

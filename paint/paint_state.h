@@ -4,8 +4,10 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "core/plane.h"
+#include "paint/animated_brush.h"
 #include "paint/brush_options.h"
 #include "paint/brush_shape.h"
 #include "paint/paint_modes.h"
@@ -48,6 +50,8 @@ struct PaintState {
     BrushTip tip;
     int tipGeneration = 0;
     EdgeProfile chalkProfile;  // the chalk's edge, loaded with the program's data
+    // Frames painting steps through, one per dab, while it is on.
+    AnimatedBrush animatedBrush;
     // Built-in brushes a plug-in replaced with an image brush's shape.
     std::array<std::optional<BrushTip>, kBuiltinBrushCount> replacedTips;
     // Clone paints from the image at this offset from the brush; pattern
@@ -70,6 +74,10 @@ struct PaintState {
     bool tabletActive = false;
     // Everything the last canvas event said about the pen, for plug-ins.
     PenReading pen;
+
+    // The points the pen went through in the last stroke, press to release
+    // (image pixels), for plug-ins that follow its curve.
+    std::vector<std::array<float, 2>> curve;
 
     // Set while many segments are painted in one go: the canvas is repainted
     // once at the end instead of after each segment.

@@ -75,12 +75,21 @@ SegmentShape ComputeShape(Workspace& workspace, const PaintState& paint, float x
     return shape;
 }
 
+// The image the next dab paints with: the animated brush's current frame, the
+// image brush, or none (the built-in brush).
+const BrushImage* ImageBrush(const Workspace& workspace, const PaintState& paint) {
+    if (paint.animatedBrush.active()) {
+        return &paint.animatedBrush.currentFrame();
+    }
+    return workspace.brush.active() ? &workspace.brush : nullptr;
+}
+
 // The brush mask for this segment, rebuilt only when the shape changed.
-const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentShape& shape) {
+const Plane* SegmentMask(PaintState& paint, const BrushImage* image, const SegmentShape& shape) {
     StrokeState& stroke = paint.stroke;
     const BrushOptionsModel& o = paint.options;
-    if (workspace.brush.active()) {
-        const Plane& mask = workspace.brush.mask();
+    if (image != nullptr) {
+        const Plane& mask = image->mask();
         if (!o.imageBrushTransform) {
             return &mask;
         }
@@ -106,15 +115,15 @@ const Plane* SegmentMask(Workspace& workspace, PaintState& paint, const SegmentS
     return &*stroke.builtMask;
 }
 
-double SpacingThreshold(const Workspace& workspace, const PaintState& paint, double scale) {
+double SpacingThreshold(const PaintState& paint, const BrushImage* image, double scale) {
     const BrushOptionsModel& o = paint.options;
     if (!o.relativeSpacing) {
         return o.spacing;
     }
-    if (!workspace.brush.active()) {
+    if (image == nullptr) {
         return scale * kBuiltinNominalWidth * o.spacing / 100.0;
     }
-    const double width = static_cast<double>(workspace.brush.mask().stride());
+    const double width = static_cast<double>(image->mask().stride());
     if (o.imageBrushTransform) {
         return o.spacing / 100.0 * (o.imageBrushScale / 100.0) * scale * width;
     }
@@ -185,19 +194,19 @@ std::array<int, 3> PickUp(const PaintSurface& surface, const PaintState& paint,
     return mixed;
 }
 
-void MarkDirty(const Workspace& workspace, PaintState& paint, const PaintSurface& surface,
-               float startX, float startY, float endX, float endY, const Plane& mask) {
+void MarkDirty(PaintState& paint, const PaintSurface& surface, bool imageBrush, float startX,
+               float startY, float endX, float endY, const Plane& mask) {
     // The panel's margin, widened where the dab itself is larger, so that the
     // repaint always covers what was painted.
     const int half = static_cast<int>(std::max(mask.stride(), mask.rows()) / 2) + 1;
     const int margin = std::max(paint.options.brushSize, half);
-    const int far = workspace.brush.active() ? 0 : 2;
+    const int far = imageBrush ? 0 : 2;
     DirtyRect& dirty = paint.stroke.dirty;
     dirty.left = static_cast<int>(std::floor(std::min(startX, endX))) - margin;
     dirty.top = static_cast<int>(std::floor(std::min(startY, endY))) - margin;
     dirty.right = static_cast<int>(std::ceil(std::max(startX, endX))) + margin + far;
     dirty.bottom = static_cast<int>(std::ceil(std::max(startY, endY))) + margin + far;
-    if (!(paint.repaintSuspended && !workspace.brush.active()) && surface.changed) {
+    if (!(paint.repaintSuspended && !imageBrush) && surface.changed) {
         surface.changed(dirty);
     }
 }
@@ -292,7 +301,9 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
     }
 
     const SegmentShape shape = ComputeShape(workspace, paint, x, y);
-    const Plane* mask = SegmentMask(workspace, paint, shape);
+    const bool animated = paint.animatedBrush.active();
+    const BrushImage* image = ImageBrush(workspace, paint);
+    const Plane* mask = SegmentMask(paint, image, shape);
     if (mask == nullptr || mask->empty()) {
         return;
     }
@@ -303,9 +314,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
     const int length = std::max(1, RoundHalfEven(std::sqrt(dx * dx + dy * dy)));
     const double pressure =
         o.pressureToOpacity && paint.tabletActive ? std::clamp(paint.pressure, 0.0, 1.0) : 1.0;
-    const double threshold = SpacingThreshold(workspace, paint, shape.scale);
-    // Masks made here are square with padded rows; the image brush's own is not.
-    const int maskWidth = mask == &workspace.brush.mask() ? 0 : static_cast<int>(mask->rows());
+    const double threshold = SpacingThreshold(paint, image, shape.scale);
 
     // Caps Lock erases: with the secondary colour, or by bringing back the
     // swap buffer.
@@ -326,6 +335,17 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
         if (stroke.spacingCounter != 1) {
             continue;
         }
+        if (animated) {
+            // Each dab takes the animated brush's next frame, its colours
+            // included for the pattern modes.
+            image = &paint.animatedBrush.currentFrame();
+            mask = SegmentMask(paint, image, shape);
+            surface.pattern = {&image->R, &image->G, &image->B};
+            paint.animatedBrush.advance();
+        }
+        // Masks made here are square with padded rows; an image brush's own is not.
+        const int maskWidth =
+            image != nullptr && mask == &image->mask() ? 0 : static_cast<int>(mask->rows());
         std::uniform_int_distribution<int> offset(0, 1 << 15);
         const int shiftX = offset(workspace.random);
         const int shiftY = offset(workspace.random);
@@ -361,7 +381,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
     stroke.currentY = y;
     stroke.lastAngle = static_cast<float>(shape.angle);
     stroke.lastScale = static_cast<float>(shape.scale);
-    MarkDirty(workspace, paint, surface, startX, startY, x, y, *mask);
+    MarkDirty(paint, surface, image != nullptr, startX, startY, x, y, *mask);
 }
 
 }  // namespace

@@ -115,6 +115,8 @@ class Decoder {
                     return std::visit([](auto&& v) -> CallArgs::Value { return v; }, *value);
                 }
                 throw wrong("an integer, number, text or boolean");
+            case ArgType::Integers:
+                return integers(o);
         }
         throw wrong("a value");
     }
@@ -131,6 +133,19 @@ class Decoder {
                         std::to_string(high));
         }
         return *value;
+    }
+
+    IntegerList integers(const msgpack::object& o) const {
+        if (o.type != msgpack::type::ARRAY) {
+            throw wrong("an array of whole numbers");
+        }
+        IntegerList list;
+        list.reserve(o.via.array.size);
+        for (std::uint32_t i = 0; i < o.via.array.size; ++i) {
+            list.push_back(ranged(o.via.array.ptr[i], std::numeric_limits<std::int32_t>::min(),
+                                  std::numeric_limits<std::int32_t>::max()));
+        }
+        return list;
     }
 
     double number(const msgpack::object& o, double limit) const {
@@ -231,6 +246,8 @@ const char* ArgTypeName(ArgType type) {
             return "map";
         case ArgType::Value:
             return "value";
+        case ArgType::Integers:
+            return "integer array";
     }
     return "value";
 }

@@ -16,17 +16,18 @@ namespace wib {
 
 // What a method's parameter accepts on the wire.
 enum class ArgType {
-    Integer,  // a whole number in 32-bit signed range
-    Short,    // a whole number in 16-bit signed range (coordinates, sizes)
-    Channel,  // a whole number 0..255
-    Flag,     // the program's boolean: -1 true, anything else false; true/false too
-    Number,   // a finite number, whole or not
-    Single,   // a finite number in single-precision range
-    Text,     // a UTF-8 string
-    Plane,    // [ubX, ubY, bin] with exactly (ubX + 1) * (ubY + 1) bytes, the bin
-              // possibly received as a payload of its own
-    Params,   // a map of names to integers, numbers, text or booleans
-    Value,    // one integer, number, text or boolean
+    Integer,   // a whole number in 32-bit signed range
+    Short,     // a whole number in 16-bit signed range (coordinates, sizes)
+    Channel,   // a whole number 0..255
+    Flag,      // the program's boolean: -1 true, anything else false; true/false too
+    Number,    // a finite number, whole or not
+    Single,    // a finite number in single-precision range
+    Text,      // a UTF-8 string
+    Plane,     // [ubX, ubY, bin] with exactly (ubX + 1) * (ubY + 1) bytes, the bin
+               // possibly received as a payload of its own
+    Params,    // a map of names to integers, numbers, text or booleans
+    Value,     // one integer, number, text or boolean
+    Integers,  // an array of whole numbers in 32-bit signed range
 };
 
 struct ArgSpec {
@@ -50,6 +51,9 @@ class CallArgs {
     const std::string& text(std::size_t i) const { return std::get<std::string>(values_.at(i)); }
     // The plane moves out: setters take it over without copying again.
     Plane takePlane(std::size_t i) { return std::move(std::get<Plane>(values_.at(i))); }
+    const IntegerList& integers(std::size_t i) const {
+        return std::get<IntegerList>(values_.at(i));
+    }
     const std::map<std::string, ParamValue>& params(std::size_t i) const {
         return std::get<std::map<std::string, ParamValue>>(values_.at(i));
     }

@@ -59,6 +59,8 @@ const char* CppParameterType(ArgType type) {
             return "const std::map<std::string, Value>&";
         case ArgType::Value:
             return "const Value&";
+        case ArgType::Integers:
+            return "const std::vector<int>&";
     }
     return "";
 }
@@ -87,6 +89,10 @@ const char* CppResultType(ResultType type) {
             return "std::vector<Command>";
         case ResultType::Value:
             return "Value";
+        case ResultType::Integers:
+            return "std::vector<int>";
+        case ResultType::Params:
+            return "std::map<std::string, Value>";
     }
     return "";
 }

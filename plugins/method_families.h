@@ -23,5 +23,8 @@ std::vector<MethodSpec> PaperMethods();
 std::vector<MethodSpec> FreeFormMethods();
 std::vector<MethodSpec> BrushStampMethods();
 std::vector<MethodSpec> BrushFileMethods();
+std::vector<MethodSpec> AnimatedBrushMethods();
+std::vector<MethodSpec> GraphicsServerMethods();
+std::vector<MethodSpec> DesktopMethods();
 
 }  // namespace wib

@@ -11,10 +11,11 @@ namespace {
 
 std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
-    for (auto family : {RefreshMethods, StatusMethods, BufferMethods, PaintMethods,
-                        AnimationMethods, ColourMethods, FileMethods, ProgramMethods,
-                        EventMethods, PenMethods, CanvasMethods, PaperMethods, FreeFormMethods,
-                        BrushStampMethods, BrushFileMethods}) {
+    for (auto family :
+         {RefreshMethods, StatusMethods, BufferMethods, PaintMethods, AnimationMethods,
+          ColourMethods, FileMethods, ProgramMethods, EventMethods, PenMethods, CanvasMethods,
+          PaperMethods, FreeFormMethods, BrushStampMethods, BrushFileMethods, AnimatedBrushMethods,
+          GraphicsServerMethods, DesktopMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

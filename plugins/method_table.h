@@ -30,6 +30,8 @@ struct ServerState {
     bool greyLuts = false;
     // Where Wib_NewBrushFilename names brush images; empty: the temporary folder.
     std::string brushSetFolder;
+    // The integer array GS_SetTempArray leaves for the next plug-in.
+    IntegerList tempArray;
 };
 
 // What one connection holds, so that it can be given back if the plug-in dies.
@@ -48,6 +50,8 @@ struct ConnectionState {
     // The free-form paths the plug-in is building, by handle.
     std::map<int, FreeFormPath> freeForms;
     int nextFreeForm = 1;
+    // The system id of the plug-in's own graphics window (GS_SetHwnd), 0 for none.
+    long long graphicsWindow = 0;
 };
 
 struct CallContext {
@@ -74,6 +78,8 @@ enum class ResultType {
     Rgb,         // [red, green, blue]
     Commands,    // the command list
     Value,       // an integer, number or text
+    Integers,    // an array of integers
+    Params,      // a map of names to integers, numbers, text or integer arrays
 };
 
 struct MethodResult {

@@ -5,9 +5,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QIcon>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <QMenuBar>
+#include <QPixmap>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QUrl>
@@ -554,6 +556,19 @@ long long MDI_MainForm::canvasWindowId() {
 
 long long MDI_MainForm::mainWindowId() {
     return static_cast<long long>(winId());
+}
+
+bool MDI_MainForm::setTitleBarImage(const std::string& path) {
+    if (path.empty()) {
+        setWindowIcon(QIcon());  // the application's icon again
+        return true;
+    }
+    const QPixmap image(QString::fromStdString(path));
+    if (image.isNull()) {
+        return false;
+    }
+    setWindowIcon(QIcon(image));
+    return true;
 }
 
 }  // namespace wib

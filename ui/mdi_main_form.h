@@ -56,6 +56,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void pointerShapeChanged(int shape) override;
     long long canvasWindowId() override;
     long long mainWindowId() override;
+    bool setTitleBarImage(const std::string& path) override;
 
     ErrorConsoleForm* logWindow() const { return log_; }
     Tool_Panel* toolPanel() const { return tools_; }

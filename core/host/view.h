@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "core/observer_list.h"
@@ -36,6 +37,13 @@ class View {
     // plug-in to parent its own windows to; 0 where there is no window.
     virtual long long canvasWindowId() { return 0; }
     virtual long long mainWindowId() { return 0; }
+    // Shows the image file as the main frame's title-bar icon (empty: the
+    // program's own icon again); false when the file holds no image or there
+    // is no window.
+    virtual bool setTitleBarImage(const std::string& path) {
+        static_cast<void>(path);
+        return false;
+    }
 };
 
 // Passes every request on to each attached view, in the order they attached;
@@ -67,6 +75,13 @@ class ViewList : public View {
     void pointerShapeChanged(int shape) override { each(&View::pointerShapeChanged, shape); }
     long long canvasWindowId() override { return first(&View::canvasWindowId); }
     long long mainWindowId() override { return first(&View::mainWindowId); }
+    bool setTitleBarImage(const std::string& path) override {
+        bool shown = false;
+        for (View* view : snapshot()) {
+            shown = view->setTitleBarImage(path) || shown;
+        }
+        return shown;
+    }
 
   private:
     // A view may detach while told, so walk a copy.

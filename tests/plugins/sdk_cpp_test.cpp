@@ -116,6 +116,19 @@ TEST_F(CppClient, IntegerListsGoBothWays) {
     EXPECT_EQ(wib->Wib_GetRGB(3, 3), 120 + 256 * 120 + 65536 * 120);
 }
 
+TEST_F(CppClient, IntegerArraysAndFormsArriveTyped) {
+    wib->GS_SetTempArray({});
+    EXPECT_TRUE(wib->GS_SetTempArray({4, -5, 6}).empty());
+    EXPECT_EQ(wib->GS_SetTempArray({}), (std::vector<int>{4, -5, 6}));
+    wib->Wib_BrushDown(3, 4);
+    wib->Wib_BrushMove(9, 4);
+    EXPECT_EQ(wib->GS_GetCurvepoints(), (std::vector<int>{3, 4, 9, 4}));
+    // Headless, a form answers its starting values.
+    const auto values = wib->Wib_SendFormObject("Sparks", {{"count", 3LL}, {"label", "hot"}});
+    EXPECT_EQ(std::get<long long>(values.at("count")), 3);
+    EXPECT_EQ(std::get<std::string>(values.at("label")), "hot");
+}
+
 TEST_F(CppClient, RefusedCallsCarryTheProgramsCodes) {
     EXPECT_EQ(ErrorCode([&] { wib->Wib_GetRGB(65, 0); }), 9);
     EXPECT_EQ(ErrorCode([&] { wib->Wib_SetRGB(0, 0, 300, 0, 0); }), 5);

@@ -138,6 +138,17 @@ class EndToEnd(unittest.TestCase):
         self.assertEqual(self.wib.Wib_RunCommand("edit.redo"), -1)
         self.assertEqual(self.wib.Wib_RunCommand("edit.redo"), 0)
 
+    def test_animated_brush_frames_round_trip(self):
+        self.wib.Wib_CreateNewAnBr(2, 3, 2)
+        red = Plane(2, 1)
+        red[2, 1] = 77
+        self.wib.Wib_SetAnimBrushRFrame(red, 1)
+        self.assertEqual(self.wib.Wib_GetAnimbrush_R(1)[2, 1], 77)
+        self.assertEqual(self.wib.Wib_GetAnimbrush_R(0)[2, 1], 0)
+        self.assertEqual(self.wib.Wib_Animbrush_Next(), 1)
+        self.assertEqual(self.wib.Wib_GetAnimbrush_Totalframes(), 2)
+        self.assertRefused(5, "Wib_SetAnimBrushGFrame", Plane(2, 2), 0)
+
     def test_refused_calls_raise_with_the_programs_codes(self):
         self.assertRefused(9, "Wib_GetRGB", 65, 0)
         self.assertRefused(5, "Wib_SetRGB", 0, 0, 256, 0, 0)
@@ -163,7 +174,7 @@ class EndToEnd(unittest.TestCase):
         # Every row was read: the reference lists more than a hundred methods.
         self.assertGreater(len(documented), 100)
         self.assertEqual({name for name in dir(Wibbleton_Class)
-                          if name.startswith(("Wib_", "Anim_"))}, set(documented))
+                          if name.startswith(("Wib_", "Anim_", "GS_"))}, set(documented))
         for name, arguments in documented.items():
             parameters = list(inspect.signature(getattr(Wibbleton_Class, name)).parameters.values())
             self.assertEqual([(p.name, p.default is None) for p in parameters[1:]], arguments, name)

@@ -109,6 +109,10 @@ class RecordingView : public View {
     void pointerShapeChanged(int shape) override { pointerShapes.push_back(shape); }
     long long canvasWindowId() override { return canvasId; }
     long long mainWindowId() override { return mainId; }
+    bool setTitleBarImage(const std::string& path) override {
+        titleBarImages.push_back(path);
+        return true;
+    }
 
     int refreshes = 0;
     int areaRefreshes = 0;
@@ -120,6 +124,7 @@ class RecordingView : public View {
     std::vector<int> pointerShapes;
     long long canvasId = 0;
     long long mainId = 0;
+    std::vector<std::string> titleBarImages;
     // What the interface's pending events do when they are let through.
     std::function<void()> pendingEvents;
 };

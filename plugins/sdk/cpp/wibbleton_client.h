@@ -258,6 +258,12 @@ T FromWire(const msgpack::object& o) {
         return ToCommands(o);
     } else if constexpr (std::is_same_v<T, Value>) {
         return ToValue(o);
+    } else if constexpr (std::is_same_v<T, std::map<std::string, Value>>) {
+        std::map<std::string, Value> values;
+        for (std::uint32_t i = 0; i < o.via.map.size; ++i) {
+            values[o.via.map.ptr[i].key.as<std::string>()] = ToValue(o.via.map.ptr[i].val);
+        }
+        return values;
     } else {
         return o.as<T>();
     }

@@ -1080,6 +1080,147 @@ class Wibbleton_Class : public Connection {
     std::string Wib_NewBrushFilename() {
         return invoke<std::string>("Wib_NewBrushFilename");
     }
+
+    // Animated brush.
+
+    // Makes an animated brush of 1 to 256 frames of width x height (1 to 1024), black and fully
+    // transparent, frame 0 current, and paints with it from now on: each dab takes the current
+    // frame and moves to the next, after the last back to the first. Choosing a brush, or
+    // Wib_ActivateCustomBrush, stops it.
+    void Wib_CreateNewAnBr(int frames, int width, int height) {
+        invoke<void>("Wib_CreateNewAnBr", frames, width, height);
+    }
+
+    // Replaces the red plane of a frame (error 9 outside the frames); the plane must be of the
+    // brush's size (error 5 otherwise).
+    void Wib_SetAnimBrushRFrame(const Plane& plane, int frame) {
+        invoke<void>("Wib_SetAnimBrushRFrame", plane, frame);
+    }
+
+    // Replaces the green plane of a frame (error 9 outside the frames); the plane must be of the
+    // brush's size (error 5 otherwise).
+    void Wib_SetAnimBrushGFrame(const Plane& plane, int frame) {
+        invoke<void>("Wib_SetAnimBrushGFrame", plane, frame);
+    }
+
+    // Replaces the blue plane of a frame (error 9 outside the frames); the plane must be of the
+    // brush's size (error 5 otherwise).
+    void Wib_SetAnimBrushBFrame(const Plane& plane, int frame) {
+        invoke<void>("Wib_SetAnimBrushBFrame", plane, frame);
+    }
+
+    // Replaces the alpha plane of a frame (error 9 outside the frames); the plane must be of the
+    // brush's size (error 5 otherwise). The frame's shape follows it (255 paints fully).
+    void Wib_SetAnimBrushAFrame(const Plane& plane, int frame) {
+        invoke<void>("Wib_SetAnimBrushAFrame", plane, frame);
+    }
+
+    // Sets one red value of the current frame (error 9 outside it or with no animated brush).
+    void Wib_SeAnimtBrush_R(int x, int y, int value) {
+        invoke<void>("Wib_SeAnimtBrush_R", x, y, value);
+    }
+
+    // Sets one green value of the current frame (error 9 outside it or with no animated brush).
+    void Wib_SeAnimtBrush_G(int x, int y, int value) {
+        invoke<void>("Wib_SeAnimtBrush_G", x, y, value);
+    }
+
+    // Sets one blue value of the current frame (error 9 outside it or with no animated brush).
+    void Wib_SeAnimtBrush_B(int x, int y, int value) {
+        invoke<void>("Wib_SeAnimtBrush_B", x, y, value);
+    }
+
+    // Sets one alpha value of the current frame (error 9 outside it or with no animated brush).
+    void Wib_SeAnimtBrush_A(int x, int y, int value) {
+        invoke<void>("Wib_SeAnimtBrush_A", x, y, value);
+    }
+
+    // The frame the next dab takes; given a frame, makes that one current first (error 9 outside
+    // the frames).
+    int Wib_Animbrush_Currentframe() {
+        return invoke<int>("Wib_Animbrush_Currentframe");
+    }
+    int Wib_Animbrush_Currentframe(int frame) {
+        return invoke<int>("Wib_Animbrush_Currentframe", frame);
+    }
+
+    // How many frames the animated brush has (0: none).
+    int Wib_GetAnimbrush_Totalframes() {
+        return invoke<int>("Wib_GetAnimbrush_Totalframes");
+    }
+
+    // The red plane of a frame (error 9 outside the frames).
+    Plane Wib_GetAnimbrush_R(int frame) {
+        return invoke<Plane>("Wib_GetAnimbrush_R", frame);
+    }
+
+    // The green plane of a frame (error 9 outside the frames).
+    Plane Wib_GetAnimbrush_G(int frame) {
+        return invoke<Plane>("Wib_GetAnimbrush_G", frame);
+    }
+
+    // The blue plane of a frame (error 9 outside the frames).
+    Plane Wib_GetAnimbrush_B(int frame) {
+        return invoke<Plane>("Wib_GetAnimbrush_B", frame);
+    }
+
+    // The alpha plane of a frame (error 9 outside the frames).
+    Plane Wib_GetAnimbrush_A(int frame) {
+        return invoke<Plane>("Wib_GetAnimbrush_A", frame);
+    }
+
+    // Moves to the next frame, after the last back to the first, as a dab does (error 9 with no
+    // animated brush).
+    int Wib_Animbrush_Next() {
+        return invoke<int>("Wib_Animbrush_Next");
+    }
+
+    // Graphics server hooks.
+
+    // Tells the program the system id of the plug-in's own graphics window (0: none), which it
+    // remembers for this plug-in until it ends; answers the id remembered before (0 at first).
+    int GS_SetHwnd(int window) {
+        return invoke<int>("GS_SetHwnd", window);
+    }
+
+    // The points the pen went through in the last stroke, from the canvas or from Wib_BrushDown
+    // and Wib_BrushMove: press first, then each move, in image pixels rounded to whole ones, x and
+    // y in turn. Empty before the first stroke.
+    std::vector<int> GS_GetCurvepoints() {
+        return invoke<std::vector<int>>("GS_GetCurvepoints");
+    }
+
+    // Leaves an array of integers (at most 1048576) with the program until the next
+    // GS_SetTempArray, from this plug-in or another, so that one plug-in can hand numbers to the
+    // next; answers the array it replaces (empty at first). An empty array reads the one held and
+    // clears it.
+    std::vector<int> GS_SetTempArray(const std::vector<int>& values) {
+        return invoke<std::vector<int>>("GS_SetTempArray", values);
+    }
+
+    // Application and window.
+
+    // Writes the image as a 24-bit bitmap, wallpaper.bmp in the program's temporary folder
+    // (replacing the one before), for the plug-in to hand to the desktop; answers its path. The
+    // document keeps its own name.
+    std::string Wib_WallpaperFilename() {
+        return invoke<std::string>("Wib_WallpaperFilename");
+    }
+
+    // Shows an image file (PNG, BMP, ...) as the icon in the main window's title bar; empty text
+    // gives the program's own icon back. 0 when the file holds no image or there is no window
+    // (headless mode).
+    bool Wib_ChangeBarImage(const std::string& path) {
+        return invoke<bool>("Wib_ChangeBarImage", path);
+    }
+
+    // Asks the user for the fields of a form in one dialog titled `title`: each field is a name
+    // and its starting value, whose kind makes the field (whole number, number, text, integer
+    // array; a boolean is -1 / 0). Answers the values given, by name, or an empty map when the
+    // user cancels; in headless mode the starting values.
+    std::map<std::string, Value> Wib_SendFormObject(const std::string& title, const std::map<std::string, Value>& fields) {
+        return invoke<std::map<std::string, Value>>("Wib_SendFormObject", title, fields);
+    }
 };
 
 }  // namespace wibbleton

@@ -817,3 +817,115 @@ class WibbletonMethods:
         """A file name in the brush set's folder that no file has yet: brush0001.bmp, brush0002.bmp
         and so on (for Wib_SaveBrushToBMP)."""
         return self.call("Wib_NewBrushFilename")
+
+    def Wib_CreateNewAnBr(self, frames, width, height):
+        """Makes an animated brush of 1 to 256 frames of width x height (1 to 1024), black and
+        fully transparent, frame 0 current, and paints with it from now on: each dab takes the
+        current frame and moves to the next, after the last back to the first. Choosing a brush,
+        or Wib_ActivateCustomBrush, stops it."""
+        self.call("Wib_CreateNewAnBr", frames, width, height)
+
+    def Wib_SetAnimBrushRFrame(self, plane, frame):
+        """Replaces the red plane of a frame (error 9 outside the frames); the plane must be of the
+        brush's size (error 5 otherwise)."""
+        self.call("Wib_SetAnimBrushRFrame", plane, frame)
+
+    def Wib_SetAnimBrushGFrame(self, plane, frame):
+        """Replaces the green plane of a frame (error 9 outside the frames); the plane must be of
+        the brush's size (error 5 otherwise)."""
+        self.call("Wib_SetAnimBrushGFrame", plane, frame)
+
+    def Wib_SetAnimBrushBFrame(self, plane, frame):
+        """Replaces the blue plane of a frame (error 9 outside the frames); the plane must be of
+        the brush's size (error 5 otherwise)."""
+        self.call("Wib_SetAnimBrushBFrame", plane, frame)
+
+    def Wib_SetAnimBrushAFrame(self, plane, frame):
+        """Replaces the alpha plane of a frame (error 9 outside the frames); the plane must be of
+        the brush's size (error 5 otherwise). The frame's shape follows it (255 paints fully)."""
+        self.call("Wib_SetAnimBrushAFrame", plane, frame)
+
+    def Wib_SeAnimtBrush_R(self, x, y, value):
+        """Sets one red value of the current frame (error 9 outside it or with no animated brush)."""
+        self.call("Wib_SeAnimtBrush_R", x, y, value)
+
+    def Wib_SeAnimtBrush_G(self, x, y, value):
+        """Sets one green value of the current frame (error 9 outside it or with no animated
+        brush)."""
+        self.call("Wib_SeAnimtBrush_G", x, y, value)
+
+    def Wib_SeAnimtBrush_B(self, x, y, value):
+        """Sets one blue value of the current frame (error 9 outside it or with no animated brush)."""
+        self.call("Wib_SeAnimtBrush_B", x, y, value)
+
+    def Wib_SeAnimtBrush_A(self, x, y, value):
+        """Sets one alpha value of the current frame (error 9 outside it or with no animated
+        brush)."""
+        self.call("Wib_SeAnimtBrush_A", x, y, value)
+
+    def Wib_Animbrush_Currentframe(self, frame=None):
+        """The frame the next dab takes; given a frame, makes that one current first (error 9
+        outside the frames)."""
+        return self.call("Wib_Animbrush_Currentframe", *_given(frame))
+
+    def Wib_GetAnimbrush_Totalframes(self):
+        """How many frames the animated brush has (0: none)."""
+        return self.call("Wib_GetAnimbrush_Totalframes")
+
+    def Wib_GetAnimbrush_R(self, frame):
+        """The red plane of a frame (error 9 outside the frames)."""
+        return self.call("Wib_GetAnimbrush_R", frame)
+
+    def Wib_GetAnimbrush_G(self, frame):
+        """The green plane of a frame (error 9 outside the frames)."""
+        return self.call("Wib_GetAnimbrush_G", frame)
+
+    def Wib_GetAnimbrush_B(self, frame):
+        """The blue plane of a frame (error 9 outside the frames)."""
+        return self.call("Wib_GetAnimbrush_B", frame)
+
+    def Wib_GetAnimbrush_A(self, frame):
+        """The alpha plane of a frame (error 9 outside the frames)."""
+        return self.call("Wib_GetAnimbrush_A", frame)
+
+    def Wib_Animbrush_Next(self):
+        """Moves to the next frame, after the last back to the first, as a dab does (error 9 with
+        no animated brush)."""
+        return self.call("Wib_Animbrush_Next")
+
+    def GS_SetHwnd(self, window):
+        """Tells the program the system id of the plug-in's own graphics window (0: none), which it
+        remembers for this plug-in until it ends; answers the id remembered before (0 at first)."""
+        return self.call("GS_SetHwnd", window)
+
+    def GS_GetCurvepoints(self):
+        """The points the pen went through in the last stroke, from the canvas or from
+        Wib_BrushDown and Wib_BrushMove: press first, then each move, in image pixels rounded to
+        whole ones, x and y in turn. Empty before the first stroke."""
+        return self.call("GS_GetCurvepoints")
+
+    def GS_SetTempArray(self, values):
+        """Leaves an array of integers (at most 1048576) with the program until the next
+        GS_SetTempArray, from this plug-in or another, so that one plug-in can hand numbers to
+        the next; answers the array it replaces (empty at first). An empty array reads the one
+        held and clears it."""
+        return self.call("GS_SetTempArray", values)
+
+    def Wib_WallpaperFilename(self):
+        """Writes the image as a 24-bit bitmap, wallpaper.bmp in the program's temporary folder
+        (replacing the one before), for the plug-in to hand to the desktop; answers its path.
+        The document keeps its own name."""
+        return self.call("Wib_WallpaperFilename")
+
+    def Wib_ChangeBarImage(self, path):
+        """Shows an image file (PNG, BMP, ...) as the icon in the main window's title bar; empty
+        text gives the program's own icon back. 0 when the file holds no image or there is no
+        window (headless mode)."""
+        return self.call("Wib_ChangeBarImage", path) == -1
+
+    def Wib_SendFormObject(self, title, fields):
+        """Asks the user for the fields of a form in one dialog titled `title`: each field is a
+        name and its starting value, whose kind makes the field (whole number, number, text,
+        integer array; a boolean is -1 / 0). Answers the values given, by name, or an empty map
+        when the user cancels; in headless mode the starting values."""
+        return self.call("Wib_SendFormObject", title, fields)
