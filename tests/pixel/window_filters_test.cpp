@@ -34,21 +34,37 @@ std::vector<int> Window(const WindowImage& image, int x, int y, int radius) {
     return values;
 }
 
+void ExpectRoundedWindowMeans(WindowImage& image, int radius) {
+    image.run([radius](const PlaneBand& band) { BoxBlur(band, radius); });
+    image.expectEach([&](int x, int y) {
+        const auto values = Window(image, x, y, radius);
+        double sum = 0;
+        for (int v : values) {
+            sum += v;
+        }
+        return std::floor(sum / static_cast<double>(values.size()) + 0.5);
+    });
+}
+
 TEST(WindowFilters, BoxBlurIsTheRoundedWindowMean) {
     unsigned seed = 1;
     for (const auto& [w, h] : kWindowSizes) {
-        for (int radius : {1, 2, 5, 8, 9, 30}) {
+        for (int radius : {1, 2, 5, 7, 8, 9, 30}) {
             WindowImage image(w, h, seed++);
-            image.run([radius](const PlaneBand& band) { BoxBlur(band, radius); });
-            image.expectEach([&](int x, int y) {
-                const auto values = Window(image, x, y, radius);
-                double sum = 0;
-                for (int v : values) {
-                    sum += v;
-                }
-                return std::floor(sum / static_cast<double>(values.size()) + 0.5);
-            });
+            ExpectRoundedWindowMeans(image, radius);
         }
+    }
+}
+
+// Near-white windows carry the largest sums, where narrow sums would wrap.
+TEST(WindowFilters, BoxBlurOfBrightWindowsKeepsTheirWholeSum) {
+    unsigned seed = 50;
+    for (int radius : {6, 7, 8}) {
+        WindowImage image(67, 19, seed++);
+        for (auto& v : image.source) {
+            v = static_cast<std::uint8_t>(240 + v % 16);
+        }
+        ExpectRoundedWindowMeans(image, radius);
     }
 }
 
