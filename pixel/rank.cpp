@@ -305,7 +305,7 @@ WIB_INLINE void CountValue(ColumnHistogram& column, const Counts& lanes, int v, 
 // The number of lanes counting no more than `limit`: as the counts are
 // cumulative, the first bin that holds the value at sorted position `limit`.
 WIB_INLINE int LanesAtMost(const Counts& cumulative, int limit) {
-    Counts at = cumulative <= static_cast<std::int16_t>(limit);
+    const Counts at = cumulative <= static_cast<std::int16_t>(limit);
     HalfCounts half = __builtin_shufflevector(at, at, 0, 1, 2, 3, 4, 5, 6, 7) +
                       __builtin_shufflevector(at, at, 8, 9, 10, 11, 12, 13, 14, 15);
     half += __builtin_shufflevector(half, half, 4, 5, 6, 7, 0, 1, 2, 3);
