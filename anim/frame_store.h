@@ -124,7 +124,6 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     // The frames as the edit bracket's repeat over frames steps through them.
     int frameCount() const override { return frameCount_; }
     void gotoFrame(int index) override { GotoFrame(index); }
-    void loadStoredFrame(int index) override { AnimToMain(index); }
 
     // Stops playback, then shows frame `index` clamped to 0..FrameCount().
     void showFrame(int index, GotoOptions options = {});

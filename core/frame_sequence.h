@@ -10,10 +10,9 @@ class FrameSequence {
   public:
     virtual ~FrameSequence() = default;
     virtual int frameCount() const = 0;
-    // Stores the current image into its frame, then shows frame `index`.
+    // Stores the current image into its frame, then shows frame `index`: its
+    // stored colour planes are copied into the main buffer byte for byte.
     virtual void gotoFrame(int index) = 0;
-    // Copies frame `index`'s stored colour planes into the main buffer.
-    virtual void loadStoredFrame(int index) = 0;
 };
 
 // The frames of a document that is no animation.
@@ -21,7 +20,6 @@ class NoFrames final : public FrameSequence {
   public:
     int frameCount() const override { return 0; }
     void gotoFrame(int) override {}
-    void loadStoredFrame(int) override {}
 };
 
 }  // namespace wib

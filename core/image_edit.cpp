@@ -25,6 +25,8 @@ void ShowFrameProgress(Prompter& prompter, int done, int count) {
 // The trial is taken back, then every frame is filtered once, in order, the
 // frame change drawing nothing and the filtered frame drawing itself; the
 // user may stop between frames, and the frames already done stay filtered.
+// Going to a frame copies its stored planes into the main buffer, so that
+// copy is not made a second time before the filter runs.
 void RepeatOverFrames(Workspace& workspace, const std::function<bool()>& operation, int count) {
     RestoreUndo(workspace);
     Prompter& prompter = workspace.host.prompter;
@@ -41,7 +43,6 @@ void RepeatOverFrames(Workspace& workspace, const std::function<bool()>& operati
         doc.NoRefreshFlag = -1;
         frames.gotoFrame(done);
         doc.NoRefreshFlag = 0;
-        frames.loadStoredFrame(done);
         const ImageEdit each(workspace, {.saveUndo = false, .busyPointer = false, .redraw = true});
         operation();
     }

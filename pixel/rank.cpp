@@ -16,44 +16,6 @@ namespace wib {
 
 namespace {
 
-// A histogram of a window with its median: `below` counts the values smaller
-// than `median`, and the median is the value at sorted position `rank`.
-class SlidingMedian {
-  public:
-    explicit SlidingMedian(int rank) : rank_(rank) {}
-
-    void clear() {
-        counts_.fill(0);
-        median_ = 0;
-        below_ = 0;
-    }
-    void add(int v) {
-        ++counts_[static_cast<std::size_t>(v)];
-        below_ += v < median_;
-    }
-    void remove(int v) {
-        --counts_[static_cast<std::size_t>(v)];
-        below_ -= v < median_;
-    }
-    int median() {
-        while (below_ > rank_) {
-            --median_;
-            below_ -= counts_[static_cast<std::size_t>(median_)];
-        }
-        while (below_ + counts_[static_cast<std::size_t>(median_)] <= rank_) {
-            below_ += counts_[static_cast<std::size_t>(median_)];
-            ++median_;
-        }
-        return median_;
-    }
-
-  private:
-    std::array<int, 256> counts_{};
-    int rank_;
-    int median_ = 0;
-    int below_ = 0;
-};
-
 using PickRow = void (*)(std::uint8_t* out, const std::uint8_t* row, int width);
 
 WIB_WINDOW_KERNEL void SmallerRow(std::uint8_t* out, const std::uint8_t* row, int width) {
@@ -313,30 +275,123 @@ void NetworkMedianRows(const PlaneBand& band, int radius, const MedianStages& st
     }
 }
 
-void HistogramMedianRows(const PlaneBand& band, int radius) {
+// Histogram counts as one vector of 16 lanes, each lane the count of the
+// values up to its bin: a coarse histogram (values by their upper four bits)
+// or the fine counts inside one coarse bin. Counting cumulatively turns the
+// median search into comparisons with no branches.
+using Counts = std::int16_t __attribute__((vector_size(32)));
+using HalfCounts = std::int16_t __attribute__((vector_size(16)));
+
+// The histogram of one image column over the window's rows, aligned for the
+// widest vectors whichever build of the kernel runs.
+struct alignas(32) ColumnHistogram {
+    Counts coarse;
+    std::array<Counts, 16> fine;
+};
+
+// Output columns worked on together: their column histograms, with the
+// window margin, stay in the core's cache from row to row.
+constexpr int kHistogramStrip = 512;
+
+// Adds `sign` (1 or -1) times value v to a column's cumulative counts: every
+// lane at or above v's bin counts it.
+WIB_INLINE void CountValue(ColumnHistogram& column, const Counts& lanes, int v, std::int16_t sign) {
+    const Counts coarse = lanes >= static_cast<std::int16_t>(v >> 4);
+    const Counts fine = lanes >= static_cast<std::int16_t>(v & 15);
+    column.coarse -= sign * coarse;
+    column.fine[static_cast<std::size_t>(v >> 4)] -= sign * fine;
+}
+
+// The number of lanes counting no more than `limit`: as the counts are
+// cumulative, the first bin that holds the value at sorted position `limit`.
+WIB_INLINE int LanesAtMost(const Counts& cumulative, int limit) {
+    const Counts at = cumulative <= static_cast<std::int16_t>(limit);
+    HalfCounts half = __builtin_shufflevector(at, at, 0, 1, 2, 3, 4, 5, 6, 7) +
+                      __builtin_shufflevector(at, at, 8, 9, 10, 11, 12, 13, 14, 15);
+    half += __builtin_shufflevector(half, half, 4, 5, 6, 7, 0, 1, 2, 3);
+    half += __builtin_shufflevector(half, half, 2, 3, 0, 1, 4, 5, 6, 7);
+    half += __builtin_shufflevector(half, half, 1, 0, 2, 3, 4, 5, 6, 7);
+    return -half[0];
+}
+
+// The constant-time median: each column's histogram moves down one row at a
+// time, and the window's histogram moves along the row by adding the column
+// entering and taking away the one leaving. The window keeps its coarse
+// counts up to date and each coarse bin's fine counts only when the median
+// falls in that bin, catching up on the columns it missed.
+WIB_WINDOW_KERNEL void HistogramMedianStrip(const PlaneBand& band, int radius, int x0, int run,
+                                            std::vector<ColumnHistogram>& columns,
+                                            std::vector<int>& sourceColumns) {
     const int size = 2 * radius + 1;
-    SlidingMedian window(size * size / 2);
-    const int last = band.width - 1;
+    const int count = run + 2 * radius;
+    const int rank = size * size / 2;
+    const Counts lanes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    for (int e = 0; e < count; ++e) {
+        sourceColumns[static_cast<std::size_t>(e)] =
+            PlaneBand::ClampIndex(x0 - radius + e, band.width);
+        columns[static_cast<std::size_t>(e)] = ColumnHistogram{};
+    }
+    ColumnHistogram* column = columns.data();
+    const int* source = sourceColumns.data();
+    for (int k = -radius; k <= radius; ++k) {
+        const std::uint8_t* row = band.sourceRow(band.first + k);
+        for (int e = 0; e < count; ++e) {
+            CountValue(column[e], lanes, row[source[e]], 1);
+        }
+    }
     for (int y = band.first; y < band.end; ++y) {
-        window.clear();
-        for (int k = -radius; k <= radius; ++k) {
-            const std::uint8_t* row = band.sourceRow(y + k);
-            for (int i = -radius; i <= radius; ++i) {
-                window.add(row[PlaneBand::ClampIndex(i, band.width)]);
+        const std::uint8_t* leaving = band.sourceRow(y - radius - 1);
+        const std::uint8_t* entering = band.sourceRow(y + radius);
+        // Past the top and bottom rows the same border row leaves and enters.
+        if (y > band.first && leaving != entering) {
+            for (int e = 0; e < count; ++e) {
+                CountValue(column[e], lanes, leaving[source[e]], -1);
+                CountValue(column[e], lanes, entering[source[e]], 1);
             }
         }
-        std::uint8_t* out = band.targetRow(y);
-        out[0] = static_cast<std::uint8_t>(window.median());
-        for (int x = 1; x < band.width; ++x) {
-            const int leaving = std::max(x - radius - 1, 0);
-            const int entering = std::min(x + radius, last);
-            for (int k = -radius; k <= radius; ++k) {
-                const std::uint8_t* row = band.sourceRow(y + k);
-                window.remove(row[leaving]);
-                window.add(row[entering]);
-            }
-            out[x] = static_cast<std::uint8_t>(window.median());
+        Counts coarse{};
+        for (int e = 0; e < size; ++e) {
+            coarse += column[e].coarse;
         }
+        std::array<Counts, 16> fine{};
+        std::array<int, 16> fineAt;
+        fineAt.fill(-size);
+        std::uint8_t* out = band.targetRow(y) + x0;
+        for (int x = 0; x < run; ++x) {
+            if (x > 0) {
+                coarse += column[x + size - 1].coarse - column[x - 1].coarse;
+            }
+            const int bin = LanesAtMost(coarse, rank);
+            const auto b = static_cast<std::size_t>(bin);
+            Counts& counts = fine[b];
+            const int missed = x - fineAt[b];
+            if (2 * missed > size) {
+                counts = Counts{};
+                for (int e = x; e < x + size; ++e) {
+                    counts += column[e].fine[b];
+                }
+            } else {
+                for (int j = fineAt[b]; j < x; ++j) {
+                    counts += column[j + size].fine[b] - column[j].fine[b];
+                }
+            }
+            fineAt[b] = x;
+            const int below = bin > 0 ? coarse[bin - 1] : 0;
+            out[x] = static_cast<std::uint8_t>(16 * bin + LanesAtMost(counts, rank - below));
+        }
+    }
+}
+
+void HistogramMedianRows(const PlaneBand& band, int radius) {
+    if (band.first >= band.end) {
+        return;
+    }
+    const std::size_t count = static_cast<std::size_t>(kHistogramStrip + 2 * radius);
+    std::vector<ColumnHistogram> columns(count);
+    std::vector<int> sourceColumns(count);
+    for (int x0 = 0; x0 < band.width; x0 += kHistogramStrip) {
+        HistogramMedianStrip(band, radius, x0, std::min(kHistogramStrip, band.width - x0), columns,
+                             sourceColumns);
     }
 }
 

@@ -6,8 +6,8 @@
 namespace wib {
 
 // Median of the (2 radius + 1)^2 window: comparator networks for radii 1
-// and 2, otherwise a histogram slid along each row, the median followed from
-// pixel to pixel by the count below it.
+// and 2, otherwise column histograms summed into a window histogram that
+// slides along the row, at a cost that does not grow with the radius.
 void MedianFilter(const PlaneBand& band, int radius);
 
 // Smallest and largest value of the (2 radius + 1)^2 window, as a column pass

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "core/image_edit.h"
 #include "tests/anim/frame_store_fixture.h"
 
 namespace wib::testing {
@@ -114,6 +115,23 @@ TEST_F(FrameStoreTest, GoingToAFrameStoresTheImageAndLoadsTheFrame) {
     store.GotoFrame(0);
     EXPECT_TRUE(imageIs(99));
     EXPECT_EQ(display.counters.back(), "0 of 4");
+}
+
+TEST_F(FrameStoreTest, TheRepeatOverFramesFiltersEachFrameFromItsOwnStoredPlanes) {
+    makeNumberedFrames(3);
+    store.GotoFrame(1);
+    paint(70);  // painted on frame 1, not yet stored
+    host.prompter.defaultAnswer = 1;
+    const auto brighten = [this] {
+        paint(static_cast<std::uint8_t>(host.workspace.document.RBuffer.at(0, 0) + 5));
+        return true;
+    };
+    ASSERT_TRUE(RunImageOperation(host.workspace, brighten, "Apply filter to all frames?"));
+    EXPECT_TRUE(frameIs(0, 15));
+    EXPECT_TRUE(frameIs(1, 75)) << "the trial taken back, the painting stored and filtered once";
+    EXPECT_TRUE(frameIs(2, 35));
+    EXPECT_EQ(store.CurrentFrame(), 0);
+    EXPECT_TRUE(imageIs(15));
 }
 
 TEST_F(FrameStoreTest, GoingToAFrameClampsToZeroAndToTheFrameCount) {

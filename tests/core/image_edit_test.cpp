@@ -26,7 +26,6 @@ class ShadeFrames : public FrameSequence {
         workspace_.document.RBuffer.fill(shades[current]);
         gotoRefreshFlags.push_back(workspace_.document.NoRefreshFlag);
     }
-    void loadStoredFrame(int index) override { workspace_.document.RBuffer.fill(shades[index]); }
 
     Workspace& workspace_;
     std::vector<std::uint8_t> shades;

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <tuple>
 #include <vector>
 
 #include "pixel/box_blur.h"
@@ -32,21 +34,37 @@ std::vector<int> Window(const WindowImage& image, int x, int y, int radius) {
     return values;
 }
 
+void ExpectRoundedWindowMeans(WindowImage& image, int radius) {
+    image.run([radius](const PlaneBand& band) { BoxBlur(band, radius); });
+    image.expectEach([&](int x, int y) {
+        const auto values = Window(image, x, y, radius);
+        double sum = 0;
+        for (int v : values) {
+            sum += v;
+        }
+        return std::floor(sum / static_cast<double>(values.size()) + 0.5);
+    });
+}
+
 TEST(WindowFilters, BoxBlurIsTheRoundedWindowMean) {
     unsigned seed = 1;
     for (const auto& [w, h] : kWindowSizes) {
-        for (int radius : {1, 2, 5, 8, 9, 30}) {
+        for (int radius : {1, 2, 5, 7, 8, 9, 30}) {
             WindowImage image(w, h, seed++);
-            image.run([radius](const PlaneBand& band) { BoxBlur(band, radius); });
-            image.expectEach([&](int x, int y) {
-                const auto values = Window(image, x, y, radius);
-                double sum = 0;
-                for (int v : values) {
-                    sum += v;
-                }
-                return std::floor(sum / static_cast<double>(values.size()) + 0.5);
-            });
+            ExpectRoundedWindowMeans(image, radius);
         }
+    }
+}
+
+// Near-white windows carry the largest sums, where narrow sums would wrap.
+TEST(WindowFilters, BoxBlurOfBrightWindowsKeepsTheirWholeSum) {
+    unsigned seed = 50;
+    for (int radius : {6, 7, 8}) {
+        WindowImage image(67, 19, seed++);
+        for (auto& v : image.source) {
+            v = static_cast<std::uint8_t>(240 + v % 16);
+        }
+        ExpectRoundedWindowMeans(image, radius);
     }
 }
 
@@ -74,6 +92,30 @@ TEST(WindowFilters, RankFiltersPickTheWindowsMedianMinimumAndMaximum) {
                 return *std::max_element(values.begin(), values.end());
             });
         }
+    }
+}
+
+// Blocks of values a few bins apart with a little noise: the window's median
+// moves between histogram bins, back to bins it left, and across the columns
+// a kernel works in together, up to the largest radius.
+TEST(WindowFilters, MedianFollowsStepsAcrossHistogramBins) {
+    unsigned seed = 200;
+    for (const auto& [w, h, radius] :
+         {std::tuple{1037, 23, 3}, {1037, 23, 7}, {533, 41, 20}, {131, 103, 50}}) {
+        WindowImage image(w, h, seed++);
+        for (int y = 0; y <= h; ++y) {
+            for (int x = 0; x <= w; ++x) {
+                std::uint8_t& v = image.source[static_cast<std::size_t>(y * image.stride + x)];
+                v = static_cast<std::uint8_t>(((x / 13) * 37 + (y / 11) * 71 + v % 5) % 256);
+            }
+        }
+        image.run([radius](const PlaneBand& band) { MedianFilter(band, radius); });
+        image.expectEach([&](int x, int y) {
+            auto values = Window(image, x, y, radius);
+            const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+            std::nth_element(values.begin(), middle, values.end());
+            return *middle;
+        });
     }
 }
 
