@@ -11,7 +11,9 @@ namespace {
 class FileMethods : public MethodFixture {
   protected:
     ~FileMethods() override { std::filesystem::remove(bitmap); }
-    std::string bitmap = (std::filesystem::temp_directory_path() / "wib-methods.bmp").string();
+    std::string bitmap = (std::filesystem::temp_directory_path() /
+                          ("wib-methods-" + std::to_string(::getpid()) + ".bmp"))
+                             .string();
 };
 
 TEST_F(FileMethods, BitmapsGoOutAndComeBackAsImageOrBrush) {

@@ -25,12 +25,22 @@ struct ProgramParts {
     };
 
     explicit ProgramParts(Workspace& workspace)
-        : converter(processes, std::filesystem::temp_directory_path()),
+        : converter(processes, folder),
           files(converter),
-          paint(workspace, std::filesystem::temp_directory_path()),
-          frames(workspace, std::filesystem::temp_directory_path() /
-                                ("wib-plugins-crop-" + std::to_string(::getpid()) + ".tmp")) {}
+          paint(workspace, folder),
+          frames(workspace, folder / "CropAnim.tmp") {}
+    ~ProgramParts() {
+        std::error_code ignored;
+        std::filesystem::remove_all(folder, ignored);
+    }
 
+    // The temporary folder of this test process: tests run side by side.
+    const std::filesystem::path folder = [] {
+        const auto path =
+            std::filesystem::temp_directory_path() / ("wib-plugins-" + std::to_string(::getpid()));
+        std::filesystem::create_directories(path);
+        return path;
+    }();
     NoProcesses processes;
     ConverterBridge converter;
     ImageFiles files;
