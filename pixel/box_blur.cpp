@@ -48,9 +48,10 @@ template <int... Radius>
 WIB_INLINE void RowMeans(const std::uint16_t* extended, int width, int radius, std::uint8_t* out,
                          std::integer_sequence<int, Radius...>) {
     const float scale = 1.0F / static_cast<float>((2 * radius + 1) * (2 * radius + 1));
-    ((radius == Radius + 1 ? (SmallRowMeans<Radius + 1>(extended, width, scale, out), true)
-                           : false) ||
-     ...);
+    static_cast<void>(
+        ((radius == Radius + 1 ? (SmallRowMeans<Radius + 1>(extended, width, scale, out), true)
+                               : false) ||
+         ...));
 }
 
 WIB_INLINE void RowMeans(const std::uint32_t* extended, int width, int radius,

@@ -79,7 +79,7 @@ class ComparatorNetwork {
         for (const int wire : results) {
             wires = std::max(wires, Index(wire) + 1);
         }
-        std::vector<bool> needed(wires);
+        std::vector<char> needed = Flags(wires);
         for (const int wire : results) {
             needed[Index(wire)] = true;
         }
@@ -96,7 +96,7 @@ class ComparatorNetwork {
             }
         }
         steps_.assign(kept.rbegin(), kept.rend());
-        written_.assign(wires, false);
+        written_ = Flags(wires);
         for (ComparatorStep& step : steps_) {
             step.lowFromSource = !written_[Index(step.low)];
             step.highFromSource = !written_[Index(step.high)];
@@ -125,6 +125,16 @@ class ComparatorNetwork {
   private:
     static constexpr std::size_t Index(int wire) { return static_cast<std::size_t>(wire); }
 
+    // `count` flags, all clear. Grown one at a time: a vector sized up front
+    // is filled in a way that not every compiler accepts at compile time.
+    static constexpr std::vector<char> Flags(std::size_t count) {
+        std::vector<char> flags;
+        for (std::size_t i = 0; i < count; ++i) {
+            flags.push_back(0);
+        }
+        return flags;
+    }
+
     static constexpr std::vector<int> Every(const std::vector<int>& wires, std::size_t from) {
         std::vector<int> picked;
         for (std::size_t i = from; i < wires.size(); i += 2) {
@@ -134,8 +144,8 @@ class ComparatorNetwork {
     }
 
     std::vector<ComparatorStep> steps_;
-    std::vector<bool> read_;
-    std::vector<bool> written_;
+    std::vector<char> read_;
+    std::vector<char> written_;
 };
 
 }  // namespace wib

@@ -67,9 +67,13 @@ int WholeBlocks(int length) {
 // smallest first, then the last column sorted. Adds the steps that merge
 // them as far as the median needs and returns the median's wire.
 constexpr int BuildWindowNetwork(int size, ComparatorNetwork& window) {
+    // Grown one wire at a time: a vector sized up front is filled in a way
+    // that not every compiler accepts in a constant expression.
     const auto run = [](int first, int count) {
-        std::vector<int> wires(static_cast<std::size_t>(count));
-        std::iota(wires.begin(), wires.end(), first);
+        std::vector<int> wires;
+        for (int i = 0; i < count; ++i) {
+            wires.push_back(first + i);
+        }
         return wires;
     };
     std::vector<int> sorted = run((size - 1) * size, size);
