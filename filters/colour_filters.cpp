@@ -8,8 +8,8 @@
 
 #include "filters/filter_bands.h"
 #include "filters/filter_params.h"
-#include "filters/lut_filter.h"
 #include "filters/filter_preview.h"
+#include "filters/lut_filter.h"
 #include "pixel/colour_adjust.h"
 
 namespace wib {

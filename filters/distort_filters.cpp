@@ -98,10 +98,12 @@ void RegisterDistortFilters(CommandRegistry& registry) {
     registry.add(FilterRow("filter.distort.pixelate", "Pi&xelate...", kMenu,
                            {IntegerParam("size", "Cell size", 2, 200, 8)}, Pixelate));
     // Reads the swap image, which the preview does not copy.
-    registry.add(WithoutPreview(FilterRow(
-        "filter.distort.displace", "&Displace by swap image...", kMenu,
-        {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
-        [](const FilterContext& context) { DisplaceBySwap(context, Integer(context, "amount")); })));
+    registry.add(
+        WithoutPreview(FilterRow("filter.distort.displace", "&Displace by swap image...", kMenu,
+                                 {IntegerParam("amount", "Amount (pixels)", -100, 100, 10)},
+                                 [](const FilterContext& context) {
+                                     DisplaceBySwap(context, Integer(context, "amount"));
+                                 })));
 }
 
 }  // namespace wib

@@ -11,8 +11,8 @@
 #include "core/tablet_calibration.h"
 #include "core/view_state.h"
 #include "paint/paint_session.h"
-#include "plugins/canvas_events.h"
 #include "paint/pen_reading.h"
+#include "plugins/canvas_events.h"
 #include "ui/plane_image.h"
 
 namespace wib {
