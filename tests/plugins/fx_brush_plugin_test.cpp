@@ -7,6 +7,7 @@
 #include "plugins/canvas_events.h"
 #include "plugins/plugin_launcher.h"
 #include "tests/plugins/server_fixture.h"
+#include "tests/support/qt_wait.h"
 
 namespace wib::testing {
 namespace {
@@ -34,17 +35,6 @@ class FxBrushPluginTest : public ServerFixture {
     int pixel(int x, int y) { return client->call("Wib_GetRGB", Params(x, y)).result().as<int>(); }
 
     // Serves the plug-in until `done` holds; false after ten seconds.
-    template <typename Done>
-    static bool ServeUntil(Done done) {
-        QDeadlineTimer deadline(10000);
-        while (!done()) {
-            if (deadline.hasExpired()) {
-                return false;
-            }
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        }
-        return true;
-    }
 
     CanvasEvents events;
     PluginLauncher launcher;
@@ -53,13 +43,13 @@ class FxBrushPluginTest : public ServerFixture {
 
 TEST_F(FxBrushPluginTest, DragPaintsStarsAndEndEndsThePlugin) {
     ASSERT_GT(launcher.start(WIB_FX_BRUSH, WindowStyle::TakesFocus), 0);
-    ASSERT_TRUE(ServeUntil([this] { return events.listening(); }));
+    ASSERT_TRUE(testing::PumpUntil([this] { return events.listening(); }));
 
     // The smallest stars (no pressure) two pixels apart along row 1.
     events.mouseDown({1, 0, 1, 1, 0.0});
     events.mouseMove({1, 0, 7, 1, 0.0});
     events.mouseUp({1, 0, 7, 1, 0.0});
-    ASSERT_TRUE(ServeUntil([this] { return pixel(7, 1) == kRed; }));
+    ASSERT_TRUE(testing::PumpUntil([this] { return pixel(7, 1) == kRed; }));
     EXPECT_EQ(pixel(1, 1), kRed);
     EXPECT_EQ(pixel(5, 1), kRed);
     // Below the trail's reach the image is as it was.
@@ -70,7 +60,7 @@ TEST_F(FxBrushPluginTest, DragPaintsStarsAndEndEndsThePlugin) {
     // A move with no button held paints nothing.
     events.mouseMove({0, 0, 4, 5, 1.0});
     events.end();
-    ASSERT_TRUE(ServeUntil(
+    ASSERT_TRUE(testing::PumpUntil(
         [this] { return launcher.children().front().state == ChildPlugin::State::Ended; }));
     EXPECT_EQ(launcher.children().front().exitCode, 0);
     EXPECT_EQ(pixel(4, 5), kWhite);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/qt_wait.h"
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 
@@ -50,17 +52,6 @@ class PluginLauncherTest : public ::testing::Test {
     }
 
     // Runs the event loop until `done` holds; false after ten seconds.
-    template <typename Done>
-    static bool WaitFor(Done done) {
-        QDeadlineTimer deadline(10000);
-        while (!done()) {
-            if (deadline.hasExpired()) {
-                return false;
-            }
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-        }
-        return true;
-    }
 
     fs::path folder;
     PluginLauncher launcher;
@@ -79,7 +70,8 @@ TEST_F(PluginLauncherTest, StartsTheFileInItsFolderWithServerAndToken) {
     ASSERT_EQ(launcher.children().size(), 1u);
     EXPECT_EQ(launcher.children()[0].pid, pid);
     EXPECT_EQ(launcher.children()[0].name, "Env_pf.exe");
-    ASSERT_TRUE(WaitFor([&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
+    ASSERT_TRUE(testing::PumpUntil(
+        [&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
     EXPECT_EQ(launcher.children()[0].exitCode, 3);
     EXPECT_FALSE(launcher.children()[0].crashed);
     EXPECT_EQ(Read(folder / "seen.txt"),
@@ -91,7 +83,8 @@ TEST_F(PluginLauncherTest, RelativePathStartsTheFileFromTheProgramsFolder) {
     const long long pid =
         launcher.start(fs::relative(folder) / "Here_pf.exe", WindowStyle::TakesFocus);
     EXPECT_GT(pid, 0);
-    ASSERT_TRUE(WaitFor([&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
+    ASSERT_TRUE(testing::PumpUntil(
+        [&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
     EXPECT_EQ(Read(folder / "here.txt"), fs::canonical(folder).string() + "\n");
 }
 
@@ -120,7 +113,7 @@ TEST_F(PluginLauncherTest, ShutDownTerminatesThenKillsAChildThatIgnoresIt) {
                "while :; do sleep 0.1; done\n");
     const long long obeysPid = launcher.start(obeys, WindowStyle::KeepsProgramFocus);
     const long long stubbornPid = launcher.start(stubborn, WindowStyle::KeepsProgramFocus);
-    ASSERT_TRUE(WaitFor([&] {
+    ASSERT_TRUE(testing::PumpUntil([&] {
         return Read(folder / "obeys.txt") == "ready\n" &&
                Read(folder / "stubborn.txt") == "ready\n";
     }));
@@ -141,7 +134,8 @@ TEST_F(PluginLauncherTest, StopEndsOneChild) {
     launcher.start(file, WindowStyle::KeepsProgramFocus);
     launcher.start(file, WindowStyle::KeepsProgramFocus);
     launcher.stop(0);
-    ASSERT_TRUE(WaitFor([&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
+    ASSERT_TRUE(testing::PumpUntil(
+        [&] { return launcher.children()[0].state == ChildPlugin::State::Ended; }));
     EXPECT_EQ(launcher.children()[1].state, ChildPlugin::State::Running);
 }
 
