@@ -140,12 +140,26 @@ struct SteadyClock : Clock {
     }
 };
 
-// A converter of our own making in the converter folder: it fails as told.
-class FailingConverter : public ::testing::Test {
+// A workspace whose image files go through real processes, with a folder of
+// the test's own for the converter's files.
+class ConverterFiles : public ::testing::Test {
   protected:
-    FailingConverter()
+    ConverterFiles()
         : workspace(HostServices{host.prompter, host.preferences, clock, host.view, host.system,
                                  host.log}) {}
+
+    testing::TestHost host;
+    SteadyClock clock;
+    Workspace workspace;
+    testing::SpawnProcessRunner processes;
+    testing::TempFolder folder;
+    ConverterBridge bridge{processes, folder.path()};
+    ImageFiles files{bridge};
+};
+
+// A converter of our own making in the converter folder: it fails as told.
+class FailingConverter : public ConverterFiles {
+  protected:
     void SetUp() override {
         NewDocument(workspace, 4, 3);
         std::filesystem::create_directories(folder.path() / "bin");
@@ -166,13 +180,6 @@ class FailingConverter : public ::testing::Test {
                           std::filesystem::directory_iterator()));
     }
 
-    testing::TestHost host;
-    SteadyClock clock;
-    Workspace workspace;
-    testing::SpawnProcessRunner processes;
-    testing::TempFolder folder;
-    ConverterBridge bridge{processes, folder.path()};
-    ImageFiles files{bridge};
     std::string target;
 };
 
@@ -204,11 +211,8 @@ TEST_F(FailingConverter, AWholeFileReplacesTheOldOneOnlyOnceWritten) {
 }
 
 // The rest drive the real converter, which the build installs.
-class RealConverter : public ::testing::Test {
+class RealConverter : public ConverterFiles {
   protected:
-    RealConverter()
-        : workspace(HostServices{host.prompter, host.preferences, clock, host.view, host.system,
-                                 host.log}) {}
     void SetUp() override {
         if (!processes.start("convert -version")) {
             GTEST_SKIP() << "no converter on the PATH";
@@ -269,14 +273,6 @@ class RealConverter : public ::testing::Test {
             }
         }
     }
-
-    testing::TestHost host;
-    SteadyClock clock;
-    Workspace workspace;
-    testing::SpawnProcessRunner processes;
-    testing::TempFolder folder;
-    ConverterBridge bridge{processes, folder.path()};
-    ImageFiles files{bridge};
 };
 
 TEST_F(RealConverter, ImagesComeInAndGoOutTheRightWayUp) {
