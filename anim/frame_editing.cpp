@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "anim/frame_store.h"
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 
 namespace wib {
@@ -15,6 +16,7 @@ void FrameStore::InsertFrame(int index) {
         return;
     }
     StoreCurrentFrame();
+    LayersLeavingFrame(workspace_);
     const std::uint64_t needed = 3 * static_cast<std::uint64_t>(animR_.frameBytes());
     if (needed > workspace_.host.system.availableMemoryBytes() || !resizeFrames(frameCount_ + 1)) {
         workspace_.host.prompter.message(kInsertFrameMemoryMessage);
@@ -25,7 +27,9 @@ void FrameStore::InsertFrame(int index) {
     }
     frameCount_ += 1;
     currentFrame_ = index + 1;
+    LayersFrameInserted(workspace_, index);
     LoadCurrentFrame();
+    LayersEnteredFrame(workspace_, currentFrame_);
     showChanges();
     workspace_.host.view.refresh();
 }
@@ -36,13 +40,16 @@ void FrameStore::DeleteFrame(int index) {
         return;
     }
     StoreCurrentFrame();
+    LayersLeavingFrame(workspace_);
     for (int j = index; j <= frameCount_ - 2; ++j) {
         CopyFramePlanes(stackPlanes(j + 1), stackPlanes(j), animR_.frameBytes());
     }
     resizeFrames(frameCount_ - 1);
     frameCount_ -= 1;
     currentFrame_ = std::min(currentFrame_, frameCount_ - 1);
+    LayersFrameDeleted(workspace_, index);
     LoadCurrentFrame();
+    LayersEnteredFrame(workspace_, currentFrame_);
     showChanges();
     workspace_.host.view.refresh();
 }

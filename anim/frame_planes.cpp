@@ -3,8 +3,10 @@
 // plug-ins and for filters that walk the stack.
 
 #include <algorithm>
+#include <array>
 
 #include "anim/frame_store.h"
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "pixel/blit.h"
 
@@ -35,6 +37,25 @@ void FrameStore::setFramePlane(FrameColour colour, const Plane& plane, int index
     }
     FrameArray& frames = array(colour);
     BlockCopy(plane.data(), frames.frame(index), std::min(plane.byteCount(), frames.frameBytes()));
+    LayersFrameRewritten(workspace_, index);
+}
+
+LayerPixels FrameStore::storedColour(int index) const {
+    return {framePlane(FrameColour::Red, index), framePlane(FrameColour::Green, index),
+            framePlane(FrameColour::Blue, index), Plane()};
+}
+
+void FrameStore::setStoredColour(int index, const LayerPixels& pixels) {
+    if (frameCount_ == 0 || index < 0 || index >= frameCount_) {
+        return;
+    }
+    const std::array<const Plane*, 3> planes{&pixels.r, &pixels.g, &pixels.b};
+    for (int c = 0; c < 3; ++c) {
+        FrameArray& frames = array(static_cast<FrameColour>(c));
+        const Plane& plane = *planes[static_cast<std::size_t>(c)];
+        BlockCopy(plane.data(), frames.frame(index),
+                  std::min(plane.byteCount(), frames.frameBytes()));
+    }
 }
 
 }  // namespace wib

@@ -7,6 +7,7 @@
 #include "anim/frame_rate.h"
 #include "anim/playback_display.h"
 #include "anim/stack_memory.h"
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 
 namespace wib {
@@ -66,6 +67,7 @@ bool FrameStore::CreateAnimation(int frames, int copyImage, bool askFirst) {
     if (copyImage > 0) {
         CopyImageToEveryFrame();
     }
+    LayersFramesMade(workspace_, frames, copyImage > 0);
     showChanges();
     return true;
 }
@@ -76,6 +78,7 @@ void FrameStore::FreeAnimation() {
         return;
     }
     releaseFrames();
+    LayersFramesFreed(workspace_);
     currentFrame_ = 0;
     frameCount_ = 0;
     showChanges();
@@ -105,6 +108,7 @@ void FrameStore::CopyImageToEveryFrame() {
     for (int frame = 0; frame < frameCount_; ++frame) {
         CopyFramePlanes(imagePlanes(), stackPlanes(frame), animR_.frameBytes());
     }
+    LayersFrameRewritten(workspace_, -1);
     showChanges();
 }
 
@@ -118,8 +122,10 @@ void FrameStore::GotoFrame(int index, GotoOptions options) {
         workspace_.events.beforeFrameLoad.notify(currentFrame_);
     }
     refreshTransferRecord();
+    LayersLeavingFrame(workspace_);
     SwitchFramePlanes(imagePlanes(), stackPlanes(from), stackPlanes(storedIndex()),
                       static_cast<std::size_t>(transfer_.planeBytes));
+    LayersEnteredFrame(workspace_, storedIndex());
     showChanges();
     if (options.redraw) {
         workspace_.host.view.refresh();

@@ -124,6 +124,8 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     // The frames as the edit bracket's repeat over frames steps through them.
     int frameCount() const override { return frameCount_; }
     void gotoFrame(int index) override { GotoFrame(index); }
+    LayerPixels storedColour(int index) const override;
+    void setStoredColour(int index, const LayerPixels& pixels) override;
 
     // Stops playback, then shows frame `index` clamped to 0..FrameCount().
     void showFrame(int index, GotoOptions options = {});

@@ -5,6 +5,7 @@
 #include "app/animated_brush_commands.h"
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
+#include "core/layer_commands.h"
 #include "fileio/file_commands.h"
 #include "filters/filter_commands.h"
 #include "paint/paint_commands.h"
@@ -18,6 +19,7 @@ namespace wib {
 void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTargets& targets) {
     PaintSession& paint = targets.paint;
     RegisterDocumentCommands(registry);
+    RegisterLayerCommands(registry);
     RegisterFileCommands(registry, targets.files);
     RegisterClipboardCommands(registry);
     RegisterPaintCommands(registry, paint);

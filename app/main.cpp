@@ -20,6 +20,7 @@
 #include "app/startup.h"
 #include "app/system_host.h"
 #include "core/commands.h"
+#include "core/layer_resize.h"
 #include "core/recovery_folder.h"
 #include "core/workspace.h"
 #include "fileio/converter_bridge.h"
@@ -91,6 +92,7 @@ int main(int argc, char* argv[]) {
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
+    wib::LayerCanvasResize layerResize(workspace, paths.tempDir / "CropLayers.tmp");
 
     // Recovery snapshots of unsaved work, in the per-user state folder.
     wib::RecoveryFolder recovery(

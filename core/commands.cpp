@@ -110,6 +110,17 @@ std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& va
     if (spec.type == ParamType::IntegerList) {
         return CheckIntegerList(spec, value, error);
     }
+    if (spec.type == ParamType::Choice) {
+        // A choice is also taken by its name.
+        if (const auto* text = std::get_if<std::string>(&value)) {
+            const auto found = std::find(spec.choices.begin(), spec.choices.end(), *text);
+            if (found == spec.choices.end()) {
+                error = spec.name + " has no choice " + *text;
+                return std::nullopt;
+            }
+            return static_cast<long long>(found - spec.choices.begin());
+        }
+    }
     if (spec.type == ParamType::Text || spec.type == ParamType::FilePath) {
         if (const auto* text = std::get_if<std::string>(&value)) {
             return *text;
@@ -229,7 +240,10 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
     }
     // A copy: a command may add commands as it runs, which moves the table.
     const CommandSpec spec = *command;
-    const ParamValues checked(std::move(values));
+    ParamValues checked(std::move(values));
+    for (const auto& entry : given) {
+        checked.markGiven(entry.first);
+    }
     if (spec.start) {
         return {Status::Done, {}, spec.start(workspace, checked)};
     }

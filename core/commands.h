@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -44,9 +45,14 @@ class ParamValues {
     const std::string& text(const std::string& name) const;
     const IntegerList& integers(const std::string& name) const;
     const std::map<std::string, ParamValue>& all() const { return values_; }
+    // Whether the caller named the value rather than leaving it to its
+    // starting value: commands that change only what they are given ask.
+    bool given(const std::string& name) const { return given_.contains(name); }
+    void markGiven(const std::string& name) { given_.insert(name); }
 
   private:
     std::map<std::string, ParamValue> values_;
+    std::set<std::string> given_;
 };
 
 struct CommandSpec {

@@ -43,6 +43,9 @@ struct Document {
     Plane RBuffer, GBuffer, BBuffer;  // main buffer
     Plane ABuffer;                    // alpha buffer: selection / matte
     Plane SwapR, SwapG, SwapB;        // swap buffer
+    // The current layer's coverage (0 transparent, 255 opaque); empty while
+    // the layer is opaque everywhere, as a one-layer picture is.
+    Plane Coverage;
 
     std::optional<DepthLayer> Depth;
 

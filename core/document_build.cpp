@@ -6,6 +6,7 @@
 
 #include "core/document_limits.h"
 #include "core/image_edit.h"
+#include "core/layer_edit.h"
 #include "core/undo.h"
 #include "core/workspace.h"
 
@@ -45,6 +46,7 @@ void InstallFreshPlanes(Workspace& workspace, FreshPlanes&& fresh) {
 
 void BuildDocumentPlanes(Workspace& workspace, int width, int height) {
     InstallFreshPlanes(workspace, MakeFreshPlanes(width, height));
+    ResetLayers(workspace);
 }
 
 bool NewDocument(Workspace& workspace, int width, int height) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include "core/layered_picture.h"
+
 namespace wib {
 
 // The animation's frames as operations that change the image see them: the
@@ -13,6 +15,11 @@ class FrameSequence {
     // Stores the current image into its frame, then shows frame `index`: its
     // stored colour planes are copied into the main buffer byte for byte.
     virtual void gotoFrame(int index) = 0;
+    // The colour planes stored for frame `index` (coverage left empty), and
+    // their replacement: the layers keep the current layer's frames here.
+    // Without frames there is nothing stored.
+    virtual LayerPixels storedColour(int index) const;
+    virtual void setStoredColour(int index, const LayerPixels& pixels);
 };
 
 // The frames of a document that is no animation.

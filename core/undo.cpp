@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "core/image_edit.h"
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "pixel/blit.h"
 
@@ -53,11 +54,13 @@ void CopyImageToSlot(Workspace& workspace, int slot) {
         std::jthread other(RunUndoCopyWorker, second);
     }
     ring.SlotStates[slot] = UndoSlotState{doc.AlphaBitsFlag, doc.modified};
+    SaveLayerState(workspace, slot);
 }
 
 void CopySlotToImage(Workspace& workspace, int slot) {
     Document& doc = workspace.document;
     UndoRing& ring = workspace.undo;
+    RestoreLayerState(workspace, slot);
     const std::size_t bytes = doc.RBuffer.byteCount();
     BlockCopy(ring.UndoPlaneR.slot(slot), doc.RBuffer.data(), bytes);
     BlockCopy(ring.UndoPlaneG.slot(slot), doc.GBuffer.data(), bytes);
@@ -140,7 +143,8 @@ bool SlotMatchesImage(Workspace& workspace, int slot) {
     return std::memcmp(ring.UndoPlaneR.slot(slot), doc.RBuffer.data(), bytes) == 0 &&
            std::memcmp(ring.UndoPlaneG.slot(slot), doc.GBuffer.data(), bytes) == 0 &&
            std::memcmp(ring.UndoPlaneB.slot(slot), doc.BBuffer.data(), bytes) == 0 &&
-           std::memcmp(ring.UndoPlaneA.slot(slot), doc.ABuffer.data(), bytes) == 0;
+           std::memcmp(ring.UndoPlaneA.slot(slot), doc.ABuffer.data(), bytes) == 0 &&
+           LayerStateMatches(workspace, slot);
 }
 
 // Moves both rings' indices the same way.

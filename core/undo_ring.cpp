@@ -66,6 +66,7 @@ int UndoRing::allocate(long long memoryMB, int ubX, int ubY, std::uint64_t avail
     RedoSteps = 0;
     ShowingSlot = false;
     SlotStates.assign(slots, UndoSlotState{});
+    LayerStates.assign(slots, nullptr);
 
     try {
         if (static_cast<double>(planeBytes) * 4.0 * static_cast<double>(slots) >

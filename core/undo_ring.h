@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "core/layer_stack.h"
+
 namespace wib {
 
 class Prompter;
@@ -83,6 +85,8 @@ class UndoRing {
     bool RedoFlag = false;
     bool UndoDisabledFlag = false;
     std::vector<UndoSlotState> SlotStates;
+    // The layer list of each slot, as its main planes were saved with it.
+    std::vector<std::shared_ptr<const LayerSnapshot>> LayerStates;
     SlotArray UndoPlaneR, UndoPlaneG, UndoPlaneB, UndoPlaneA;
 
     // The second ring, used while depth painting is on: the height plane and

@@ -13,6 +13,7 @@
 #include "core/general_table.h"
 #include "core/host/host_services.h"
 #include "core/interface_lock.h"
+#include "core/layer_stack.h"
 #include "core/packed_colour.h"
 #include "core/tablet_calibration.h"
 #include "core/undo_ring.h"
@@ -35,6 +36,8 @@ class Workspace {
 
     HostServices host;
     Document document;
+    // The layers of the document; the current one's pixels are the main planes.
+    LayerStack layers;
     BrushImage brush;
     ViewState view;
     InterfaceLock lock;

@@ -18,6 +18,8 @@ struct WorkspaceEvents {
     ObserverList<int> beforeFrameLoad;
     // The document was renamed or saved under another name.
     ObserverList<> fileNameChanged;
+    // The layer list, a layer's properties or the current layer changed.
+    ObserverList<> layersChanged;
 };
 
 }  // namespace wib

@@ -229,6 +229,47 @@ void ModeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab, con
     }
 }
 
+// Where the layer under the dab has no coverage its colour means nothing:
+// the dab starts from its own colour there, so that the blend below gives the
+// paint's colour and not a mix with whatever the empty pixels held.
+void PrepareUncovered(PaintSurface& surface, const Dab& dab, const Span& span) {
+    const Plane& mask = *dab.mask;
+    for (int y = span.y0; y <= span.y1; ++y) {
+        const std::uint8_t* m = mask.row(y - span.top) - span.left;
+        const std::uint8_t* cover = surface.coverage->row(y);
+        for (int x = span.x0; x <= span.x1; ++x) {
+            if (m[x] < 255 && cover[x] == 0) {
+                for (int c = 0; c < 3; ++c) {
+                    surface.colour[static_cast<std::size_t>(c)]->row(y)[x] =
+                        static_cast<std::uint8_t>(
+                            std::clamp(dab.colour[static_cast<std::size_t>(c)], 0, 255));
+                }
+            }
+        }
+    }
+}
+
+// The layer's coverage rises with the dab's strength at each pixel, the same
+// rule as painting on the matte: a + (255 - a) * s / 255, rounded.
+void RaiseCoverage(PaintSurface& surface, const PaintState& paint, const Dab& dab,
+                   const Span& span) {
+    const Plane& mask = *dab.mask;
+    const bool weighted = !IgnoresAlpha(paint);
+    for (int y = span.y0; y <= span.y1; ++y) {
+        const std::uint8_t* m = mask.row(y - span.top) - span.left;
+        const std::uint8_t* matte = surface.alpha->row(y);
+        std::uint8_t* cover = surface.coverage->row(y);
+        for (int x = span.x0; x <= span.x1; ++x) {
+            int s = (255 - m[x]) * std::clamp(dab.opacity, 0, 255) / 255;
+            if (weighted) {
+                s = matte[x] * s / 255;
+            }
+            cover[x] =
+                static_cast<std::uint8_t>((cover[x] * 255 + (255 - cover[x]) * s + 127) / 255);
+        }
+    }
+}
+
 }  // namespace
 
 void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab) {
@@ -239,10 +280,16 @@ void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab
     if (span.x1 < span.x0 || span.y1 < span.y0) {
         return;
     }
+    if (surface.coverage != nullptr) {
+        PrepareUncovered(surface, dab, span);
+    }
     if (dab.mode == static_cast<int>(PaintMode::Plain)) {
         PlainDab(surface, paint, dab, span);
     } else {
         ModeDab(surface, paint, dab, span);
+    }
+    if (surface.coverage != nullptr) {
+        RaiseCoverage(surface, paint, dab, span);
     }
 }
 

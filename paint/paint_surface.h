@@ -23,8 +23,11 @@ struct DirtyRect {
 // rectangle each segment changed. The engine knows nothing else of the
 // document or the view.
 struct PaintSurface {
-    std::array<Plane*, 3> colour{};         // red, green, blue: painted
-    Plane* alpha = nullptr;                 // the selection: weights the paint, raised on it
+    std::array<Plane*, 3> colour{};  // red, green, blue: painted
+    Plane* alpha = nullptr;          // the selection: weights the paint, raised on it
+    // The current layer's coverage, raised by the paint as source-over lays
+    // it; null on an opaque layer or while the layer's coverage is locked.
+    Plane* coverage = nullptr;
     std::array<const Plane*, 3> swap{};     // what From swap brings back
     std::array<const Plane*, 3> pattern{};  // the image brush's colours, tiled by Pattern
     int width = 0, height = 0;              // the image; planes have a spare column and row

@@ -4,12 +4,17 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QTabletEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "core/document.h"
+#include "core/layer_composite.h"
+#include "core/layer_edit.h"
 #include "core/tablet_calibration.h"
 #include "core/view_state.h"
+#include "core/workspace.h"
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
 #include "plugins/canvas_events.h"
@@ -17,8 +22,8 @@
 
 namespace wib {
 
-Form1::Form1(const Document& document, const ViewState& view, QWidget* parent)
-    : QWidget(parent), document_(document), view_(view) {
+Form1::Form1(const Workspace& workspace, QWidget* parent)
+    : QWidget(parent), workspace_(workspace), document_(workspace.document), view_(workspace.view) {
     setObjectName("Form1");
     setAttribute(Qt::WA_OpaquePaintEvent);
     // A click on the image takes the keyboard from any text field, so that
@@ -283,12 +288,16 @@ void Form1::paintEvent(QPaintEvent* event) {
     if (source.isEmpty()) {
         return;
     }
-    PlanesToImage(document_, source, picture_);
     const QRectF target(source.left() * s, source.top() * s, source.width() * s,
                         source.height() * s);
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
-    painter.drawImage(target, picture_);
+    if (IsFlatPicture(workspace_)) {
+        PlanesToImage(document_, source, picture_);
+        painter.drawImage(target, picture_);
+    } else {
+        drawLayers(painter, source, target);
+    }
     if (!preview_.isNull()) {
         painter.drawImage(QRectF(previewArea_.left() * s, previewArea_.top() * s,
                                  previewArea_.width() * s, previewArea_.height() * s),
@@ -297,6 +306,28 @@ void Form1::paintEvent(QPaintEvent* event) {
     if (view_.grid.shown) {
         drawGrid(painter, source);
     }
+}
+
+void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& target) {
+    if (!composite_.r.sameShape(document_.RBuffer)) {
+        composite_ = TransparentPixels(document_.width, document_.height);
+    }
+    CompositeSources(VisibleSources(workspace_),
+                     {source.left(), source.top(), source.right(), source.bottom()}, composite_);
+    PlanesToImage(composite_.r, composite_.g, composite_.b, &composite_.a, source, picture_);
+    // Squares of eight image pixels, fixed to the image as it scrolls.
+    constexpr int kSquare = 8;
+    const double side = std::max(1.0, kSquare * scale());
+    QPixmap tile(static_cast<int>(std::ceil(side * 2)), static_cast<int>(std::ceil(side * 2)));
+    tile.fill(QColor(255, 255, 255));
+    QPainter tiles(&tile);
+    tiles.fillRect(QRectF(0, 0, side, side), QColor(204, 204, 204));
+    tiles.fillRect(QRectF(side, side, side, side), QColor(204, 204, 204));
+    tiles.end();
+    QBrush checker(tile);
+    painter.setBrushOrigin(0, 0);
+    painter.fillRect(target, checker);
+    painter.drawImage(target, picture_);
 }
 
 // Lines on the pixel edges every grid spacing, where the damaged area lies;

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QWidget>
 
+#include "core/layered_picture.h"
 #include "core/observer_list.h"
 #include "core/view_state.h"
 #include "paint/tool.h"
@@ -16,15 +17,17 @@ struct PenReading;
 
 struct Document;
 class PaintSession;
+class Workspace;
 struct TabletCalibration;
 
-// The canvas window: draws the main buffer at the document's zoom
-// (100 = one image pixel per screen pixel). Only the damaged part of the
-// window is converted and drawn.
+// The canvas window: draws the picture at the document's zoom (100 = one
+// image pixel per screen pixel): the main buffer of a flat picture, else the
+// composite of the visible layers over a checkerboard. Only the damaged part
+// of the window is composited, converted and drawn.
 class Form1 : public QWidget {
     Q_OBJECT
   public:
-    Form1(const Document& document, const ViewState& view, QWidget* parent = nullptr);
+    explicit Form1(const Workspace& workspace, QWidget* parent = nullptr);
 
     // Follows a change of document size or zoom.
     void updateGeometryFromDocument();
@@ -77,13 +80,17 @@ class Form1 : public QWidget {
     void listenersChanged();
     void recordPen(const PenReading& pen);
     void drawGrid(QPainter& painter, const QRect& source) const;
+    // The layers' composite of `source` into picture_, over the checkerboard.
+    void drawLayers(QPainter& painter, const QRect& source, const QRectF& target);
 
+    const Workspace& workspace_;
     const Document& document_;
     const ViewState& view_;
     PaintSession* painter_ = nullptr;
     const TabletCalibration* calibration_ = nullptr;
     Tool* pressed_ = nullptr;  // the tool of the press in progress
     QImage picture_;           // the converted damaged area, kept between redraws
+    LayerPixels composite_;    // the layers' composite at the document's size
     CanvasEvents* events_ = nullptr;
     Subscription eventsSubscription_;
     QImage preview_;

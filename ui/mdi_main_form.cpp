@@ -65,7 +65,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     scroll_->setObjectName("CanvasScroll");
     scroll_->setBackgroundRole(QPalette::Dark);
     scroll_->setAlignment(Qt::AlignCenter);
-    canvas_ = new Form1(workspace_.document, workspace_.view, scroll_);
+    canvas_ = new Form1(workspace_, scroll_);
     scroll_->setWidget(canvas_);
     scroll_->viewport()->installEventFilter(this);
     setCentralWidget(scroll_);
@@ -98,6 +98,8 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     recent_ = LoadMruds(paths_.userDir / "Mruds.txt");
     buildMenus();
     commandsSubscription_ = commands_.changed.subscribe([this] { menusChanged(); });
+    // Another current layer or a property change shows at once.
+    layersSubscription_ = workspace_.events.layersChanged.subscribe([this] { canvas_->update(); });
     resize(1240, 860);
     // The title shows the file name and a "*" while there are unsaved changes.
     titleSubscriptions_[0] = workspace_.events.modifiedChanged.subscribe([this] { updateTitle(); });

@@ -146,6 +146,7 @@ class MDI_MainForm : public QMainWindow, public View {
     bool shutDown_ = false;
     bool closeWithoutQuestion_ = false;
     Subscription paintSubscription_;
+    Subscription layersSubscription_;
     Subscription titleSubscriptions_[2];
     PluginCommands* plugins_ = nullptr;
     PluginLauncher* launcher_ = nullptr;

@@ -11,7 +11,7 @@ namespace wib {
 namespace {
 
 constexpr std::array<const char*, 10> kKnownMenus{
-    "File", "Edit", "Image", "Tools", "Brush", "Animation", "Filter", "Plug-ins", "View", "Window"};
+    "File", "Edit", "Image", "Layer", "Select", "Tools", "Brush", "Animation", "Filter", "Plug-ins", "View", "Window"};
 
 }  // namespace
 

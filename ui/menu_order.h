@@ -9,7 +9,7 @@ namespace wib {
 class CommandRegistry;
 
 // The menus of the menu bar, left to right: the program's own menus that have
-// commands, in their fixed order (File, Edit, Image, Tools, Brush, Animation,
+// commands, in their fixed order (File, Edit, Image, Layer, Select, Tools, Brush, Animation,
 // Filter, Plug-ins, View, Window), then any other menu a command names, in the
 // order its first command was registered. A command's menu may be a path
 // ("Filter/Blur"): its first part is the menu on the bar.

@@ -28,7 +28,7 @@ namespace {
 
 class Panels : public ::testing::Test {
   protected:
-    Panels() : canvas(host.workspace.document, host.workspace.view), dialogs(nullptr) {
+    Panels() : canvas(host.workspace), dialogs(nullptr) {
         QSettings().remove("FilterPanels");
         host.newDocument(40, 30);
         canvas.updateGeometryFromDocument();

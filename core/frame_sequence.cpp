@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/frame_sequence.h"
+
+namespace wib {
+
+LayerPixels FrameSequence::storedColour(int) const {
+    return {};
+}
+
+void FrameSequence::setStoredColour(int, const LayerPixels&) {}
+
+}  // namespace wib

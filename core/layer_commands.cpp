@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "core/layer_commands.h"
+
+#include <string>
+#include <utility>
+
+#include "core/commands.h"
+#include "core/layer_edit.h"
+#include "core/workspace.h"
+
+namespace wib {
+
+namespace {
+
+constexpr int kMaxLayerIndex = 65535;
+
+using LayerAction = bool (*)(Workspace&);
+
+// A command without parameters that changes the picture: one undo step.
+CommandSpec PlainLayerCommand(const char* id, const char* caption, const char* shortcut,
+                              LayerAction action) {
+    CommandSpec spec{id,      caption,
+                     "Layer", shortcut,
+                     {},      [action](Workspace& w, const ParamValues&) { return action(w); }};
+    spec.changesImage = true;
+    return spec;
+}
+
+ParamSpec IndexParam() {
+    return IntegerParam("index", "Layer", 0, kMaxLayerIndex, 0, [](const Workspace& w) {
+        return ParamValue{static_cast<long long>(CurrentLayer(w))};
+    });
+}
+
+// The properties parameters start at the current layer's values, so that the
+// dialog shows them; a script changes only those it names.
+std::vector<ParamSpec> PropertyParams() {
+    ParamSpec name;
+    name.name = "name";
+    name.caption = "Name";
+    name.type = ParamType::Text;
+    name.fallback = std::string();
+    name.current = [](const Workspace& w) { return ParamValue{LayerAt(w, CurrentLayer(w)).name}; };
+
+    ParamSpec opacity = IntegerParam("opacity", "Opacity", 0, 255, 255, [](const Workspace& w) {
+        return ParamValue{static_cast<long long>(LayerAt(w, CurrentLayer(w)).opacity)};
+    });
+
+    ParamSpec mode;
+    mode.name = "mode";
+    mode.caption = "Mode";
+    mode.type = ParamType::Choice;
+    mode.fallback = 0LL;
+    for (int i = 0; i < kBlendModeCount; ++i) {
+        mode.choices.emplace_back(BlendModeName(static_cast<BlendMode>(i)));
+    }
+    mode.current = [](const Workspace& w) {
+        return ParamValue{static_cast<long long>(LayerAt(w, CurrentLayer(w)).mode)};
+    };
+
+    ParamSpec visible;
+    visible.name = "visible";
+    visible.caption = "Visible";
+    visible.type = ParamType::Boolean;
+    visible.fallback = -1LL;
+    visible.current = [](const Workspace& w) {
+        return ParamValue{LayerAt(w, CurrentLayer(w)).visible ? -1LL : 0LL};
+    };
+    return {IndexParam(), name, opacity, mode, visible};
+}
+
+bool SetFromValues(Workspace& workspace, const ParamValues& values) {
+    const int index = static_cast<int>(values.integer("index"));
+    LayerChange change;
+    if (values.given("name"))
+        change.name = values.text("name");
+    if (values.given("opacity"))
+        change.opacity = static_cast<int>(values.integer("opacity"));
+    if (values.given("mode")) {
+        change.mode = BlendModeFromNumber(static_cast<int>(values.integer("mode")));
+    }
+    if (values.given("visible"))
+        change.visible = values.integer("visible") != 0;
+    return ChangeLayer(workspace, index, change);
+}
+
+}  // namespace
+
+void RegisterLayerCommands(CommandRegistry& registry) {
+    registry.add(PlainLayerCommand("layer.new", "&New layer", "Ctrl+Shift+N", AddLayer));
+    registry.add(
+        PlainLayerCommand("layer.duplicate", "&Duplicate layer", "Ctrl+J", DuplicateLayer));
+    registry.add(PlainLayerCommand("layer.delete", "De&lete layer", "",
+                                   [](Workspace& w) { return DeleteLayer(w, CurrentLayer(w)); }));
+    registry.add(PlainLayerCommand("layer.merge_down", "&Merge down", "Ctrl+E", MergeDown));
+    registry.add(
+        PlainLayerCommand("layer.merge_visible", "Merge &visible", "Ctrl+Shift+E", MergeVisible));
+    registry.add(PlainLayerCommand("layer.flatten", "&Flatten image", "", Flatten));
+    registry.add(PlainLayerCommand("layer.move_up", "Move layer &up", "Ctrl+]",
+                                   [](Workspace& w) { return MoveLayer(w, CurrentLayer(w), 1); }));
+    registry.add(PlainLayerCommand("layer.move_down", "Move layer do&wn", "Ctrl+[",
+                                   [](Workspace& w) { return MoveLayer(w, CurrentLayer(w), -1); }));
+    registry.add(PlainLayerCommand("layer.clear", "&Clear layer", "", ClearLayer));
+    registry.add(PlainLayerCommand("layer.from_selection", "Layer from &selection", "Ctrl+Alt+J",
+                                   LayerFromSelection));
+    registry.add({"layer.select",
+                  "Select layer...",
+                  "Layer",
+                  "",
+                  {IndexParam()},
+                  [](Workspace& workspace, const ParamValues& values) {
+                      return SelectLayer(workspace, static_cast<int>(values.integer("index")));
+                  }});
+    CommandSpec set{"layer.set", "Layer &properties...", "Layer",
+                    "",          PropertyParams(),       SetFromValues};
+    set.changesImage = true;
+    registry.add(std::move(set));
+}
+
+}  // namespace wib
