@@ -59,3 +59,15 @@ void FrameStore::setStoredColour(int index, const LayerPixels& pixels) {
 }
 
 }  // namespace wib
+
+namespace wib {
+
+bool FrameStore::replaceFrames(int count) {
+    if (count < 2) {
+        FreeAnimation();
+        return true;
+    }
+    return CreateAnimation(count, 0, false);
+}
+
+}  // namespace wib

@@ -126,6 +126,7 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     void gotoFrame(int index) override { GotoFrame(index); }
     LayerPixels storedColour(int index) const override;
     void setStoredColour(int index, const LayerPixels& pixels) override;
+    bool replaceFrames(int count) override;
 
     // Stops playback, then shows frame `index` clamped to 0..FrameCount().
     void showFrame(int index, GotoOptions options = {});

@@ -12,12 +12,6 @@
 
 namespace wib {
 
-namespace {
-
-constexpr const char* kNotEnoughMemory = "Not enough memory for an image of this size.";
-
-}  // namespace
-
 FreshPlanes MakeFreshPlanes(int width, int height) {
     FreshPlanes fresh{width, height, {}};
     for (Plane& plane : fresh.planes) {
@@ -57,7 +51,7 @@ bool NewDocument(Workspace& workspace, int width, int height) {
     try {
         BuildDocumentPlanes(workspace, width, height);
     } catch (const std::bad_alloc&) {
-        workspace.host.prompter.message(kNotEnoughMemory);
+        workspace.host.prompter.message(kImageMemoryMessage);
         return false;
     }
     workspace.view.reset();

@@ -9,6 +9,8 @@ namespace wib {
 
 class Workspace;
 
+inline constexpr const char* kImageMemoryMessage = "Not enough memory for an image of this size.";
+
 // The seven planes of a document (main, alpha, swap), made at a new size
 // before anything changes: main and swap white, alpha 255.
 struct FreshPlanes {

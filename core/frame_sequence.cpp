@@ -9,4 +9,8 @@ LayerPixels FrameSequence::storedColour(int) const {
 
 void FrameSequence::setStoredColour(int, const LayerPixels&) {}
 
+bool FrameSequence::replaceFrames(int count) {
+    return count < 2;
+}
+
 }  // namespace wib

@@ -20,6 +20,10 @@ class FrameSequence {
     // Without frames there is nothing stored.
     virtual LayerPixels storedColour(int index) const;
     virtual void setStoredColour(int index, const LayerPixels& pixels);
+    // Replaces the animation, without asking, by `count` black frames at the
+    // document's size, frame 0 current; below 2 there is no animation after.
+    // False when the frames cannot be had (the user has been told).
+    virtual bool replaceFrames(int count);
 };
 
 // The frames of a document that is no animation.

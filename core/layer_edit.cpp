@@ -21,7 +21,7 @@ std::size_t FrameSlot(const LayerStack& stack) {
 }
 
 LayerCell MakeCell(LayerPixels&& pixels) {
-    return std::make_shared<const LayerPixels>(std::move(pixels));
+    return MakeLayerCell(std::move(pixels));
 }
 
 LayerCell TransparentCell(const Document& doc) {
@@ -205,8 +205,20 @@ void StoreCurrentLayerCell(Workspace& workspace) {
 void LoadCurrentLayerCell(Workspace& workspace) {
     LayerStack& stack = Stack(workspace);
     Document& doc = workspace.document;
-    const LayerCell& cell =
+    LayerCell& cell =
         stack.layers[static_cast<std::size_t>(stack.current)].frames[FrameSlot(stack)];
+    if (cell.use_count() == 1) {
+        // Nothing else (no undo step) holds the cell: its planes move into
+        // the document instead of being copied. The current cell is out of
+        // date from here on anyway.
+        auto& owned = const_cast<LayerPixels&>(*cell);
+        doc.RBuffer = std::move(owned.r);
+        doc.GBuffer = std::move(owned.g);
+        doc.BBuffer = std::move(owned.b);
+        doc.Coverage = std::move(owned.a);
+        cell.reset();
+        return;
+    }
     doc.RBuffer = cell->r;
     doc.GBuffer = cell->g;
     doc.BBuffer = cell->b;
@@ -451,6 +463,10 @@ bool SetLayerPlane(Workspace& workspace, int index, int channel, const Plane& pl
     }
     Changed(workspace);
     return true;
+}
+
+void LoadLayerFramesIntoStore(Workspace& workspace) {
+    LoadFramesIntoStore(workspace);
 }
 
 void PrepareLayerCells(Workspace& workspace) {

@@ -100,6 +100,10 @@ void LayersFrameRewritten(Workspace& workspace, int index);
 // cells are made whole from the frame store.
 void PrepareLayerCells(Workspace& workspace);
 
+// The current layer's frames other than the current one into the frame
+// store, after the stack was replaced.
+void LoadLayerFramesIntoStore(Workspace& workspace);
+
 // The undo ring's companions: the layer state saved with a slot, put back
 // with it, and whether the slot's state is the one showing.
 void SaveLayerState(Workspace& workspace, int slot);

@@ -78,7 +78,7 @@ bool LayerCanvasResize::resizeForCanvas(Workspace& workspace, const CanvasChange
             if (from == old)
                 return to;
         }
-        LayerCell cell = std::make_shared<const LayerPixels>(PlacedPixels(*old, change, bottom));
+        LayerCell cell = MakeLayerCell(PlacedPixels(*old, change, bottom));
         made.emplace_back(old, cell);
         return cell;
     };
@@ -114,7 +114,7 @@ bool LayerCanvasResize::resizeForCanvas(Workspace& workspace, const CanvasChange
                 old.b = ReadPlane(back);
                 old.a = ReadPlane(back);
                 stack.layers[i].frames[f] =
-                    std::make_shared<const LayerPixels>(PlacedPixels(old, change, i == 0));
+                    MakeLayerCell(PlacedPixels(old, change, i == 0));
             }
         }
         std::error_code ignored;

@@ -17,6 +17,12 @@ inline constexpr const char* kBackgroundLayerName = "Background";
 // layer list share them, and a change makes a new one.
 using LayerCell = std::shared_ptr<const LayerPixels>;
 
+// A cell of `pixels`. The pixels themselves are not const, so that the one
+// holder of a cell nobody else shares may take them back without a copy.
+inline LayerCell MakeLayerCell(LayerPixels&& pixels) {
+    return std::make_shared<LayerPixels>(std::move(pixels));
+}
+
 struct Layer {
     LayerProperties properties;
     // One cell per animation frame (one for a still picture). The cell of the

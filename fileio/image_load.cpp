@@ -7,6 +7,7 @@
 #include "core/document_build.h"
 #include "core/document_limits.h"
 #include "core/image_edit.h"
+#include "core/layer_edit.h"
 #include "core/undo.h"
 #include "core/workspace.h"
 #include "fileio/file_messages.h"
@@ -19,6 +20,10 @@ bool ResizeDocument(Workspace& workspace, int width, int height) {
     Document& doc = workspace.document;
     if (doc.width == width && doc.height == height) {
         SaveUndo(workspace);
+        // A flat file makes a one-layer picture; an animation keeps its frames.
+        if (!IsFlatPicture(workspace)) {
+            ResetLayers(workspace, std::max(1, workspace.frames().frameCount()));
+        }
         return true;
     }
     try {

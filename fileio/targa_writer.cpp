@@ -5,6 +5,8 @@
 #include <array>
 #include <memory>
 
+#include "core/layer_composite.h"
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "fileio/colour_palette.h"
 #include "fileio/file_messages.h"
@@ -121,10 +123,18 @@ bool EncodeTarga(const SourcePlanes& planes, int width, int height, int formatCo
 
 bool SaveTarga(Workspace& workspace, const std::string& path, int formatCode, TargaRowOrder order) {
     const Document& doc = workspace.document;
+    // A layered picture is saved as the canvas shows it: the composite, its
+    // coverage as the alpha channel, colour straight.
+    std::optional<LayerPixels> composite;
+    if (!IsFlatPicture(workspace)) {
+        composite = CompositePicture(workspace);
+    }
+    const SourcePlanes planes =
+        composite ? SourcePlanes{composite->r, composite->g, composite->b, composite->a}
+                  : SourcePlanes{doc.RBuffer, doc.GBuffer, doc.BBuffer, doc.ABuffer};
     FileSink sink(path);
     const bool written = sink.isOpen() &&
-                         EncodeTarga({doc.RBuffer, doc.GBuffer, doc.BBuffer, doc.ABuffer},
-                                     doc.width, doc.height, formatCode, order, sink) &&
+                         EncodeTarga(planes, doc.width, doc.height, formatCode, order, sink) &&
                          sink.close();
     if (!written) {
         workspace.host.prompter.message(CannotWriteMessage(path, sink.error()));
