@@ -47,6 +47,9 @@ LayerPixels Placed(const RgbaImage& image, int x, int y, int width, int height) 
     const int top = std::max(0, y);
     const auto right = static_cast<int>(std::min<long long>(width, 1LL * x + image.width));
     const auto bottom = static_cast<int>(std::min<long long>(height, 1LL * y + image.height));
+    if (left >= right) {
+        return pixels;
+    }
     for (int row = top; row < bottom; ++row) {
         const std::uint8_t* in =
             &image.pixels[(std::size_t(row - y) * image.width + std::size_t(left - x)) * 4];
@@ -126,7 +129,9 @@ OpenRasterRead ReadLayers(const ZipReader& zip, OraStack stack, std::vector<std:
 
 }  // namespace
 
-OpenRasterRead DecodeOpenRaster(std::span<const std::uint8_t> bytes, long long maxPixels) {
+namespace {
+
+OpenRasterRead Decode(std::span<const std::uint8_t> bytes, long long maxPixels) {
     const auto zip = ZipReader::Open(bytes);
     if (!zip) {
         return Refused(kOpenRasterNotZip);
@@ -151,8 +156,16 @@ OpenRasterRead DecodeOpenRaster(std::span<const std::uint8_t> bytes, long long m
     if (parsed.stack->layers.empty()) {
         return Refused(kOpenRasterNoLayers, std::move(parsed.log));
     }
+    return ReadLayers(*zip, std::move(*parsed.stack), std::move(parsed.log), maxPixels);
+}
+
+}  // namespace
+
+OpenRasterRead DecodeOpenRaster(std::span<const std::uint8_t> bytes, long long maxPixels) {
+    // The sizes are checked before anything is made; this catches what the
+    // system still cannot give.
     try {
-        return ReadLayers(*zip, std::move(*parsed.stack), std::move(parsed.log), maxPixels);
+        return Decode(bytes, maxPixels);
     } catch (const std::bad_alloc&) {
         return Refused(kOpenRasterTooLarge);
     }

@@ -304,12 +304,21 @@ TEST(OpenRaster, LayersAtOffsetsArePlacedAndCropped) {
                               {std::uint8_t(10 * x), std::uint8_t(10 * y), 77, 255});
         }
     }
+    // Another lies wholly to the left of the image and covers nothing.
     ora::WriteOra(folder.file("offset.ora"),
-                  StackXml(6, 4, "<layer src=\"data/a.png\" name=\"a\" x=\"4\" y=\"-1\"/>"),
+                  StackXml(6, 4,
+                           "<layer src=\"data/a.png\" name=\"a\" x=\"4\" y=\"-1\"/>"
+                           "<layer src=\"data/a.png\" name=\"away\" x=\"-1000\" y=\"2\"/>"),
                   {{"data/a.png", small}});
     const OpenRasterRead read = ReadOpenRaster(folder.file("offset.ora"));
     ASSERT_TRUE(read.picture) << read.message;
-    const LayerPixels& layer = read.picture->frames[0][0];
+    const LayerPixels& away = read.picture->frames[0][0];
+    for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < 6; ++x) {
+            EXPECT_EQ(away.a.at(x, y), 0);
+        }
+    }
+    const LayerPixels& layer = read.picture->frames[0][1];
     for (int y = 0; y < 4; ++y) {
         for (int x = 0; x < 6; ++x) {
             const bool covered = x >= 4 && y <= 1;
