@@ -120,24 +120,12 @@ TEST(OpenRaster, RoundTripKeepsPixelsNamesAndProperties) {
     }
 }
 
-TEST(OpenRaster, EveryModeAndOpacityComesBack) {
-    std::vector<LayerProperties> layers;
-    for (int m = 0; m < kBlendModeCount; ++m) {
-        layers.push_back({"mode " + std::to_string(m), static_cast<std::uint8_t>(m * 15),
-                          *BlendModeFromNumber(m), m % 2 == 0, false, false});
-    }
-    testing::TempFolder folder;
-    Save(folder.file("modes.ora"), MakePicture(3, 2, layers));
-    const OpenRasterRead read = ReadOpenRaster(folder.file("modes.ora"));
-    ASSERT_TRUE(read.picture) << read.message;
-    EXPECT_EQ(read.picture->layers, layers);
-}
-
 TEST(OpenRaster, WrittenFileMeetsTheFormatsRules) {
     testing::TempFolder folder;
     std::vector<LayerProperties> layers = ThreeLayers();
     for (int m = 0; m < kBlendModeCount; ++m) {
-        layers.push_back({"m", 255, *BlendModeFromNumber(m), true, false, false});
+        layers.push_back({"mode " + std::to_string(m), static_cast<std::uint8_t>(m * 15),
+                          *BlendModeFromNumber(m), m % 2 == 0, false, false});
     }
     const LayeredPicture picture = MakePicture(5, 3, layers);
     const std::string path = folder.file("rules.ora");
@@ -228,6 +216,11 @@ TEST(OpenRaster, WrittenFileMeetsTheFormatsRules) {
     const ora::Image merged = ora::DecodePng(byName["mergedimage.png"]);
     EXPECT_EQ(merged.width, 5);
     EXPECT_EQ(merged.height, 3);
+
+    // Every mode, opacity and visibility comes back.
+    const OpenRasterRead read = ReadOpenRaster(path);
+    ASSERT_TRUE(read.picture) << read.message;
+    EXPECT_EQ(read.picture->layers, layers);
 }
 
 void Fill(LayerPixels& pixels, int x0, int x1, int height, ora::Image colour) {
