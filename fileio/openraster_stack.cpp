@@ -12,15 +12,57 @@ namespace wib {
 namespace {
 
 constexpr const char* kNamespace = "urn:wibbleton:openraster";
-constexpr const char* kPrefix = "wibbleton:";
+
+// The length of the well-formed UTF-8 sequence at the start of `text` that
+// XML may hold, or 0: overlong forms, surrogates, code points past U+10FFFF
+// and the non-characters U+FFFE and U+FFFF are not.
+std::size_t XmlCharLength(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text[0]);
+    if (lead < 0x80) {
+        return 1;
+    }
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : lead >= 0xC0 ? 2 : 0;
+    if (length == 0 || text.size() < length) {
+        return 0;
+    }
+    char32_t code = lead & (0x7F >> length);
+    for (std::size_t i = 1; i < length; ++i) {
+        const auto next = static_cast<unsigned char>(text[i]);
+        if ((next & 0xC0) != 0x80) {
+            return 0;
+        }
+        code = (code << 6) | (next & 0x3F);
+    }
+    constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF) ||
+        code == 0xFFFE || code == 0xFFFF) {
+        return 0;
+    }
+    return length;
+}
 
 // Attribute text with the five XML specials escaped; line breaks and tabs as
 // character references so that they survive attribute normalisation, and
-// other control characters, which XML cannot hold, dropped.
+// other control characters, which XML cannot hold, dropped. Bytes that are
+// not UTF-8 become U+FFFD, so that a name from anywhere makes a file that
+// parses.
 std::string Escaped(std::string_view text) {
     std::string out;
     out.reserve(text.size());
-    for (const char c : text) {
+    while (!text.empty()) {
+        const std::size_t length = XmlCharLength(text);
+        if (length == 0) {
+            out += "\xEF\xBF\xBD";
+            text.remove_prefix(1);
+            continue;
+        }
+        if (length > 1) {
+            out += text.substr(0, length);
+            text.remove_prefix(length);
+            continue;
+        }
+        const char c = text[0];
+        text.remove_prefix(1);
         switch (c) {
             case '&':
                 out += "&amp;";

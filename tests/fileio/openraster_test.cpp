@@ -223,6 +223,21 @@ TEST(OpenRaster, WrittenFileMeetsTheFormatsRules) {
     EXPECT_EQ(read.picture->layers, layers);
 }
 
+TEST(OpenRaster, NamesOfAnyBytesMakeAFileThatReads) {
+    testing::TempFolder folder;
+    const std::string odd = "bad \xff byte \xed\xa0\x80 end \xc3\xa9\x01 two\nlines\ttab";
+    Save(folder.file("names.ora"), MakePicture(2, 2, {{odd, 255, BlendMode::Normal, true}}));
+    const OpenRasterRead read = ReadOpenRaster(folder.file("names.ora"));
+    ASSERT_TRUE(read.picture) << read.message;
+    // Bytes that are not UTF-8 (a lone 0xff, an encoded surrogate) come back
+    // as U+FFFD each, the control character is dropped, line breaks and tabs
+    // are kept.
+    const std::string replacement = "\xef\xbf\xbd";
+    EXPECT_EQ(read.picture->layers[0].name, "bad " + replacement + " byte " + replacement +
+                                                replacement + replacement +
+                                                " end \xc3\xa9 two\nlines\ttab");
+}
+
 void Fill(LayerPixels& pixels, int x0, int x1, int height, ora::Image colour) {
     for (int y = 0; y < height; ++y) {
         for (int x = x0; x < x1; ++x) {
