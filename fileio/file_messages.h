@@ -40,6 +40,21 @@ inline constexpr const char* kConvertSuccess = "Conversion success...";
 inline constexpr const char* kConvertProcessing = "Processing...";
 inline constexpr const char* kSaveCanceled = "Save canceled";
 
+inline constexpr const char* kOpenRasterNotZip =
+    "This OpenRaster file is damaged: it is not a readable zip archive.";
+inline constexpr const char* kOpenRasterWrongMimetype =
+    "This file is not an OpenRaster image: its mimetype entry is missing or wrong.";
+inline constexpr const char* kOpenRasterNoStack = "This OpenRaster file has no stack.xml.";
+inline constexpr const char* kOpenRasterBadStack = "This OpenRaster file's stack.xml is damaged.";
+inline constexpr const char* kOpenRasterNoLayers = "This OpenRaster file has no layers.";
+inline constexpr const char* kOpenRasterTooLarge =
+    "This OpenRaster file's layers need more memory than the program allows.";
+// Followed by a blank and the layer's image name inside the file.
+inline constexpr const char* kOpenRasterBadLayer =
+    "A layer image of this OpenRaster file is missing or damaged:";
+inline constexpr const char* kOpenRasterIncompletePicture =
+    "The picture cannot be saved as OpenRaster: its layers do not match its size.";
+
 // For files that cannot be opened or written at all.
 inline std::string CannotOpenMessage(const std::string& path) {
     return "The file cannot be opened: " + path;
