@@ -41,8 +41,9 @@ std::vector<FilterEntry> ParseFilter(const std::string& filter) {
 }
 
 std::optional<FilterEntry> SaveType(const std::string& name) {
+    const std::string wanted = name == "Layered" ? kSaveTypeLayered : name;
     for (FilterEntry& entry : ParseFilter(kSaveFilter)) {
-        if (entry.name == name) {
+        if (entry.name == wanted) {
             return std::move(entry);
         }
     }

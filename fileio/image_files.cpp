@@ -4,11 +4,14 @@
 #include <filesystem>
 
 #include "core/image_edit.h"
+#include "core/layered_document.h"
 #include "core/workspace.h"
 #include "fileio/converter_bridge.h"
 #include "fileio/file_filters.h"
 #include "fileio/file_messages.h"
 #include "fileio/file_names.h"
+#include "fileio/layered_file.h"
+#include "fileio/openraster.h"
 #include "fileio/targa_reader.h"
 #include "fileio/targa_writer.h"
 
@@ -31,6 +34,10 @@ int TargaFormatOf(const TargaHeader& header) {
 }  // namespace
 
 bool ImageFiles::open(Workspace& workspace, const std::string& path, const std::string& type) {
+    const std::string extension = LowerExtension(path);
+    if (extension == ".ora" || extension == ".lyr") {
+        return openLayered(workspace, path);
+    }
     if (type != kOpenTypeTarga && type != kOpenTypeAuto) {
         workspace.host.prompter.message("Files can be opened as \"targa\" or \"auto\", not \"" +
                                         type + "\".");
@@ -47,6 +54,54 @@ bool ImageFiles::open(Workspace& workspace, const std::string& path, const std::
         opened(workspace, path, TargaFormatOf(*header));
     }
     return header.has_value();
+}
+
+bool ImageFiles::openLayered(Workspace& workspace, const std::string& path) {
+    std::optional<LayeredPicture> picture;
+    std::string message;
+    if (LowerExtension(path) == ".ora") {
+        OpenRasterRead read = ReadOpenRaster(path);
+        for (const std::string& line : read.log) {
+            workspace.host.log.line(line);
+        }
+        picture = std::move(read.picture);
+        message = std::move(read.message);
+    } else {
+        ReadResult<LayeredPicture> read = ReadLayeredFile(path);
+        picture = std::move(read.value);
+        message = std::move(read.message);
+    }
+    if (!picture) {
+        workspace.host.prompter.message(message);
+        return false;
+    }
+    if (!InstallPicture(workspace, std::move(*picture))) {
+        return false;
+    }
+    workspace.document.FileName = path;
+    workspace.events.fileNameChanged.notify();
+    SetModified(workspace, false);
+    opened(workspace, path, std::nullopt);
+    return true;
+}
+
+bool ImageFiles::saveLayered(Workspace& workspace, const std::string& path,
+                             const std::string& type) {
+    const LayeredPicture picture = PictureOfDocument(workspace);
+    std::optional<std::string> problem;
+    if (type == kSaveTypeOpenRaster) {
+        std::string error;
+        if (!WriteOpenRaster(path, picture, error)) {
+            problem = error;
+        }
+    } else {
+        problem = WriteLayeredFile(path, picture);
+    }
+    if (problem) {
+        workspace.host.prompter.message(*problem);
+        return false;
+    }
+    return true;
 }
 
 bool ImageFiles::openThroughConverter(Workspace& workspace, const std::string& path) {
@@ -88,13 +143,11 @@ bool ImageFiles::save(Workspace& workspace, const std::string& path, const SaveS
                          std::to_string(settings.targaFormat) + ".");
         return false;
     }
-    if (type->name == kSaveTypeLayered) {
-        prompter.message("Layered files cannot be written: this image has no layers to keep.");
-        return false;
-    }
     const std::string name = EnforceFilename(prompter, path, type->extension);
     bool saved = false;
-    if (type->name == kSaveTypeDefaultTarga) {
+    if (type->name == kSaveTypeLayered || type->name == kSaveTypeOpenRaster) {
+        saved = saveLayered(workspace, name, type->name);
+    } else if (type->name == kSaveTypeDefaultTarga) {
         saved = SaveTarga(workspace, name, *formatCode);
     } else {
         const std::string targa = converter_.saveTarga();

@@ -26,15 +26,20 @@ class ImageFiles {
 
     // `type` "targa" reads the file as a Targa, asking first when its name does
     // not end in ".tga"; "auto" reads a ".tga" file so and converts any other.
+    // Layered files (".lyr", ".ora") are known by their extension whatever
+    // the type.
     bool open(Workspace& workspace, const std::string& path, const std::string& type);
+    // Reads a layered file into the document: the whole file is read and
+    // checked first, so that a damaged one leaves the document as it was.
+    bool openLayered(Workspace& workspace, const std::string& path);
     // Reads any file the converter reads (through a temporary Targa).
     bool openThroughConverter(Workspace& workspace, const std::string& path);
 
     // Saves under `path` as the save type `settings.type`: "Default Targa" by
     // the Targa writer in the pixel format `settings.targaFormat`, the layered
-    // format not at all (there is no layer store), every other type through a
-    // temporary 32-bit Targa and the converter. The extension is checked
-    // against the type first (EnforceFilename).
+    // formats with every layer (and every frame in ".lyr"), every other type
+    // as the composite through a temporary 32-bit Targa and the converter.
+    // The extension is checked against the type first (EnforceFilename).
     bool save(Workspace& workspace, const std::string& path, const SaveSettings& settings);
     // Saves the document to its own file the way it was last written or, for a
     // file only opened, the way its extension and pixel format say.
@@ -60,6 +65,7 @@ class ImageFiles {
 
   private:
     void opened(Workspace& workspace, const std::string& path, std::optional<int> targaFormat);
+    bool saveLayered(Workspace& workspace, const std::string& path, const std::string& type);
     // Save settings for `path` as its extension says.
     void settingsFromName(const std::string& path);
 

@@ -59,10 +59,12 @@ TEST(FileNames, EnforceFilenameAsksOnlyWhenTheExtensionDiffers) {
 
 TEST(FileFilters, EntriesCarryTheirNameExtensionAndFormatWord) {
     const auto save = ParseFilter(kSaveFilter);
-    ASSERT_EQ(save.size(), 9u);
+    ASSERT_EQ(save.size(), 10u);
     EXPECT_EQ(save[0].caption, "Default Targa (*.tga)");
     EXPECT_EQ(save[0].name, "Default Targa");
     EXPECT_EQ(save[8].name, "Layered format");
+    EXPECT_EQ(SaveType("Layered")->extension, ".lyr");
+    EXPECT_EQ(SaveTypeForExtension(".ora")->name, "OpenRaster");
     EXPECT_EQ(FormatWord(*SaveType("Jpg")), "JPEG");
     EXPECT_EQ(FormatWord(*SaveType("Tiff")), "TIFF");
     EXPECT_EQ(FormatWord(*SaveType("Open EXR")), "EXR");
@@ -70,8 +72,9 @@ TEST(FileFilters, EntriesCarryTheirNameExtensionAndFormatWord) {
     EXPECT_FALSE(SaveType("Gif"));
     EXPECT_EQ(SaveTypeForExtension(".tga")->name, "Default Targa");
     const auto open = ParseFilter(kOpenFilter);
-    ASSERT_EQ(open.size(), 2u);
+    ASSERT_EQ(open.size(), 4u);
     EXPECT_EQ(open[1].extension, "");
+    EXPECT_EQ(open[2].extension, ".lyr");
 }
 
 }  // namespace
