@@ -59,17 +59,10 @@ std::vector<std::uint8_t> Tracks(const StoredAnimation& animation) {
     return out;
 }
 
-ContainerWriter AnimationContainer(const StoredAnimation& animation) {
-    CheckTiming(animation);
-    ContainerWriter container(kAnimationMagic, animation.picture.width, animation.picture.height);
+void AddAnimationSections(ContainerWriter& container, const StoredAnimation& animation) {
     AddPictureSections(container, animation.picture);
-    std::vector<ContainerPiece> timing;
-    timing.push_back(MakePiece(Timing(animation)));
-    container.addSection(kAnimationSection, std::move(timing));
-    std::vector<ContainerPiece> tracks;
-    tracks.push_back(MakePiece(Tracks(animation)));
-    container.addSection(kKeysSection, std::move(tracks));
-    return container;
+    container.section(kAnimationSection, Timing(animation));
+    container.section(kKeysSection, Tracks(animation));
 }
 
 bool ReadTiming(std::span<const std::uint8_t> bytes, StoredAnimation& animation) {
@@ -150,11 +143,18 @@ ReadResult<StoredAnimation> ReadAnimationSections(const Container& container) {
 
 std::optional<std::string> WriteAnimationFile(const std::string& path,
                                               const StoredAnimation& animation) {
-    return WriteContainerFile(AnimationContainer(animation), path);
+    CheckTiming(animation);
+    return WriteContainerFile(
+        path, kAnimationMagic, animation.picture.width, animation.picture.height,
+        [&](ContainerWriter& container) { AddAnimationSections(container, animation); });
 }
 
 bool EncodeAnimation(const StoredAnimation& animation, ByteSink& sink) {
-    return AnimationContainer(animation).writeTo(sink);
+    CheckTiming(animation);
+    ContainerWriter container(sink, kAnimationMagic, animation.picture.width,
+                              animation.picture.height);
+    AddAnimationSections(container, animation);
+    return container.finish();
 }
 
 ReadResult<StoredAnimation> DecodeAnimation(std::span<const std::uint8_t> bytes) {

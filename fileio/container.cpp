@@ -42,11 +42,6 @@ FourCC FourCCAt(std::span<const std::uint8_t> bytes) {
 
 }  // namespace
 
-ContainerPiece MakePiece(std::vector<std::uint8_t> bytes) {
-    const std::uint32_t crc = ChecksumOf(bytes);
-    return {std::move(bytes), crc};
-}
-
 std::uint32_t ChecksumOf(std::span<const std::uint8_t> bytes) {
     const std::size_t chunks = (bytes.size() + kChecksumChunk - 1) / kChecksumChunk;
     if (chunks <= 1) {
@@ -64,16 +59,22 @@ std::uint32_t ChecksumOf(std::span<const std::uint8_t> bytes) {
     return crc;
 }
 
-ContainerWriter::ContainerWriter(FourCC magic, int width, int height) {
+ContainerWriter::ContainerWriter(ByteSink& sink, FourCC magic, int width, int height)
+    : sink_(sink) {
     std::vector<std::uint8_t> header;
     PutFourCC(header, magic);
     PutU32(header, kContainerVersion);
     PutU32(header, static_cast<std::uint32_t>(width));
     PutU32(header, static_cast<std::uint32_t>(height));
-    pieces_.push_back(MakePiece(std::move(header)));
+    put(header);
 }
 
-void ContainerWriter::addSection(FourCC tag, std::vector<ContainerPiece> pieces) {
+void ContainerWriter::section(FourCC tag, std::span<const std::uint8_t> bytes) {
+    const ContainerPiece piece{bytes, ChecksumOf(bytes)};
+    section(tag, std::span(&piece, 1));
+}
+
+void ContainerWriter::section(FourCC tag, std::span<const ContainerPiece> pieces) {
     std::uint64_t length = 0;
     for (const ContainerPiece& piece : pieces) {
         length += piece.bytes.size();
@@ -81,39 +82,53 @@ void ContainerWriter::addSection(FourCC tag, std::vector<ContainerPiece> pieces)
     std::vector<std::uint8_t> header;
     PutFourCC(header, tag);
     PutU64(header, length);
-    pieces_.push_back(MakePiece(std::move(header)));
-    std::move(pieces.begin(), pieces.end(), std::back_inserter(pieces_));
-}
-
-bool ContainerWriter::writeTo(ByteSink& sink) const {
-    std::uint32_t crc = 0;
-    for (const ContainerPiece& piece : pieces_) {
-        crc = Combine(crc, piece.crc, piece.bytes.size());
-        if (!sink.write(piece.bytes)) {
-            return false;
-        }
+    put(header);
+    for (const ContainerPiece& piece : pieces) {
+        put(piece.bytes, piece.crc);
     }
-    std::vector<std::uint8_t> trailer;
-    PutU32(trailer, crc);
-    return sink.write(trailer);
 }
 
-std::optional<std::string> WriteContainerFile(const ContainerWriter& container,
-                                              const std::string& path) {
+void ContainerWriter::put(std::span<const std::uint8_t> bytes, std::uint32_t crc) {
+    crc_ = Combine(crc_, crc, bytes.size());
+    ok_ = ok_ && sink_.write(bytes);
+}
+
+bool ContainerWriter::finish() {
+    std::vector<std::uint8_t> trailer;
+    PutU32(trailer, crc_);
+    return sink_.write(trailer) && ok_;
+}
+
+std::optional<std::string> WriteContainerFile(const std::string& path, FourCC magic, int width,
+                                              int height,
+                                              const std::function<void(ContainerWriter&)>& fill) {
     FileSink sink(path);
-    if (sink.isOpen() && container.writeTo(sink) && sink.close()) {
-        return std::nullopt;
+    if (sink.isOpen()) {
+        ContainerWriter container(sink, magic, width, height);
+        fill(container);
+        if (container.finish() && sink.close()) {
+            return std::nullopt;
+        }
     }
     return CannotWriteMessage(path, sink.error());
 }
 
 std::optional<std::span<const std::uint8_t>> Container::section(FourCC tag) const {
+    const auto found = sectionsTagged(tag);
+    if (found.size() != 1) {
+        return std::nullopt;
+    }
+    return found.front();
+}
+
+std::vector<std::span<const std::uint8_t>> Container::sectionsTagged(FourCC tag) const {
+    std::vector<std::span<const std::uint8_t>> found;
     for (const auto& [sectionTag, bytes] : sections) {
         if (sectionTag == tag) {
-            return bytes;
+            found.push_back(bytes);
         }
     }
-    return std::nullopt;
+    return found;
 }
 
 ReadResult<Container> ParseContainer(std::span<const std::uint8_t> bytes, FourCC magic,
@@ -150,9 +165,6 @@ ReadResult<Container> ParseContainer(std::span<const std::uint8_t> bytes, FourCC
         reader.u64(length);
         if (length > reader.left()) {
             return Result::Failed(kContainerTruncated);
-        }
-        if (container.section(tag)) {
-            return Result::Failed(kContainerInconsistent);
         }
         container.sections.emplace_back(tag, reader.take(static_cast<std::size_t>(length)));
     }

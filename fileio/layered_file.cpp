@@ -7,23 +7,17 @@
 
 namespace wib {
 
-namespace {
-
-ContainerWriter LayeredContainer(const LayeredPicture& picture) {
-    ContainerWriter container(kLayeredMagic, picture.width, picture.height);
-    AddPictureSections(container, picture);
-    return container;
-}
-
-}  // namespace
-
 std::optional<std::string> WriteLayeredFile(const std::string& path,
                                             const LayeredPicture& picture) {
-    return WriteContainerFile(LayeredContainer(picture), path);
+    return WriteContainerFile(
+        path, kLayeredMagic, picture.width, picture.height,
+        [&](ContainerWriter& container) { AddPictureSections(container, picture); });
 }
 
 bool EncodeLayered(const LayeredPicture& picture, ByteSink& sink) {
-    return LayeredContainer(picture).writeTo(sink);
+    ContainerWriter container(sink, kLayeredMagic, picture.width, picture.height);
+    AddPictureSections(container, picture);
+    return container.finish();
 }
 
 ReadResult<LayeredPicture> DecodeLayered(std::span<const std::uint8_t> bytes) {

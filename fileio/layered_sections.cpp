@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "fileio/layered_sections.h"
 
+#include <algorithm>
 #include <stdexcept>
+#include <thread>
 
 #include "core/byte_fields.h"
 #include "fileio/layered_messages.h"
@@ -14,6 +16,10 @@ namespace {
 constexpr std::size_t kPlanesPerLayer = 4;
 // A layer entry's least size: an empty name's length, opacity, mode, flags.
 constexpr std::size_t kShortestLayerEntry = 4 + 3;
+// Planes compressed side by side, per processor, before their frames are
+// written: enough to keep every processor busy while planes differ in cost,
+// few enough to hold little memory.
+constexpr std::size_t kPlanesPerProcessor = 2;
 
 std::vector<const Plane*> PlanesInOrder(const LayeredPicture& picture) {
     std::vector<const Plane*> planes;
@@ -87,23 +93,30 @@ bool ReadLayerList(std::span<const std::uint8_t> bytes, LayeredPicture& picture)
     return reader.left() == 0;
 }
 
-bool ReadPixels(std::span<const std::uint8_t> bytes, LayeredPicture& picture) {
-    ByteFieldReader reader(bytes);
+bool ReadPixels(const Container& container, LayeredPicture& picture) {
+    const auto counts = container.section(kFramesSection);
+    if (!counts) {
+        return false;
+    }
+    ByteFieldReader reader(*counts);
     std::uint32_t frameCount = 0, current = 0;
-    if (!reader.u32(frameCount) || !reader.u32(current) || frameCount < 1 ||
-        current >= frameCount) {
+    const auto frames = container.sectionsTagged(kFrameSection);
+    if (!reader.u32(frameCount) || !reader.u32(current) || reader.left() != 0 || frameCount < 1 ||
+        current >= frameCount || frameCount != frames.size()) {
         return false;
     }
-    const std::uint64_t layerPlanes = picture.layers.size() * kPlanesPerLayer;
-    if (frameCount > reader.left() / layerPlanes) {
-        return false;
-    }
+    // Every frame's blocks are found sound before any plane is made.
+    const std::size_t layerPlanes = picture.layers.size() * kPlanesPerLayer;
     std::vector<std::span<const std::uint8_t>> blocks;
-    std::size_t used = 0;
-    const auto rest = bytes.subspan(reader.position());
-    if (!SplitBlocks(rest, frameCount * layerPlanes, picture.width, picture.height, blocks, used) ||
-        used != rest.size()) {
-        return false;
+    blocks.reserve(frames.size() * layerPlanes);
+    std::vector<std::span<const std::uint8_t>> frameBlocks;
+    for (const auto frame : frames) {
+        std::size_t used = 0;
+        if (!SplitBlocks(frame, layerPlanes, picture.width, picture.height, frameBlocks, used) ||
+            used != frame.size()) {
+            return false;
+        }
+        blocks.insert(blocks.end(), frameBlocks.begin(), frameBlocks.end());
     }
     picture.currentFrame = static_cast<int>(current);
     picture.frames.assign(frameCount, std::vector<LayerPixels>(picture.layers.size()));
@@ -123,29 +136,35 @@ bool ReadPixels(std::span<const std::uint8_t> bytes, LayeredPicture& picture) {
 
 void AddPictureSections(ContainerWriter& container, const LayeredPicture& picture) {
     CheckWhole(picture);
-    std::vector<ContainerPiece> layers;
-    layers.push_back(MakePiece(LayerList(picture)));
-    container.addSection(kLayersSection, std::move(layers));
+    container.section(kLayersSection, LayerList(picture));
+    std::vector<std::uint8_t> counts;
+    PutU32(counts, static_cast<std::uint32_t>(picture.frames.size()));
+    PutU32(counts, static_cast<std::uint32_t>(picture.currentFrame));
+    container.section(kFramesSection, counts);
 
-    std::vector<std::uint8_t> head;
-    PutU32(head, static_cast<std::uint32_t>(picture.frames.size()));
-    PutU32(head, static_cast<std::uint32_t>(picture.currentFrame));
-    std::vector<ContainerPiece> pixels;
-    pixels.push_back(MakePiece(std::move(head)));
     const std::vector<const Plane*> planes = PlanesInOrder(picture);
-    std::vector<ContainerPiece> blocks = CompressPlanes(planes, picture.width, picture.height);
-    std::move(blocks.begin(), blocks.end(), std::back_inserter(pixels));
-    container.addSection(kPixelsSection, std::move(pixels));
+    const std::size_t framePlanes = picture.layers.size() * kPlanesPerLayer;
+    const std::size_t batchPlanes =
+        kPlanesPerProcessor * std::max(1u, std::thread::hardware_concurrency());
+    const std::size_t batchFrames = std::max<std::size_t>(1, batchPlanes / framePlanes);
+    PlaneCompressor compressor(picture.width, picture.height);
+    for (std::size_t first = 0; first < picture.frames.size(); first += batchFrames) {
+        const std::size_t frames = std::min(batchFrames, picture.frames.size() - first);
+        const auto blocks = compressor.compress(
+            std::span(planes).subspan(first * framePlanes, frames * framePlanes));
+        for (std::size_t f = 0; f < frames; ++f) {
+            container.section(kFrameSection, blocks.subspan(f * framePlanes, framePlanes));
+        }
+    }
 }
 
 ReadResult<LayeredPicture> ReadPictureSections(const Container& container) {
     using Result = ReadResult<LayeredPicture>;
     const auto layers = container.section(kLayersSection);
-    const auto pixels = container.section(kPixelsSection);
     LayeredPicture picture;
     picture.width = container.width;
     picture.height = container.height;
-    if (!layers || !pixels || !ReadLayerList(*layers, picture) || !ReadPixels(*pixels, picture)) {
+    if (!layers || !ReadLayerList(*layers, picture) || !ReadPixels(container, picture)) {
         return Result::Failed(kContainerInconsistent);
     }
     return {std::move(picture), {}};

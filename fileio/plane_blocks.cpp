@@ -19,31 +19,6 @@ std::size_t PixelCount(int width, int height) {
     return static_cast<std::size_t>(width) * static_cast<std::size_t>(height);
 }
 
-ContainerPiece CompressPlane(const Plane& plane, int width, int height) {
-    // One gathering buffer and one output buffer per thread, reused from plane
-    // to plane so that neither is faulted in again.
-    thread_local std::vector<std::uint8_t> pixels;
-    thread_local std::vector<std::uint8_t> packed;
-    const std::size_t count = PixelCount(width, height);
-    pixels.resize(count);
-    for (int y = 0; y < height; ++y) {
-        std::memcpy(pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width),
-                    plane.row(y), static_cast<std::size_t>(width));
-    }
-    packed.resize(kLengthSize +
-                  static_cast<std::size_t>(LZ4_compressBound(static_cast<int>(count))));
-    const int size = LZ4_compress_default(reinterpret_cast<const char*>(pixels.data()),
-                                          reinterpret_cast<char*>(packed.data() + kLengthSize),
-                                          static_cast<int>(count),
-                                          static_cast<int>(packed.size() - kLengthSize));
-    std::vector<std::uint8_t> block;
-    block.reserve(kLengthSize + static_cast<std::size_t>(size));
-    PutU32(block, static_cast<std::uint32_t>(size));
-    block.insert(block.end(), packed.begin() + kLengthSize,
-                 packed.begin() + static_cast<std::ptrdiff_t>(kLengthSize) + size);
-    return MakePiece(std::move(block));
-}
-
 // Decompresses into the start of the plane's memory, then moves each row to
 // its place, last row first so that no row is overwritten before it moves.
 bool DecompressPlane(std::span<const std::uint8_t> block, Plane& plane, int width, int height) {
@@ -66,12 +41,34 @@ bool DecompressPlane(std::span<const std::uint8_t> block, Plane& plane, int widt
 
 }  // namespace
 
-std::vector<ContainerPiece> CompressPlanes(std::span<const Plane* const> planes, int width,
-                                           int height) {
-    std::vector<ContainerPiece> pieces(planes.size());
+ContainerPiece PlaneCompressor::compressInto(const Plane& plane, Slot& slot) const {
+    const std::size_t count = PixelCount(width_, height_);
+    const auto width = static_cast<std::size_t>(width_);
+    slot.pixels.resize(count);
+    for (int y = 0; y < height_; ++y) {
+        std::memcpy(slot.pixels.data() + static_cast<std::size_t>(y) * width, plane.row(y), width);
+    }
+    const auto bound = static_cast<std::size_t>(LZ4_compressBound(static_cast<int>(count)));
+    slot.block.resize(kLengthSize + bound);
+    const int size = LZ4_compress_default(reinterpret_cast<const char*>(slot.pixels.data()),
+                                          reinterpret_cast<char*>(slot.block.data() + kLengthSize),
+                                          static_cast<int>(count), static_cast<int>(bound));
+    for (std::size_t i = 0; i < kLengthSize; ++i) {
+        slot.block[i] = static_cast<std::uint8_t>(static_cast<std::uint32_t>(size) >> (8 * i));
+    }
+    const auto bytes = std::span<const std::uint8_t>(slot.block)
+                           .first(kLengthSize + static_cast<std::size_t>(size));
+    return {bytes, ChecksumOf(bytes)};
+}
+
+std::span<const ContainerPiece> PlaneCompressor::compress(std::span<const Plane* const> planes) {
+    if (slots_.size() < planes.size()) {
+        slots_.resize(planes.size());
+    }
+    pieces_.resize(planes.size());
     RunJobs(planes.size(),
-            [&](std::size_t i) { pieces[i] = CompressPlane(*planes[i], width, height); });
-    return pieces;
+            [&](std::size_t i) { pieces_[i] = compressInto(*planes[i], slots_[i]); });
+    return pieces_;
 }
 
 bool SplitBlocks(std::span<const std::uint8_t> bytes, std::size_t count, int width, int height,

@@ -18,10 +18,28 @@ namespace wib {
 // most 255 with each further byte.
 inline constexpr std::uint64_t kMostPixelsPerBlockByte = 255;
 
-// The pieces of `planes` (each with upper bounds (width, height)), compressed
-// side by side on every processor, in order.
-std::vector<ContainerPiece> CompressPlanes(std::span<const Plane* const> planes, int width,
-                                           int height);
+// Compresses planes of one size side by side on every processor, into
+// buffers kept from call to call, so that a long run of planes is compressed
+// without fresh memory for each.
+class PlaneCompressor {
+  public:
+    PlaneCompressor(int width, int height) : width_(width), height_(height) {}
+    // The blocks of `planes` (each with upper bounds (width, height)), in
+    // order; they stay valid until the next call.
+    std::span<const ContainerPiece> compress(std::span<const Plane* const> planes);
+
+  private:
+    struct Slot {
+        std::vector<std::uint8_t> pixels;
+        std::vector<std::uint8_t> block;
+    };
+    ContainerPiece compressInto(const Plane& plane, Slot& slot) const;
+
+    int width_;
+    int height_;
+    std::vector<Slot> slots_;
+    std::vector<ContainerPiece> pieces_;
+};
 
 // Splits the start of `bytes` into `count` blocks; nothing unless every block
 // lies inside `bytes` and is long enough to hold width x height pixels at

@@ -70,9 +70,12 @@ TEST(LayeredFile, HeaderIsLittleEndianAndTheLastFourBytesAreTheCrcOfTheRest) {
     const std::size_t layers = SectionAt(bytes, "LAYR");
     EXPECT_EQ(U32At(bytes, layers), 3u);
     EXPECT_EQ(U32At(bytes, layers + 4), 1u);
-    const std::size_t pixels = SectionAt(bytes, "PIXL");
-    EXPECT_EQ(U32At(bytes, pixels), 2u);
-    EXPECT_EQ(U32At(bytes, pixels + 4), 1u);
+    const std::size_t frames = SectionAt(bytes, "FRMS");
+    EXPECT_EQ(U32At(bytes, frames), 2u);
+    EXPECT_EQ(U32At(bytes, frames + 4), 1u);
+    EXPECT_EQ(std::string(bytes.begin() + static_cast<std::ptrdiff_t>(frames) + 8,
+                          bytes.begin() + static_cast<std::ptrdiff_t>(frames) + 12),
+              "FRAM");
 }
 
 // Large enough for several compression threads and for the checksum to be
@@ -120,7 +123,7 @@ TEST(LayeredFile, AFlippedByteAnywhereAfterTheHeaderIsRefused) {
         EXPECT_FALSE(DecodeLayered(flipped).value.has_value());
     }
     auto pixel = bytes;
-    pixel[SectionAt(bytes, "PIXL") + 14] ^= 1;
+    pixel[SectionAt(bytes, "FRAM") + 6] ^= 1;
     ExpectRefused(pixel, kContainerChecksum);
 }
 
@@ -156,15 +159,16 @@ TEST(LayeredFile, SizesOutsideTheDocumentLimitsAreRefused) {
 TEST(LayeredFile, CountsTheFileCannotHoldAreRefusedAsInconsistent) {
     const auto bytes = Encoded(MakeLayeredPicture(3, 2, 2, 2));
     const std::size_t layers = SectionAt(bytes, "LAYR");
-    const std::size_t pixels = SectionAt(bytes, "PIXL");
+    const std::size_t frames = SectionAt(bytes, "FRMS");
+    const std::size_t block = SectionAt(bytes, "FRAM");
     struct Patch {
         std::size_t at;
         std::uint32_t value;
     };
-    for (const Patch patch : {Patch{layers, 0xFFFFFFFFu}, Patch{layers, 0}, Patch{layers + 4, 2},
-                              Patch{pixels, 0xFFFFFFFFu}, Patch{pixels, 0x40000000u},
-                              Patch{pixels, 3}, Patch{pixels, 0}, Patch{pixels + 4, 2},
-                              Patch{pixels + 8, 0xFFFFFFF0u}, Patch{pixels + 8, 0}}) {
+    for (const Patch patch :
+         {Patch{layers, 0xFFFFFFFFu}, Patch{layers, 0}, Patch{layers + 4, 2},
+          Patch{frames, 0xFFFFFFFFu}, Patch{frames, 3}, Patch{frames, 1}, Patch{frames, 0},
+          Patch{frames + 4, 2}, Patch{block, 0xFFFFFFF0u}, Patch{block, 0}}) {
         SCOPED_TRACE(patch.at);
         auto patched = bytes;
         PutU32At(patched, patch.at, patch.value);
