@@ -46,8 +46,8 @@ fuzz-smoke: deps
 	CC=clang CXX=clang++ cmake -S . -B $(FUZZ_BUILD) -G $(GENERATOR) \
 	    -DCMAKE_BUILD_TYPE=RelWithDebInfo -DWIB_WITH_QT=OFF -DWIB_BENCH=OFF \
 	    -DWIB_SANITIZE=ON -DWIB_FUZZ=ON
-	cmake --build $(FUZZ_BUILD) --target targa_fuzz bitmap_fuzz openraster_fuzz
-	for reader in targa bitmap openraster; do \
+	cmake --build $(FUZZ_BUILD) --target targa_fuzz bitmap_fuzz openraster_fuzz layered_fuzz wta_fuzz
+	for reader in targa bitmap openraster layered wta; do \
 	    mkdir -p $(FUZZ_BUILD)/corpus/$$reader $(FUZZ_BUILD)/crashes && \
 	    $(FUZZ_BUILD)/bin/$${reader}_fuzz -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=2048 \
 	        -print_final_stats=1 -artifact_prefix=$(FUZZ_BUILD)/crashes/ \

@@ -5,6 +5,7 @@
 
 #include <cstring>
 
+#include "core/byte_fields.h"
 #include "core/document_limits.h"
 
 namespace wib {
@@ -15,63 +16,6 @@ constexpr char kSignature[8] = {'W', 'I', 'B', 'S', 'N', 'A', 'P', '1'};
 // Bounds of a plane in a snapshot: a document side plus its spare column.
 constexpr std::int64_t kMaxBound = kMaxDocumentSide + 1;
 constexpr std::uint32_t kMaxEntries = 1u << 24;
-
-void PutU32(std::vector<std::uint8_t>& out, std::uint32_t value) {
-    for (int i = 0; i < 4; ++i) {
-        out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
-    }
-}
-
-void PutU64(std::vector<std::uint8_t>& out, std::uint64_t value) {
-    for (int i = 0; i < 8; ++i) {
-        out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
-    }
-}
-
-void PutText(std::vector<std::uint8_t>& out, const std::string& text) {
-    PutU32(out, static_cast<std::uint32_t>(text.size()));
-    out.insert(out.end(), text.begin(), text.end());
-}
-
-// Reads little-endian fields and texts, refusing to run past the end.
-class Reader {
-  public:
-    explicit Reader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
-    bool u32(std::uint32_t& value) { return unsigned_(value, 4); }
-    bool u64(std::uint64_t& value) { return unsigned_(value, 8); }
-    bool text(std::string& value) {
-        std::uint32_t size = 0;
-        if (!u32(size) || size > left()) {
-            return false;
-        }
-        value.assign(reinterpret_cast<const char*>(bytes_.data() + at_), size);
-        at_ += size;
-        return true;
-    }
-    std::span<const std::uint8_t> take(std::size_t size) {
-        const auto part = bytes_.subspan(at_, size);
-        at_ += size;
-        return part;
-    }
-    std::size_t left() const { return bytes_.size() - at_; }
-
-  private:
-    template <typename T>
-    bool unsigned_(T& value, std::size_t size) {
-        if (left() < size) {
-            return false;
-        }
-        value = 0;
-        for (std::size_t i = 0; i < size; ++i) {
-            value |= static_cast<T>(bytes_[at_ + i]) << (8 * i);
-        }
-        at_ += size;
-        return true;
-    }
-
-    std::span<const std::uint8_t> bytes_;
-    std::size_t at_ = 0;
-};
 
 }  // namespace
 
@@ -125,7 +69,7 @@ std::optional<RecoverySnapshot> DecodeSnapshot(std::span<const std::uint8_t> byt
         error = "not a recovery snapshot";
         return std::nullopt;
     }
-    Reader reader(bytes.subspan(sizeof kSignature));
+    ByteFieldReader reader(bytes.subspan(sizeof kSignature));
     RecoverySnapshot snapshot;
     error = "the snapshot is cut short";
     std::uint32_t count = 0;
