@@ -3,6 +3,7 @@
 
 #include "anim/animation_commands.h"
 #include "app/animated_brush_commands.h"
+#include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
 #include "core/layer_commands.h"
@@ -25,6 +26,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterPaintCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
+    RegisterAnimationFileCommands(registry, targets.frames);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);

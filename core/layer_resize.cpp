@@ -113,8 +113,7 @@ bool LayerCanvasResize::resizeForCanvas(Workspace& workspace, const CanvasChange
                 old.g = ReadPlane(back);
                 old.b = ReadPlane(back);
                 old.a = ReadPlane(back);
-                stack.layers[i].frames[f] =
-                    MakeLayerCell(PlacedPixels(old, change, i == 0));
+                stack.layers[i].frames[f] = MakeLayerCell(PlacedPixels(old, change, i == 0));
             }
         }
         std::error_code ignored;
