@@ -7,6 +7,7 @@
 
 #include "core/commands.h"
 #include "core/host/process_runner.h"
+#include "core/layer_edit.h"
 #include "fileio/converter_bridge.h"
 #include "fileio/file_commands.h"
 #include "fileio/file_filters.h"
@@ -108,17 +109,55 @@ TEST_F(FileCommands, BadValuesAreRefusedWithoutTouchingTheDocument) {
               Status::BadParameter);
     EXPECT_EQ(run("file.save", {{"path", folder.file("a.gif")}, {"type", std::string("Gif")}}),
               Status::Refused);
-    EXPECT_EQ(
-        run("file.save", {{"path", folder.file("a.lyr")}, {"type", std::string(kSaveTypeLayered)}}),
-        Status::Refused);
     EXPECT_EQ(run("file.open", {{"type", std::string("png")}, {"path", folder.file("a.png")}}),
               Status::Refused);
     EXPECT_EQ(run("file.open"), Status::Refused);
     EXPECT_EQ(run("file.save_current"), Status::Refused);
-    EXPECT_EQ(host.prompter.messages.size(), 5u);
+    EXPECT_EQ(host.prompter.messages.size(), 4u);
     EXPECT_TRUE(doc.FileName.empty());
     EXPECT_TRUE(used.empty());
     EXPECT_FALSE(std::filesystem::exists(folder.file("a.tga")));
+}
+
+TEST_F(FileCommands, LayeredFilesKeepTheLayersAndFlatSavesTheComposite) {
+    Workspace& ws = host.workspace;
+    ClearImage(doc, {10, 20, 30});
+    ASSERT_TRUE(AddLayer(ws));
+    doc.RBuffer.fill(200);
+    doc.Coverage.at(3, 2) = 255;
+    ASSERT_TRUE(ChangeLayer(ws, 1, {.name = "ink", .opacity = 128, .mode = BlendMode::Difference}));
+    for (const char* type : {"Layered", "OpenRaster"}) {
+        const std::string path =
+            folder.file(std::string("pic") + (type == std::string("Layered") ? ".lyr" : ".ora"));
+        ASSERT_EQ(run("file.save", {{"path", path}, {"type", std::string(type)}}), Status::Done)
+            << type;
+        host.newDocument(3, 3);
+        ASSERT_EQ(run("file.open", {{"path", path}}), Status::Done) << type;
+        EXPECT_EQ(doc.width, 7);
+        ASSERT_EQ(LayerCount(ws), 2) << type;
+        EXPECT_EQ(LayerAt(ws, 1).name, "ink");
+        EXPECT_EQ(LayerAt(ws, 1).opacity, 128);
+        EXPECT_EQ(LayerAt(ws, 1).mode, BlendMode::Difference);
+        EXPECT_EQ(CurrentLayer(ws), 1);
+        EXPECT_EQ(doc.Coverage.at(3, 2), 255);
+        EXPECT_EQ(doc.Coverage.at(2, 2), 0);
+        EXPECT_EQ(doc.FileName, path);
+        EXPECT_FALSE(doc.modified);
+    }
+    // A flat save is the composite: |200 - 10| at half opacity over 10.
+    const std::string flat = folder.file("flat.tga");
+    ASSERT_EQ(run("file.save", {{"path", flat}, {"targa_format", 2LL}}), Status::Done);
+    host.newDocument(3, 3);
+    ASSERT_EQ(run("file.open", {{"path", flat}}), Status::Done);
+    EXPECT_EQ(LayerCount(ws), 1);
+    EXPECT_NEAR(doc.RBuffer.at(3, 2), 10 + (190 - 10) * 128 / 255.0, 1.0);
+    EXPECT_EQ(doc.RBuffer.at(2, 2), 10);
+
+    const std::string damaged = folder.file("bad.lyr");
+    std::filesystem::copy_file(folder.file("pic.lyr"), damaged);
+    std::filesystem::resize_file(damaged, 40);
+    ASSERT_EQ(run("file.open", {{"path", damaged}}), Status::Refused);
+    EXPECT_EQ(doc.FileName, flat) << "a damaged file leaves the document as it was";
 }
 
 TEST_F(FileCommands, SavingAnUntitledImageAsksForANameAsSaveAsDoes) {
