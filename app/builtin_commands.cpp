@@ -5,10 +5,12 @@
 #include "app/animated_brush_commands.h"
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
+#include "core/selection_edit.h"
 #include "fileio/file_commands.h"
 #include "filters/filter_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
+#include "paint/shape_commands.h"
 #include "plugins/plugin_commands.h"
 #include "ui/clipboard_commands.h"
 #include "ui/window_commands.h"
@@ -20,7 +22,9 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterDocumentCommands(registry);
     RegisterFileCommands(registry, targets.files);
     RegisterClipboardCommands(registry);
+    RegisterSelectionEditCommands(registry);
     RegisterPaintCommands(registry, paint);
+    RegisterShapeCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
