@@ -2,6 +2,7 @@
 #include "paint/shape_commands.h"
 
 #include "core/commands.h"
+#include "core/workspace.h"
 #include "paint/shapes.h"
 
 namespace wib {
@@ -11,12 +12,14 @@ namespace {
 // Shapes may start or end beyond the image; only what lies inside is drawn.
 constexpr double kCoordinateLimit = 32767;
 
+// The dialog starts from the image's top left pixel to its bottom right one.
 std::vector<ParamSpec> CornerParams() {
-    std::vector<ParamSpec> params;
-    for (const char* name : {"x0", "y0", "x1", "y1"}) {
-        params.push_back(IntegerParam(name, name, -kCoordinateLimit, kCoordinateLimit, 0));
-    }
-    return params;
+    const auto lastX = [](const Workspace& w) { return ParamValue{w.document.width - 1LL}; };
+    const auto lastY = [](const Workspace& w) { return ParamValue{w.document.height - 1LL}; };
+    return {IntegerParam("x0", "Start x", -kCoordinateLimit, kCoordinateLimit, 0),
+            IntegerParam("y0", "Start y", -kCoordinateLimit, kCoordinateLimit, 0),
+            IntegerParam("x1", "End x", -kCoordinateLimit, kCoordinateLimit, 0, lastX),
+            IntegerParam("y1", "End y", -kCoordinateLimit, kCoordinateLimit, 0, lastY)};
 }
 
 std::vector<ParamSpec> BoxParams() {
