@@ -4,8 +4,8 @@
 #include "anim/animation_commands.h"
 #include "app/animated_brush_commands.h"
 #include "app/brush_file_commands.h"
+#include "core/cut_and_crop.h"
 #include "core/document_commands.h"
-#include "core/selection_edit.h"
 #include "fileio/file_commands.h"
 #include "filters/filter_commands.h"
 #include "paint/paint_commands.h"
@@ -22,7 +22,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterDocumentCommands(registry);
     RegisterFileCommands(registry, targets.files);
     RegisterClipboardCommands(registry);
-    RegisterSelectionEditCommands(registry);
+    RegisterCropCommands(registry);
     RegisterPaintCommands(registry, paint);
     RegisterShapeCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);

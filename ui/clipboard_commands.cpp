@@ -10,8 +10,8 @@
 #include <memory>
 
 #include "core/commands.h"
+#include "core/cut_and_crop.h"
 #include "core/discard_question.h"
-#include "core/selection_edit.h"
 #include "core/workspace.h"
 #include "fileio/bitmap_format.h"
 #include "fileio/cdib.h"
@@ -99,7 +99,7 @@ void RegisterClipboardCommands(CommandRegistry& registry) {
                       if (!Copy(workspace, *copied)) {
                           return false;
                       }
-                      ClearSelection(workspace, CutLeavesColour(workspace));
+                      ClearSelectedPixels(workspace, CutLeavesColour(workspace));
                       return true;
                   },
                   true});

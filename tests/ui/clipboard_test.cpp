@@ -7,7 +7,7 @@
 #include <QMimeData>
 
 #include "core/commands.h"
-#include "core/selection_edit.h"
+#include "core/cut_and_crop.h"
 #include "core/undo.h"
 #include "tests/support/pixels.h"
 #include "tests/support/test_host.h"

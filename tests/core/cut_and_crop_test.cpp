@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "core/canvas_size.h"
+#include "core/cut_and_crop.h"
 #include "core/pixel_block.h"
-#include "core/selection_edit.h"
 #include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
 
@@ -15,9 +15,9 @@ namespace {
 // A 20 x 10 image whose pixels name their place (red x * 10, green y * 20,
 // blue 77), with a selection: the box (4, 2)..(7, 5) fully selected but for
 // (4, 2) at 128; nothing else selected.
-class SelectionEdit : public ::testing::Test {
+class CutAndCrop : public ::testing::Test {
   protected:
-    SelectionEdit() {
+    CutAndCrop() {
         host.newDocument(20, 10);
         Document& doc = host.workspace.document;
         for (int y = 0; y < doc.height; ++y) {
@@ -40,7 +40,7 @@ class SelectionEdit : public ::testing::Test {
     testing::TestHost host;
 };
 
-TEST_F(SelectionEdit, CopyTakesTheBoundingBoxWithTheMatteAsAlpha) {
+TEST_F(CutAndCrop, CopyTakesTheBoundingBoxWithTheMatteAsAlpha) {
     const PixelBlock block = CopySelectedBlock(doc());
     EXPECT_EQ(block.x, 4);
     EXPECT_EQ(block.y, 2);
@@ -56,7 +56,7 @@ TEST_F(SelectionEdit, CopyTakesTheBoundingBoxWithTheMatteAsAlpha) {
     EXPECT_TRUE(CopySelectedBlock(doc()).empty()) << "nothing selected, nothing copied";
 }
 
-TEST_F(SelectionEdit, PlacingMixesByAlphaMakesTheSelectionAndClipsAtTheEdges) {
+TEST_F(CutAndCrop, PlacingMixesByAlphaMakesTheSelectionAndClipsAtTheEdges) {
     PixelBlock block;
     block.R = Plane(1, 1, 0);
     block.G = Plane(1, 1, 0);
@@ -77,7 +77,7 @@ TEST_F(SelectionEdit, PlacingMixesByAlphaMakesTheSelectionAndClipsAtTheEdges) {
     EXPECT_EQ(PackedPixel(doc(), 1, 8), PackedColour(10, 160, 77).packed());
 }
 
-TEST_F(SelectionEdit, ClippingToTheMatteWeightsTheAlphaAndDropsWhatFallsOutside) {
+TEST_F(CutAndCrop, ClippingToTheMatteWeightsTheAlphaAndDropsWhatFallsOutside) {
     PixelBlock block;
     block.R = Plane(2, 0, 9);
     block.G = Plane(2, 0, 9);
@@ -93,8 +93,8 @@ TEST_F(SelectionEdit, ClippingToTheMatteWeightsTheAlphaAndDropsWhatFallsOutside)
     EXPECT_EQ(block.A.at(2, 0), 0) << "beyond the right edge";
 }
 
-TEST_F(SelectionEdit, ClearingMovesSelectedPixelsTowardsTheColourByTheMatte) {
-    ClearSelection(host.workspace, CutLeavesColour(host.workspace));
+TEST_F(CutAndCrop, ClearingMovesSelectedPixelsTowardsTheColourByTheMatte) {
+    ClearSelectedPixels(host.workspace, CutLeavesColour(host.workspace));
     const PackedColour white{255, 255, 255};
     ASSERT_EQ(host.workspace.colours.secondary, white);
     EXPECT_EQ(PackedPixel(doc(), 7, 5), white.packed());
@@ -114,7 +114,7 @@ class RecordingStore : public CanvasResizeStore {
     std::vector<CanvasChange> changes;
 };
 
-TEST_F(SelectionEdit, CropKeepsTheSelectedBoxFramesIncluded) {
+TEST_F(CutAndCrop, CropKeepsTheSelectedBoxFramesIncluded) {
     RecordingStore frames;
     host.workspace.resizeStores.push_back(&frames);
     ASSERT_TRUE(CropToSelection(host.workspace));
@@ -130,7 +130,7 @@ TEST_F(SelectionEdit, CropKeepsTheSelectedBoxFramesIncluded) {
     EXPECT_TRUE(doc().modified);
 }
 
-TEST_F(SelectionEdit, CropWithNothingSelectedSaysSoAndKeepsTheImage) {
+TEST_F(CutAndCrop, CropWithNothingSelectedSaysSoAndKeepsTheImage) {
     doc().ABuffer.fill(0);
     EXPECT_FALSE(CropToSelection(host.workspace));
     EXPECT_EQ(doc().width, 20);

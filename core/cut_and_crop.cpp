@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "core/selection_edit.h"
+#include "core/cut_and_crop.h"
 
 #include "core/canvas_size.h"
 #include "core/commands.h"
@@ -12,7 +12,7 @@ PackedColour CutLeavesColour(const Workspace& workspace) {
     return workspace.colours.secondary;
 }
 
-void ClearSelection(Workspace& workspace, PackedColour colour) {
+void ClearSelectedPixels(Workspace& workspace, PackedColour colour) {
     Document& doc = workspace.document;
     const int values[3] = {colour.r, colour.g, colour.b};
     Plane* planes[3] = {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
@@ -37,7 +37,7 @@ bool CropToSelection(Workspace& workspace) {
                             workspace.colours.secondary, CanvasOffsets{-box.left, -box.top});
 }
 
-void RegisterSelectionEditCommands(CommandRegistry& registry) {
+void RegisterCropCommands(CommandRegistry& registry) {
     // The canvas-size change saves its own undo steps, so no bracket here.
     registry.add(
         {"image.crop_to_selection",

@@ -18,13 +18,13 @@ PackedColour CutLeavesColour(const Workspace& workspace);
 
 // Mixes the colour into the main planes weighted by the matte: a fully
 // selected pixel takes it, a partly selected one moves part of the way.
-void ClearSelection(Workspace& workspace, PackedColour colour);
+void ClearSelectedPixels(Workspace& workspace, PackedColour colour);
 
 // Crops the document, every frame included, to the selection's bounding box.
 // With nothing selected it says so and changes nothing; returns false then.
 bool CropToSelection(Workspace& workspace);
 
 // Image > Crop to selection.
-void RegisterSelectionEditCommands(CommandRegistry& registry);
+void RegisterCropCommands(CommandRegistry& registry);
 
 }  // namespace wib
