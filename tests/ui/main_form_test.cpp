@@ -140,18 +140,20 @@ TEST_F(MainForm, AnEndBySignalClosesWithoutAsking) {
     EXPECT_TRUE(host.prompter.questions.empty());
 }
 
-// A pasted picture takes the document's place: unsaved changes are asked about.
-TEST_F(MainForm, PastingOverUnsavedChangesAsksFirst) {
+// A picture pasted as a new image takes the document's place: unsaved changes
+// are asked about.
+TEST_F(MainForm, PastingAsANewImageOverUnsavedChangesAsksFirst) {
     RegisterClipboardCommands(commands);
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::red);
     QGuiApplication::clipboard()->setImage(image);
     host.workspace.document.modified = true;
     host.prompter.answers = {3, 2};
-    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status,
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste_new_image", {}).status,
               CommandOutcome::Status::Refused);
     EXPECT_EQ(host.workspace.document.width, 64);
-    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status, CommandOutcome::Status::Done);
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste_new_image", {}).status,
+              CommandOutcome::Status::Done);
     EXPECT_EQ(host.workspace.document.width, 3);
     EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
     EXPECT_EQ(host.workspace.document.GBuffer.at(0, 0), 0);
