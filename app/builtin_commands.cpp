@@ -6,7 +6,9 @@
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
 #include "fileio/file_commands.h"
+#include "filters/fill_commands.h"
 #include "filters/filter_commands.h"
+#include "filters/selection_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "plugins/plugin_commands.h"
@@ -20,6 +22,8 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterDocumentCommands(registry);
     RegisterFileCommands(registry, targets.files);
     RegisterClipboardCommands(registry);
+    RegisterFillCommands(registry);
+    RegisterSelectionCommands(registry);
     RegisterPaintCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
