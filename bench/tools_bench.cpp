@@ -16,7 +16,7 @@
 #include "bench/figures.h"
 #include "filters/parallel_rows.h"
 #include "pixel/flood_fill.h"
-#include "pixel/matte_morphology.h"
+#include "pixel/matte_feather.h"
 #include "pixel/matte_shapes.h"
 
 namespace {

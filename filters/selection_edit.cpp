@@ -7,6 +7,7 @@
 #include "core/workspace.h"
 #include "filters/parallel_rows.h"
 #include "pixel/flood_fill.h"
+#include "pixel/matte_feather.h"
 #include "pixel/matte_morphology.h"
 
 namespace wib {

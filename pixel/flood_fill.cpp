@@ -17,11 +17,20 @@ constexpr std::uint8_t kCandidate = 1;
 constexpr std::uint8_t kInside = 255;
 
 // A run of region pixels, inclusive, whose neighbour rows are still to scan.
+// It was found from the row y - down (down 0 for the seed), whose run
+// parentLeft..parentRight is already in the region and need not be scanned
+// again.
 struct Span {
     int y;
     int left;
     int right;
+    int down;
+    int parentLeft;
+    int parentRight;
 };
+
+// Runs this short are searched byte by byte rather than through memchr.
+constexpr int kShortRun = 32;
 
 // Writes `mark` where a pixel matches the seed colour, 0 elsewhere. Branch-free
 // so that it vectorises.
@@ -72,7 +81,7 @@ Span Claim(std::uint8_t* row, int x, int width, int y) {
         ++right;
     }
     std::memset(row + left, kInside, static_cast<std::size_t>(right - left + 1));
-    return {y, left, right};
+    return {y, left, right, 0, 0, -1};
 }
 
 class RegionWalk {
@@ -87,11 +96,18 @@ class RegionWalk {
             pending_.pop_back();
             const int from = std::max(0, span.left - reach_);
             const int to = std::min(width_ - 1, span.right + reach_);
-            if (span.y > 0) {
-                scan(span.y - 1, from, to);
-            }
-            if (span.y + 1 < height_) {
-                scan(span.y + 1, from, to);
+            for (const int step : {-1, 1}) {
+                const int y = span.y + step;
+                if (y < 0 || y >= height_) {
+                    continue;
+                }
+                if (step != -span.down) {
+                    scan(y, from, to, span);
+                    continue;
+                }
+                // Back towards the parent: only beyond its run.
+                scan(y, from, std::min(to, span.parentLeft - 1), span);
+                scan(y, std::max(from, span.parentRight + 1), to, span);
             }
         }
         return count_;
@@ -105,18 +121,28 @@ class RegionWalk {
         pending_.push_back(span);
     }
 
-    // Claims every run of candidates that touches columns from..to of row y.
-    void scan(int y, int from, int to) {
-        std::uint8_t* line = row(y);
-        int x = from;
-        while (x <= to) {
-            const void* hit =
-                std::memchr(line + x, kCandidate, static_cast<std::size_t>(to - x + 1));
-            if (hit == nullptr) {
-                return;
+    // The first candidate in columns x..to of the row, or to + 1.
+    static int NextCandidate(const std::uint8_t* line, int x, int to) {
+        if (to - x < kShortRun) {
+            while (x <= to && line[x] != kCandidate) {
+                ++x;
             }
-            x = static_cast<int>(static_cast<const std::uint8_t*>(hit) - line);
-            const Span span = Claim(line, x, width_, y);
+            return x;
+        }
+        const void* hit = std::memchr(line + x, kCandidate, static_cast<std::size_t>(to - x + 1));
+        return hit == nullptr ? to + 1
+                              : static_cast<int>(static_cast<const std::uint8_t*>(hit) - line);
+    }
+
+    // Claims every run of candidates that touches columns from..to of row y,
+    // found from `parent`.
+    void scan(int y, int from, int to, const Span& parent) {
+        std::uint8_t* line = row(y);
+        for (int x = NextCandidate(line, from, to); x <= to; x = NextCandidate(line, x, to)) {
+            Span span = Claim(line, x, width_, y);
+            span.down = y - parent.y;
+            span.parentLeft = parent.left;
+            span.parentRight = parent.right;
             push(span);
             x = span.right + 1;
         }

@@ -6,7 +6,6 @@
 #include <cstring>
 #include <vector>
 
-#include "pixel/gaussian.h"
 #include "pixel/matte_ops.h"
 
 namespace wib {
@@ -109,21 +108,6 @@ void ShrinkMatte(const MatteSource& source, std::uint8_t* target, std::size_t ta
     for (int y = 0; y < source.height; ++y) {
         InvertMatteRow(target + static_cast<std::size_t>(y) * targetStride, source.width);
     }
-}
-
-void FeatherMatte(const MatteSource& source, const MatteView& target, double radius, int first,
-                  int end) {
-    const double sigma = radius / 2;
-    if (sigma < 0.3) {
-        for (int y = first; y < end; ++y) {
-            std::memcpy(target.row(y), source.row(y), static_cast<std::size_t>(source.width));
-        }
-        return;
-    }
-    // The Gaussian reads and writes planes of one stride.
-    const PlaneBand band{source.data, target.data, source.stride, source.width, source.height,
-                         first,       end};
-    GaussianBlur(band, sigma);
 }
 
 }  // namespace wib

@@ -21,11 +21,4 @@ void GrowMatte(const MatteSource& source, std::uint8_t* target, std::size_t targ
 void ShrinkMatte(const MatteSource& source, std::uint8_t* target, std::size_t targetStride,
                  int radius);
 
-// Feathers the matte: a Gaussian of sigma radius / 2 from `source` into the
-// separate `target` of the same stride, rows first..end-1 (so that bands can
-// run side by side).
-// A radius below 0.6 copies the matte as it is.
-void FeatherMatte(const MatteSource& source, const MatteView& target, double radius, int first,
-                  int end);
-
 }  // namespace wib

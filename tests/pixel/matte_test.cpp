@@ -7,6 +7,8 @@
 #include <random>
 #include <vector>
 
+#include "pixel/gaussian.h"
+#include "pixel/matte_feather.h"
 #include "pixel/matte_morphology.h"
 #include "pixel/matte_ops.h"
 #include "pixel/matte_shapes.h"
@@ -189,6 +191,28 @@ TEST(MatteMorphology, ShrinkPullsEdgesInButNotAtTheImageBorder) {
     TestMatte kept(20, 12);
     ShrinkMatte(all.source(), kept.data.data(), kept.stride, 4);
     EXPECT_EQ(kept.sum(), 255.0 * 20 * 12);
+}
+
+TEST(MatteFeather, TilesAgreeWithBlurringTheWholeMatte) {
+    // An ellipse and a speck, so that some tiles are flat and some are not.
+    TestMatte matte(700, 300);
+    EllipseMatte(matte.view(), {150, 40, 420, 200}, true);
+    matte.at(20, 280) = 255;
+    for (double radius : {3.0, 20.0}) {
+        TestMatte tiled(700, 300);
+        TestMatte whole(700, 300);
+        FeatherMatte(matte.source(), tiled.view(), radius, 0, 300);
+        GaussianBlur({matte.data.data(), whole.data.data(), matte.stride, 700, 300, 0, 300},
+                     radius / 2);
+        int worst = 0;
+        for (int y = 0; y < 300; ++y) {
+            for (int x = 0; x < 700; ++x) {
+                worst = std::max(worst, std::abs(tiled.at(x, y) - whole.at(x, y)));
+            }
+        }
+        EXPECT_LE(worst, 1) << radius;
+        EXPECT_TRUE(tiled.spareKept());
+    }
 }
 
 }  // namespace
