@@ -9,7 +9,9 @@
 #include "core/document_commands.h"
 #include "core/layer_commands.h"
 #include "fileio/file_commands.h"
+#include "filters/fill_commands.h"
 #include "filters/filter_commands.h"
+#include "filters/selection_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "paint/shape_commands.h"
@@ -26,6 +28,8 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterFileCommands(registry, targets.files);
     RegisterClipboardCommands(registry);
     RegisterCropCommands(registry);
+    RegisterFillCommands(registry);
+    RegisterSelectionCommands(registry);
     RegisterPaintCommands(registry, paint);
     RegisterShapeCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);

@@ -3,17 +3,28 @@
 
 #include "core/canvas_size.h"
 #include "core/commands.h"
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "pixel/blend.h"
 
 namespace wib {
 
-PackedColour CutLeavesColour(const Workspace& workspace) {
-    return workspace.colours.secondary;
-}
-
-void ClearSelectedPixels(Workspace& workspace, PackedColour colour) {
+void ClearSelectedPixels(Workspace& workspace) {
     Document& doc = workspace.document;
+    if (CurrentLayer(workspace) != 0) {
+        if (doc.Coverage.empty()) {
+            doc.Coverage = Plane(doc.width, doc.height, 255);
+        }
+        for (int y = 0; y < doc.height; ++y) {
+            const std::uint8_t* matte = doc.ABuffer.row(y);
+            std::uint8_t* coverage = doc.Coverage.row(y);
+            for (int x = 0; x < doc.width; ++x) {
+                coverage[x] = MaskMix(0, coverage[x], 255 - matte[x]);
+            }
+        }
+        return;
+    }
+    const PackedColour colour = workspace.colours.secondary;
     const int values[3] = {colour.r, colour.g, colour.b};
     Plane* planes[3] = {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
     for (int y = 0; y < doc.height; ++y) {

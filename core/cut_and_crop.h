@@ -11,14 +11,10 @@ class Workspace;
 // Told when an edit needs a selection and nothing is selected.
 inline constexpr const char* kNothingSelected = "Select part of the image first.";
 
-// What cut leaves where the selection was. There is one layer today, the
-// bottom one, and it keeps the secondary colour; the layers above it will
-// become transparent instead, and that choice belongs here.
-PackedColour CutLeavesColour(const Workspace& workspace);
-
-// Mixes the colour into the main planes weighted by the matte: a fully
-// selected pixel takes it, a partly selected one moves part of the way.
-void ClearSelectedPixels(Workspace& workspace, PackedColour colour);
+// Clears the selected pixels of the current layer, weighted by the matte (a
+// partly selected pixel goes part of the way): the bottom layer takes the
+// secondary colour, any other layer loses its coverage there.
+void ClearSelectedPixels(Workspace& workspace);
 
 // Crops the document, every frame included, to the selection's bounding box.
 // With nothing selected it says so and changes nothing; returns false then.

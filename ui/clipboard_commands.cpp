@@ -99,7 +99,7 @@ void RegisterClipboardCommands(CommandRegistry& registry) {
                       if (!Copy(workspace, *copied)) {
                           return false;
                       }
-                      ClearSelectedPixels(workspace, CutLeavesColour(workspace));
+                      ClearSelectedPixels(workspace);
                       return true;
                   },
                   true});

@@ -94,7 +94,7 @@ TEST_F(CutAndCrop, ClippingToTheMatteWeightsTheAlphaAndDropsWhatFallsOutside) {
 }
 
 TEST_F(CutAndCrop, ClearingMovesSelectedPixelsTowardsTheColourByTheMatte) {
-    ClearSelectedPixels(host.workspace, CutLeavesColour(host.workspace));
+    ClearSelectedPixels(host.workspace);
     const PackedColour white{255, 255, 255};
     ASSERT_EQ(host.workspace.colours.secondary, white);
     EXPECT_EQ(PackedPixel(doc(), 7, 5), white.packed());

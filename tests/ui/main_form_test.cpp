@@ -57,9 +57,10 @@ TEST_F(MainForm, TheMenuBarFollowsTheTableKnownMenusFirstOthersAfter) {
     commands.add({"plugin.misc.Clock", "Clock", "Layers", "", {}, noop});
     commands.add({"plugin.filter.Grain", "Grain", "Plug-ins", "", {}, noop});
     commands.add({"view.x", "X", "View", "", {}, noop});
+    commands.add({"select.x", "X", "Select", "", {}, noop});
     QCoreApplication::processEvents();
-    EXPECT_EQ(menus(), (QStringList{"mnuFile", "mnuEdit", "mnuImage", "mnuPlugins", "mnuView",
-                                    "mnuLayers"}));
+    EXPECT_EQ(menus(), (QStringList{"mnuFile", "mnuEdit", "mnuImage", "mnuSelect", "mnuPlugins",
+                                    "mnuView", "mnuLayers"}));
     EXPECT_NE(form.menuBar()->findChild<QAction*>("plugin.filter.Grain"), nullptr);
     EXPECT_NE(form.menuBar()->findChild<QMenu*>("mnuRecent"), nullptr);
 }
