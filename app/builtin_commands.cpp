@@ -5,12 +5,16 @@
 #include "app/animated_brush_commands.h"
 #include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
+#include "core/cut_and_crop.h"
 #include "core/document_commands.h"
 #include "core/layer_commands.h"
 #include "fileio/file_commands.h"
+#include "filters/fill_commands.h"
 #include "filters/filter_commands.h"
+#include "filters/selection_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
+#include "paint/shape_commands.h"
 #include "plugins/plugin_commands.h"
 #include "ui/clipboard_commands.h"
 #include "ui/window_commands.h"
@@ -23,7 +27,11 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterLayerCommands(registry);
     RegisterFileCommands(registry, targets.files);
     RegisterClipboardCommands(registry);
+    RegisterCropCommands(registry);
+    RegisterFillCommands(registry);
+    RegisterSelectionCommands(registry);
     RegisterPaintCommands(registry, paint);
+    RegisterShapeCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
     RegisterAnimationFileCommands(registry, targets.frames);

@@ -27,7 +27,8 @@ first shows its dialog, which starts from the same values.
 
 Parameter types: `integer` and `number` within the range shown; `colour` a packed
 R + 256 G + 65536 B; `boolean` -1 (true) or 0 (false); `choice` the position of one of the
-captions listed, from 0; `text` and `path` any text. A starting value marked "current" is the
+captions listed, from 0, or the caption itself as text in any letter case; `text` and `path` any
+text. A starting value marked "current" is the
 document's own value at the time (its width, say), the number shown when there is none.
 )";
 

@@ -51,19 +51,20 @@ CanvasOffsets AnchorOffsets(int anchor, int oldWidth, int oldHeight, int newWidt
 
 bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
                       int anchor) {
+    const Document& doc = workspace.document;
+    return ChangeCanvasSize(workspace, newWidth, newHeight, fill,
+                            AnchorOffsets(anchor, doc.width, doc.height, newWidth, newHeight));
+}
+
+bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
+                      CanvasOffsets offsets) {
     if (const auto problem = DocumentSizeProblem(newWidth, newHeight)) {
         workspace.host.prompter.message(*problem);
         return false;
     }
     Document& doc = workspace.document;
-    const CanvasChange change{doc.width,
-                              doc.height,
-                              newWidth,
-                              newHeight,
-                              AnchorOffsets(anchor, doc.width, doc.height, newWidth, newHeight),
-                              fill.r,
-                              fill.g,
-                              fill.b};
+    const CanvasChange change{doc.width, doc.height, newWidth, newHeight,
+                              offsets,   fill.r,     fill.g,   fill.b};
 
     // Everything the change needs is made before anything changes, so that a
     // failure leaves the document and every store as they were.

@@ -58,5 +58,9 @@ class CanvasResizeStore {
 // returns false then.
 bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
                       int anchor);
+// The same change with the old image placed at `offsets` in the new canvas
+// (negative offsets crop its left and top).
+bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
+                      CanvasOffsets offsets);
 
 }  // namespace wib

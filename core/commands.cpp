@@ -2,6 +2,7 @@
 #include "core/commands.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <sstream>
 
@@ -103,6 +104,28 @@ std::optional<ParamValue> CheckIntegerList(const ParamSpec& spec, const ParamVal
     return *list;
 }
 
+// A choice named by its caption, in any letter case and without the
+// accelerator mark: "replace" picks "Replace".
+std::optional<ParamValue> ChoiceByName(const ParamSpec& spec, const std::string& name,
+                                       std::string& error) {
+    const auto plain = [](const std::string& text) {
+        std::string out;
+        for (const char c : text) {
+            if (c != '&') {
+                out.push_back(static_cast<char>(std::tolower(static_cast<unsigned char>(c))));
+            }
+        }
+        return out;
+    };
+    for (std::size_t i = 0; i < spec.choices.size(); ++i) {
+        if (plain(spec.choices[i]) == plain(name)) {
+            return static_cast<long long>(i);
+        }
+    }
+    error = spec.name + " has no choice " + name;
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& value,
@@ -110,23 +133,16 @@ std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& va
     if (spec.type == ParamType::IntegerList) {
         return CheckIntegerList(spec, value, error);
     }
-    if (spec.type == ParamType::Choice) {
-        // A choice is also taken by its name.
-        if (const auto* text = std::get_if<std::string>(&value)) {
-            const auto found = std::find(spec.choices.begin(), spec.choices.end(), *text);
-            if (found == spec.choices.end()) {
-                error = spec.name + " has no choice " + *text;
-                return std::nullopt;
-            }
-            return static_cast<long long>(found - spec.choices.begin());
-        }
-    }
     if (spec.type == ParamType::Text || spec.type == ParamType::FilePath) {
         if (const auto* text = std::get_if<std::string>(&value)) {
             return *text;
         }
         error = spec.name + " must be text";
         return std::nullopt;
+    }
+    if (const auto* name = std::get_if<std::string>(&value);
+        name != nullptr && spec.type == ParamType::Choice) {
+        return ChoiceByName(spec, *name, error);
     }
     double number = 0;
     if (const auto* whole = std::get_if<long long>(&value)) {

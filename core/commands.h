@@ -148,7 +148,8 @@ ParamSpec IntegerParam(const char* name, const char* caption, double minimum, do
                        std::function<ParamValue(const Workspace&)> current = nullptr);
 
 // Checks one value against its parameter and brings it to the parameter's
-// own type (an integral number for an Integer, say). Nothing when it does not
+// own type (an integral number for an Integer, say; a Choice's position for
+// its caption given as text, in any letter case). Nothing when it does not
 // fit; `error` then says why.
 std::optional<ParamValue> CheckParam(const ParamSpec& spec, const ParamValue& value,
                                      std::string& error);

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <utility>
 
+#include "core/cut_and_crop.h"
 #include "core/layer_composite.h"
 #include "core/workspace.h"
 
@@ -369,36 +370,11 @@ bool Flatten(Workspace& workspace) {
 }
 
 bool ClearLayer(Workspace& workspace) {
-    Document& doc = workspace.document;
     if (LayerAt(workspace, CurrentLayer(workspace)).lockPixels) {
         workspace.host.prompter.message(kLayerLockedMessage);
         return false;
     }
-    const bool bottom = CurrentLayer(workspace) == 0;
-    const PackedColour fill = workspace.colours.secondary;
-    const bool selection = doc.AlphaBitsFlag != 0;
-    if (!bottom && doc.Coverage.empty()) {
-        doc.Coverage = Plane(doc.width, doc.height, 255);
-    }
-    // Through the selection: the bottom layer takes the secondary colour,
-    // any other loses its coverage, each weighted by the matte.
-    for (int y = 0; y < doc.height; ++y) {
-        const std::uint8_t* matte = doc.ABuffer.row(y);
-        for (int x = 0; x < doc.width; ++x) {
-            const int w = selection ? matte[x] : 255;
-            if (bottom) {
-                auto mix = [w](std::uint8_t& d, int s) {
-                    d = static_cast<std::uint8_t>((s * w + d * (255 - w) + 127) / 255);
-                };
-                mix(doc.RBuffer.row(y)[x], fill.r);
-                mix(doc.GBuffer.row(y)[x], fill.g);
-                mix(doc.BBuffer.row(y)[x], fill.b);
-            } else {
-                std::uint8_t& a = doc.Coverage.row(y)[x];
-                a = static_cast<std::uint8_t>((a * (255 - w) + 127) / 255);
-            }
-        }
-    }
+    ClearSelectedPixels(workspace);
     Changed(workspace);
     return true;
 }

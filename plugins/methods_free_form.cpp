@@ -2,6 +2,7 @@
 // Free-form objects: paths a plug-in builds and the program strokes.
 
 #include "paint/paint_session.h"
+#include "paint/shapes.h"
 #include "plugins/method_families.h"
 #include "plugins/rpc_error.h"
 
@@ -19,24 +20,6 @@ FreeFormPath& PathOf(CallContext& c, const CallArgs& args) {
         throw BadCall("no free-form object has that handle");
     }
     return found->second;
-}
-
-// Down at the first point, a move to each of the others (and back to the
-// first for a closed path), up at the end: one stroke of the current brush.
-void StrokePath(PaintSession& paint, const FreeFormPath& path) {
-    if (path.points.empty()) {
-        return;
-    }
-    const auto [firstX, firstY] = path.points.front();
-    paint.brushDown(firstX, firstY);
-    for (std::size_t i = 1; i < path.points.size(); ++i) {
-        paint.brushMove(path.points[i][0], path.points[i][1]);
-    }
-    if (path.closed && path.points.size() > 2) {
-        paint.brushMove(firstX, firstY);
-    }
-    const auto [lastX, lastY] = path.closed ? path.points.front() : path.points.back();
-    paint.brushUp(lastX, lastY);
 }
 
 }  // namespace
@@ -83,7 +66,7 @@ std::vector<MethodSpec> FreeFormMethods() {
              const FreeFormPath path = std::move(PathOf(c, args));
              c.connection.freeForms.erase(static_cast<int>(args.integer(0)));
              if (args.size() > 1 && args.integer(1) == -1) {
-                 StrokePath(c.host.paint, path);
+                 StrokePoints(c.host.paint, path.points, path.closed);
              }
              return Reply::Nil();
          }},

@@ -165,5 +165,19 @@ TEST(CommandRegistryBracket, ImageCommandsRunInTheEditBracket) {
     EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 90);
 }
 
+TEST(CheckParam, AChoiceIsTakenByPositionOrByItsCaptionInAnyCase) {
+    ParamSpec anchor;
+    anchor.name = "anchor";
+    anchor.type = ParamType::Choice;
+    anchor.choices = {"Top &left", "Centre", "Bottom right"};
+    std::string error;
+    EXPECT_EQ(CheckParam(anchor, std::string("centre"), error), ParamValue{1LL});
+    EXPECT_EQ(CheckParam(anchor, std::string("TOP LEFT"), error), ParamValue{0LL});
+    EXPECT_EQ(CheckParam(anchor, 2LL, error), ParamValue{2LL});
+    EXPECT_FALSE(CheckParam(anchor, std::string("middle"), error));
+    EXPECT_EQ(error, "anchor has no choice middle");
+    EXPECT_FALSE(CheckParam(anchor, 3LL, error));
+}
+
 }  // namespace
 }  // namespace wib

@@ -57,9 +57,10 @@ TEST_F(MainForm, TheMenuBarFollowsTheTableKnownMenusFirstOthersAfter) {
     commands.add({"plugin.misc.Clock", "Clock", "Layers", "", {}, noop});
     commands.add({"plugin.filter.Grain", "Grain", "Plug-ins", "", {}, noop});
     commands.add({"view.x", "X", "View", "", {}, noop});
+    commands.add({"select.x", "X", "Select", "", {}, noop});
     QCoreApplication::processEvents();
-    EXPECT_EQ(menus(), (QStringList{"mnuFile", "mnuEdit", "mnuImage", "mnuPlugins", "mnuView",
-                                    "mnuLayers"}));
+    EXPECT_EQ(menus(), (QStringList{"mnuFile", "mnuEdit", "mnuImage", "mnuSelect", "mnuPlugins",
+                                    "mnuView", "mnuLayers"}));
     EXPECT_NE(form.menuBar()->findChild<QAction*>("plugin.filter.Grain"), nullptr);
     EXPECT_NE(form.menuBar()->findChild<QMenu*>("mnuRecent"), nullptr);
 }
@@ -140,18 +141,20 @@ TEST_F(MainForm, AnEndBySignalClosesWithoutAsking) {
     EXPECT_TRUE(host.prompter.questions.empty());
 }
 
-// A pasted picture takes the document's place: unsaved changes are asked about.
-TEST_F(MainForm, PastingOverUnsavedChangesAsksFirst) {
+// A picture pasted as a new image takes the document's place: unsaved changes
+// are asked about.
+TEST_F(MainForm, PastingAsANewImageOverUnsavedChangesAsksFirst) {
     RegisterClipboardCommands(commands);
     QImage image(3, 2, QImage::Format_RGB32);
     image.fill(Qt::red);
     QGuiApplication::clipboard()->setImage(image);
     host.workspace.document.modified = true;
     host.prompter.answers = {3, 2};
-    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status,
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste_new_image", {}).status,
               CommandOutcome::Status::Refused);
     EXPECT_EQ(host.workspace.document.width, 64);
-    EXPECT_EQ(commands.run(host.workspace, "edit.paste", {}).status, CommandOutcome::Status::Done);
+    EXPECT_EQ(commands.run(host.workspace, "edit.paste_new_image", {}).status,
+              CommandOutcome::Status::Done);
     EXPECT_EQ(host.workspace.document.width, 3);
     EXPECT_EQ(host.workspace.document.RBuffer.at(0, 0), 255);
     EXPECT_EQ(host.workspace.document.GBuffer.at(0, 0), 0);

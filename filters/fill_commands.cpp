@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "filters/fill_commands.h"
+
+#include "core/commands.h"
+#include "core/workspace.h"
+#include "filters/fill_edit.h"
+#include "filters/filter_params.h"
+#include "filters/image_point_params.h"
+
+namespace wib {
+
+namespace {
+
+CommandSpec EditCommand(const char* id, const char* caption, std::vector<ParamSpec> params,
+                        std::function<bool(Workspace&, const ParamValues&)> change) {
+    CommandSpec spec{id, caption, "Edit", "", std::move(params), std::move(change)};
+    spec.changesImage = true;
+    return spec;
+}
+
+int Whole(const ParamValues& values, const char* name) {
+    return static_cast<int>(values.integer(name));
+}
+
+}  // namespace
+
+void RegisterFillCommands(CommandRegistry& registry) {
+    registry.add(
+        EditCommand("edit.fill", "Flood &fill...",
+                    {CoordinateParam("x", "X"), CoordinateParam("y", "Y"), ToleranceParam(),
+                     BooleanParam("contiguous", "Contiguous", true),
+                     IntegerParam("connectivity", "Connectivity", 4, 8, 4)},
+                    [](Workspace& workspace, const ParamValues& values) {
+                        const int connectivity = Whole(values, "connectivity");
+                        if (connectivity != 4 && connectivity != 8) {
+                            workspace.host.prompter.message("Connectivity must be 4 or 8.");
+                            return false;
+                        }
+                        FloodFill(workspace, {.x = Whole(values, "x"),
+                                              .y = Whole(values, "y"),
+                                              .tolerance = Whole(values, "tolerance"),
+                                              .contiguous = values.integer("contiguous") != 0,
+                                              .eightConnected = connectivity == 8});
+                        return true;
+                    }));
+    registry.add(EditCommand("edit.fill_selection", "Fill &selection", {},
+                             [](Workspace& workspace, const ParamValues&) {
+                                 FillSelection(workspace);
+                                 return true;
+                             }));
+    registry.add(EditCommand(
+        "draw.gradient", "&Gradient...",
+        {CoordinateParam("x0", "Start X"), CoordinateParam("y0", "Start Y"),
+         CoordinateParam("x1", "End X", 100), CoordinateParam("y1", "End Y"),
+         ChoiceParam("shape", "Shape", {"Linear", "Radial", "Conical", "Diamond", "Reflected"}, 0),
+         BooleanParam("dither", "Dither", false)},
+        [](Workspace& workspace, const ParamValues& values) {
+            DrawGradient(workspace,
+                         {.x0 = values.number("x0"),
+                          .y0 = values.number("y0"),
+                          .x1 = values.number("x1"),
+                          .y1 = values.number("y1"),
+                          .shape = static_cast<GradientShape>(values.integer("shape")),
+                          .dither = values.integer("dither") != 0 ? GradientDither::Ordered
+                                                                  : GradientDither::None});
+            return true;
+        }));
+}
+
+}  // namespace wib
