@@ -3,6 +3,8 @@
 
 #include <cstdint>
 
+#include "pixel/layer_blend.h"
+
 namespace wib {
 
 // A straight colour, 0..255 a channel.
@@ -10,18 +12,13 @@ struct Rgb8 {
     std::uint8_t r, g, b;
 };
 
-// The four blends that work on a whole colour rather than channel by channel,
-// with luminosity 0.30 R + 0.59 G + 0.11 B: `paint` is the colour laid on,
-// `image` the colour beneath. They work in integers at a hundredth of a
-// channel unit and round each channel to the nearest byte at the end.
-
-// The paint's hue with the image's saturation and luminosity.
-Rgb8 BlendHue(Rgb8 paint, Rgb8 image);
-// The paint's saturation with the image's hue and luminosity.
-Rgb8 BlendSaturation(Rgb8 paint, Rgb8 image);
-// The paint's hue and saturation with the image's luminosity.
-Rgb8 BlendColor(Rgb8 paint, Rgb8 image);
-// The paint's luminosity with the image's hue and saturation.
-Rgb8 BlendLuminosity(Rgb8 paint, Rgb8 image);
+// The blends that work on a whole colour rather than channel by channel (hue,
+// saturation, color and luminosity, with luminosity 0.30 R + 0.59 G +
+// 0.11 B): B(image, paint) of `count` pixels into the three rows of `out`,
+// skipping pixels where the paint's coverage is 0. They work in integers at a
+// hundredth of a channel unit and round each channel to the nearest byte at
+// the end.
+void BlendWholeColourRow(BlendMode mode, LayerRow paint, CompositeRow image,
+                         std::uint8_t* const out[3], int count);
 
 }  // namespace wib

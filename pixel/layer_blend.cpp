@@ -63,75 +63,75 @@ WIB_INLINE unsigned RoundedQuotient(std::uint64_t n, std::uint32_t d) {
     return static_cast<unsigned>(q) + (2 * rem >= static_cast<std::int64_t>(d) ? 1 : 0);
 }
 
-template <std::uint8_t (*Formula)(int, int)>
-WIB_INLINE void BlendChannel(const std::uint8_t* paint, const std::uint8_t* image,
-                             std::uint8_t* out, int count) {
-    for (int i = 0; i < count; ++i) {
-        out[i] = Formula(paint[i], image[i]);
+using ChannelFormula = std::uint8_t (*)(int paint, int image);
+
+// Normal mode's B: the paint itself.
+WIB_INLINE std::uint8_t BlendNormal(int paint, int) {
+    return static_cast<std::uint8_t>(paint);
+}
+
+// Calls visit.template operator()<F>() with the channel formula F of a
+// separable mode, so that each mode gets a row loop of its own.
+template <typename Visit>
+WIB_INLINE void WithChannelFormula(BlendMode mode, Visit&& visit) {
+    switch (mode) {
+        case BlendMode::Multiply:
+            return visit.template operator()<BlendMultiply>();
+        case BlendMode::Screen:
+            return visit.template operator()<BlendScreen>();
+        case BlendMode::Overlay:
+            return visit.template operator()<BlendOverlay>();
+        case BlendMode::Darken:
+            return visit.template operator()<BlendDarken>();
+        case BlendMode::Lighten:
+            return visit.template operator()<BlendLighten>();
+        case BlendMode::ColorDodge:
+            return visit.template operator()<BlendColorDodge>();
+        case BlendMode::ColorBurn:
+            return visit.template operator()<BlendColorBurn>();
+        case BlendMode::HardLight:
+            return visit.template operator()<BlendHardLight>();
+        case BlendMode::SoftLight:
+            return visit.template operator()<BlendSoftLight>();
+        case BlendMode::Difference:
+            return visit.template operator()<BlendDifference>();
+        case BlendMode::Exclusion:
+            return visit.template operator()<BlendExclusion>();
+        case BlendMode::Add:
+            return visit.template operator()<BlendAdd>();
+        case BlendMode::Subtract:
+            return visit.template operator()<BlendSubtract>();
+        default:
+            return visit.template operator()<BlendNormal>();
     }
 }
 
 // B(image, paint) of a separable mode over one channel of a chunk.
 WIB_LAYER_KERNEL void BlendSeparable(BlendMode mode, const std::uint8_t* paint,
                                      const std::uint8_t* image, std::uint8_t* out, int count) {
-    switch (mode) {
-        case BlendMode::Multiply:
-            return BlendChannel<BlendMultiply>(paint, image, out, count);
-        case BlendMode::Screen:
-            return BlendChannel<BlendScreen>(paint, image, out, count);
-        case BlendMode::Overlay:
-            return BlendChannel<BlendOverlay>(paint, image, out, count);
-        case BlendMode::Darken:
-            return BlendChannel<BlendDarken>(paint, image, out, count);
-        case BlendMode::Lighten:
-            return BlendChannel<BlendLighten>(paint, image, out, count);
-        case BlendMode::ColorDodge:
-            return BlendChannel<BlendColorDodge>(paint, image, out, count);
-        case BlendMode::ColorBurn:
-            return BlendChannel<BlendColorBurn>(paint, image, out, count);
-        case BlendMode::HardLight:
-            return BlendChannel<BlendHardLight>(paint, image, out, count);
-        case BlendMode::SoftLight:
-            return BlendChannel<BlendSoftLight>(paint, image, out, count);
-        case BlendMode::Difference:
-            return BlendChannel<BlendDifference>(paint, image, out, count);
-        case BlendMode::Exclusion:
-            return BlendChannel<BlendExclusion>(paint, image, out, count);
-        case BlendMode::Add:
-            return BlendChannel<BlendAdd>(paint, image, out, count);
-        case BlendMode::Subtract:
-            return BlendChannel<BlendSubtract>(paint, image, out, count);
-        default:
-            return;
-    }
+    WithChannelFormula(
+        mode, [&]<ChannelFormula Formula>() __attribute__((always_inline)) {
+            for (int i = 0; i < count; ++i) {
+                out[i] = Formula(paint[i], image[i]);
+            }
+        });
 }
 
-template <Rgb8 (*Formula)(Rgb8, Rgb8)>
-void BlendColourChunk(LayerRow layer, CompositeRow target, std::uint8_t* const out[3], int count) {
-    for (int i = 0; i < count; ++i) {
-        if (layer.a[i] == 0) {
-            continue;
-        }
-        const Rgb8 mixed =
-            Formula({layer.r[i], layer.g[i], layer.b[i]}, {target.r[i], target.g[i], target.b[i]});
-        out[0][i] = mixed.r;
-        out[1][i] = mixed.g;
-        out[2][i] = mixed.b;
-    }
-}
-
-void BlendNonSeparable(BlendMode mode, LayerRow layer, CompositeRow target,
-                       std::uint8_t* const out[3], int count) {
-    switch (mode) {
-        case BlendMode::Hue:
-            return BlendColourChunk<BlendHue>(layer, target, out, count);
-        case BlendMode::Saturation:
-            return BlendColourChunk<BlendSaturation>(layer, target, out, count);
-        case BlendMode::Color:
-            return BlendColourChunk<BlendColor>(layer, target, out, count);
-        default:
-            return BlendColourChunk<BlendLuminosity>(layer, target, out, count);
-    }
+// One channel of a separable mode over a chunk where the composite is opaque:
+// it stays opaque and the channel is round((s B + (kFull - s) below) / kFull),
+// s the layer's effective coverage, with no division by the result's coverage.
+WIB_LAYER_KERNEL void SeparableOverOpaque(BlendMode mode, const std::uint8_t* coverage,
+                                          unsigned opacity, const std::uint8_t* paint,
+                                          std::uint8_t* below, int count) {
+    WithChannelFormula(
+        mode, [&]<ChannelFormula Formula>() __attribute__((always_inline)) {
+            for (int i = 0; i < count; ++i) {
+                const unsigned s = coverage[i] * opacity;
+                const unsigned mixed = Formula(paint[i], below[i]);
+                below[i] = static_cast<std::uint8_t>(
+                    (s * mixed + (kFull - s) * below[i] + kFull / 2) / kFull);
+            }
+        });
 }
 
 bool IsNonSeparable(BlendMode mode) {
@@ -146,18 +146,6 @@ WIB_LAYER_KERNEL bool AllEqual(const std::uint8_t* values, int count, std::uint8
         differ |= values[i] ^ value;
     }
     return differ == 0;
-}
-
-// The composite is opaque over the whole chunk, so it stays opaque and each
-// channel is round((s * mixed + (kFull - s) * below) / kFull), s the layer's
-// effective coverage: no division by the result's coverage.
-WIB_LAYER_KERNEL void OverOpaque(const std::uint8_t* coverage, unsigned opacity,
-                                 const std::uint8_t* mixed, std::uint8_t* below, int count) {
-    for (int i = 0; i < count; ++i) {
-        const unsigned s = coverage[i] * opacity;
-        below[i] =
-            static_cast<std::uint8_t>((s * mixed[i] + (kFull - s) * below[i] + kFull / 2) / kFull);
-    }
 }
 
 // The general equation, pixel by pixel, with its special cases: with s and
@@ -213,28 +201,33 @@ void CompositeChunk(BlendMode mode, unsigned opacity, LayerRow layer, CompositeR
     if (AllEqual(layer.a, count, 0)) {
         return;
     }
+    const std::uint8_t* source[3] = {layer.r, layer.g, layer.b};
+    std::uint8_t* below[3] = {target.r, target.g, target.b};
     std::uint8_t buffer[3][kChunk];
-    std::uint8_t* const out[3] = {buffer[0], buffer[1], buffer[2]};
-    const std::uint8_t* mixed[3] = {layer.r, layer.g, layer.b};
+    const std::uint8_t* const blended[3] = {buffer[0], buffer[1], buffer[2]};
     if (IsNonSeparable(mode)) {
-        BlendNonSeparable(mode, layer, target, out, count);
-        mixed[0] = out[0];
-        mixed[1] = out[1];
-        mixed[2] = out[2];
-    } else if (mode != BlendMode::Normal) {
-        std::uint8_t* const below[3] = {target.r, target.g, target.b};
-        for (int c = 0; c < 3; ++c) {
-            BlendSeparable(mode, mixed[c], below[c], out[c], count);
-            mixed[c] = out[c];
+        std::uint8_t* const out[3] = {buffer[0], buffer[1], buffer[2]};
+        BlendWholeColourRow(mode, layer, target, out, count);
+        if (AllEqual(target.a, count, 255)) {
+            for (int c = 0; c < 3; ++c) {
+                SeparableOverOpaque(BlendMode::Normal, layer.a, opacity, blended[c], below[c],
+                                    count);
+            }
+        } else {
+            OverAny(layer, opacity, blended, target, count);
         }
+        return;
     }
     if (AllEqual(target.a, count, 255)) {
-        OverOpaque(layer.a, opacity, mixed[0], target.r, count);
-        OverOpaque(layer.a, opacity, mixed[1], target.g, count);
-        OverOpaque(layer.a, opacity, mixed[2], target.b, count);
-    } else {
-        OverAny(layer, opacity, mixed, target, count);
+        for (int c = 0; c < 3; ++c) {
+            SeparableOverOpaque(mode, layer.a, opacity, source[c], below[c], count);
+        }
+        return;
     }
+    for (int c = 0; c < 3; ++c) {
+        BlendSeparable(mode, source[c], below[c], buffer[c], count);
+    }
+    OverAny(layer, opacity, blended, target, count);
 }
 
 }  // namespace
