@@ -104,15 +104,24 @@ constexpr std::array<std::uint16_t, 256> MakeSoftLightCurve() {
 inline constexpr std::array<std::uint16_t, 256> kSoftLightCurve =
     blend_detail::MakeSoftLightCurve();
 
-// Soft light: a dark paint darkens the image by
-// (255 - 2 paint) * image * (255 - image) / 255^2, a light one lifts it towards
-// the curve above by (2 paint - 255) / 255 of the way; both truncate.
+// How far soft light can lift `image`: the curve above less the image, at
+// 256 units a channel step.
+inline int SoftLightLift(int image) {
+    return kSoftLightCurve[static_cast<std::size_t>(image)] - 256 * image;
+}
+
+// Soft light given the image's lift: a dark paint darkens the image by
+// (255 - 2 paint) * image * (255 - image) / 255^2, a light one lifts it by
+// (2 paint - 255) / 255 of its lift; both truncate. Both are worked out and
+// one chosen, so that row loops over it need no branch.
+inline std::uint8_t BlendSoftLightLifted(int paint, int image, int lift) {
+    const int dark = image - (255 - 2 * paint) * image * (255 - image) / 65025;
+    const int light = image + (2 * paint - 255) * lift / 65280;
+    return static_cast<std::uint8_t>(paint <= 127 ? dark : light);
+}
+
 inline std::uint8_t BlendSoftLight(int paint, int image) {
-    if (paint <= 127) {
-        return static_cast<std::uint8_t>(image - (255 - 2 * paint) * image * (255 - image) / 65025);
-    }
-    const int lift = kSoftLightCurve[static_cast<std::size_t>(image)] - 256 * image;
-    return static_cast<std::uint8_t>(image + (2 * paint - 255) * lift / 65280);
+    return BlendSoftLightLifted(paint, image, SoftLightLift(image));
 }
 
 // `source` laid over `image` by a brush mask value m (0 full strength, 255
