@@ -106,11 +106,11 @@ WIB_INLINE Rgb8 Luminosity(Rgb8 paint, Rgb8 image) {
 template <Rgb8 (*Formula)(Rgb8, Rgb8)>
 void BlendRow(LayerRow paint, CompositeRow image, std::uint8_t* const out[3], int count) {
     for (int i = 0; i < count; ++i) {
-        if (paint.a[i] == 0) {
-            continue;
-        }
-        const Rgb8 mixed =
-            Formula({paint.r[i], paint.g[i], paint.b[i]}, {image.r[i], image.g[i], image.b[i]});
+        // Uncovered pixels are left out of the blend, which they cannot
+        // show, but still get a value.
+        const Rgb8 mixed = paint.a[i] == 0 ? Rgb8{0, 0, 0}
+                                           : Formula({paint.r[i], paint.g[i], paint.b[i]},
+                                                     {image.r[i], image.g[i], image.b[i]});
         out[0][i] = mixed.r;
         out[1][i] = mixed.g;
         out[2][i] = mixed.b;

@@ -15,7 +15,7 @@ struct Rgb8 {
 // The blends that work on a whole colour rather than channel by channel (hue,
 // saturation, color and luminosity, with luminosity 0.30 R + 0.59 G +
 // 0.11 B): B(image, paint) of `count` pixels into the three rows of `out`,
-// skipping pixels where the paint's coverage is 0. They work in integers at a
+// giving 0 where the paint's coverage is 0. They work in integers at a
 // hundredth of a channel unit and round each channel to the nearest byte at
 // the end.
 void BlendWholeColourRow(BlendMode mode, LayerRow paint, CompositeRow image,

@@ -167,6 +167,22 @@ WIB_LAYER_KERNEL bool AllEqual(const std::uint8_t* values, int count, std::uint8
     return differ == 0;
 }
 
+// The composite is transparent over the whole chunk: the layer's own colour
+// shows wherever it has coverage, and the coverage is round(s / 255).
+WIB_LAYER_KERNEL void OverTransparent(LayerRow layer, unsigned opacity, CompositeRow target,
+                                      int count) {
+    const std::uint8_t* source[3] = {layer.r, layer.g, layer.b};
+    std::uint8_t* below[3] = {target.r, target.g, target.b};
+    for (int c = 0; c < 3; ++c) {
+        for (int i = 0; i < count; ++i) {
+            below[c][i] = layer.a[i] != 0 ? source[c][i] : below[c][i];
+        }
+    }
+    for (int i = 0; i < count; ++i) {
+        target.a[i] = static_cast<std::uint8_t>((layer.a[i] * opacity + 127) / 255);
+    }
+}
+
 // The general equation, pixel by pixel, with its special cases: with s and
 // the composite's coverage a (0..255) both whole,
 //   colour   = round(N / D),  N = s * ((255 - a) cs + a cm) + a (kFull - s) cb,
@@ -220,31 +236,33 @@ void CompositeChunk(BlendMode mode, unsigned opacity, LayerRow layer, CompositeR
     if (AllEqual(layer.a, count, 0)) {
         return;
     }
+    if (AllEqual(target.a, count, 0)) {
+        return OverTransparent(layer, opacity, target, count);
+    }
+    const bool opaque = AllEqual(target.a, count, 255);
     const std::uint8_t* source[3] = {layer.r, layer.g, layer.b};
     std::uint8_t* below[3] = {target.r, target.g, target.b};
     std::uint8_t buffer[3][kChunk];
+    std::uint8_t* const out[3] = {buffer[0], buffer[1], buffer[2]};
     const std::uint8_t* const blended[3] = {buffer[0], buffer[1], buffer[2]};
     if (IsNonSeparable(mode)) {
-        std::uint8_t* const out[3] = {buffer[0], buffer[1], buffer[2]};
         BlendWholeColourRow(mode, layer, target, out, count);
-        if (AllEqual(target.a, count, 255)) {
-            for (int c = 0; c < 3; ++c) {
-                SeparableOverOpaque(BlendMode::Normal, layer.a, opacity, blended[c], below[c],
-                                    count);
-            }
-        } else {
-            OverAny(layer, opacity, blended, target, count);
+        if (!opaque) {
+            return OverAny(layer, opacity, blended, target, count);
+        }
+        for (int c = 0; c < 3; ++c) {
+            SeparableOverOpaque(BlendMode::Normal, layer.a, opacity, blended[c], below[c], count);
         }
         return;
     }
-    if (AllEqual(target.a, count, 255)) {
+    if (opaque) {
         for (int c = 0; c < 3; ++c) {
             SeparableOverOpaque(mode, layer.a, opacity, source[c], below[c], count);
         }
         return;
     }
     for (int c = 0; c < 3; ++c) {
-        BlendSeparable(mode, source[c], below[c], buffer[c], count);
+        BlendSeparable(mode, source[c], below[c], out[c], count);
     }
     OverAny(layer, opacity, blended, target, count);
 }
