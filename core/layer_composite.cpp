@@ -6,36 +6,30 @@
 
 #include "core/layer_edit.h"
 #include "core/workspace.h"
+#include "pixel/layer_composite.h"
 
 namespace wib {
 
 void CompositeSources(const std::vector<CompositeSource>& sources, const PixelRect& rect,
                       LayerPixels& out) {
-    const int right = std::min(rect.right, out.r.ubX());
-    const int bottom = std::min(rect.bottom, out.r.ubY());
+    // The planes' spare column and row are no part of the picture.
     const int left = std::max(rect.left, 0);
     const int top = std::max(rect.top, 0);
-    if (right < left || bottom < top) {
+    const int right = std::min(rect.left + rect.width, out.r.ubX());
+    const int bottom = std::min(rect.top + rect.height, out.r.ubY());
+    if (right <= left || bottom <= top) {
         return;
     }
-    const int count = right - left + 1;
-    // An opaque layer reads its coverage from a row of 255s.
-    std::vector<std::uint8_t> opaque(static_cast<std::size_t>(count), 255);
-    for (int y = top; y <= bottom; ++y) {
-        const CompositeRow target{out.r.row(y) + left, out.g.row(y) + left, out.b.row(y) + left,
-                                  out.a.row(y) + left};
-        std::fill_n(target.a, count, 0);
-        std::fill_n(target.r, count, 0);
-        std::fill_n(target.g, count, 0);
-        std::fill_n(target.b, count, 0);
-        for (const CompositeSource& source : sources) {
-            const LayerRow row{source.r->row(y) + left, source.g->row(y) + left,
-                               source.b->row(y) + left,
-                               source.a ? source.a->row(y) + left : opaque.data()};
-            CompositeLayerRow(source.mode, static_cast<std::uint8_t>(source.opacity), row, target,
-                              count);
-        }
+    const auto stride = static_cast<std::ptrdiff_t>(out.r.stride());
+    std::vector<LayerPlanes> layers;
+    layers.reserve(sources.size());
+    for (const CompositeSource& source : sources) {
+        layers.push_back({source.r->data(), source.g->data(), source.b->data(),
+                          source.a ? source.a->data() : nullptr, stride, source.mode,
+                          static_cast<std::uint8_t>(source.opacity)});
     }
+    CompositeRect(layers, {out.r.data(), out.g.data(), out.b.data(), out.a.data(), stride},
+                  {left, top, right - left, bottom - top});
 }
 
 std::vector<CompositeSource> VisibleSources(const Workspace& workspace) {
@@ -59,7 +53,7 @@ LayerPixels TransparentPixels(int width, int height) {
 LayerPixels CompositePicture(const Workspace& workspace) {
     const Document& doc = workspace.document;
     LayerPixels out = TransparentPixels(doc.width, doc.height);
-    CompositeSources(VisibleSources(workspace), {0, 0, doc.width - 1, doc.height - 1}, out);
+    CompositeSources(VisibleSources(workspace), {0, 0, doc.width, doc.height}, out);
     return out;
 }
 

@@ -4,19 +4,11 @@
 #include <vector>
 
 #include "core/layer_stack.h"
+#include "pixel/pixel_rect.h"
 
 namespace wib {
 
 class Workspace;
-
-// A rectangle of the picture, inclusive.
-struct PixelRect {
-    int left = 0;
-    int top = 0;
-    int right = -1;
-    int bottom = -1;
-    bool empty() const { return right < left || bottom < top; }
-};
 
 // One layer as the compositor reads it: its planes (coverage null while
 // opaque) and how it is laid on.
@@ -30,7 +22,7 @@ struct CompositeSource {
 };
 
 // Lays the sources, bottom first, over a transparent start within `rect`
-// (clipped to the planes) into `out`, whose planes have the sources' shape.
+// (clipped to the picture) into `out`, whose planes have the sources' shape.
 void CompositeSources(const std::vector<CompositeSource>& sources, const PixelRect& rect,
                       LayerPixels& out);
 

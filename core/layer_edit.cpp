@@ -93,7 +93,7 @@ void MoveCurrentIntoCell(Workspace& workspace) {
 // Composites `sources` over a transparent start into a new cell.
 LayerCell CompositeCell(const Document& doc, const std::vector<CompositeSource>& sources) {
     LayerPixels out = TransparentPixels(doc.width, doc.height);
-    CompositeSources(sources, {0, 0, doc.width - 1, doc.height - 1}, out);
+    CompositeSources(sources, {0, 0, doc.width, doc.height}, out);
     return MakeCell(std::move(out));
 }
 
@@ -359,7 +359,7 @@ bool Flatten(Workspace& workspace) {
                 }
             }
             LayerPixels out = TransparentPixels(doc.width, doc.height);
-            CompositeSources(sources, {0, 0, doc.width - 1, doc.height - 1}, out);
+            CompositeSources(sources, {0, 0, doc.width, doc.height}, out);
             out.a = Plane();
             flat.frames.push_back(MakeCell(std::move(out)));
         }

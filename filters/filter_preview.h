@@ -9,6 +9,7 @@
 #include "core/host/host_services.h"
 #include "core/plane.h"
 #include "filters/filter_row.h"
+#include "pixel/pixel_rect.h"
 
 namespace wib {
 
@@ -41,14 +42,6 @@ PreviewReach IntegerReach(std::string name, int extra = 0);
 // A reach of `sigmas` times the number parameter `name`, plus `extra`.
 PreviewReach NumberReach(std::string name, double sigmas, int extra = 0);
 PreviewReach FixedReach(int pixels);
-
-// A rectangle of image pixels.
-struct PixelRect {
-    int left = 0;
-    int top = 0;
-    int width = 0;
-    int height = 0;
-};
 
 // A copy of what one preview reads, taken on the interface thread so that the
 // worker never touches the document.

@@ -4,7 +4,6 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPixmap>
 #include <QTabletEvent>
 #include <algorithm>
 #include <cmath>
@@ -17,6 +16,7 @@
 #include "core/workspace.h"
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
+#include "pixel/checkerboard.h"
 #include "plugins/canvas_events.h"
 #include "ui/plane_image.h"
 
@@ -313,20 +313,19 @@ void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& tar
         composite_ = TransparentPixels(document_.width, document_.height);
     }
     CompositeSources(VisibleSources(workspace_),
-                     {source.left(), source.top(), source.right(), source.bottom()}, composite_);
-    PlanesToImage(composite_.r, composite_.g, composite_.b, &composite_.a, source, picture_);
-    // Squares of eight image pixels, fixed to the image as it scrolls.
-    constexpr int kSquare = 8;
-    const double side = std::max(1.0, kSquare * scale());
-    QPixmap tile(static_cast<int>(std::ceil(side * 2)), static_cast<int>(std::ceil(side * 2)));
-    tile.fill(QColor(255, 255, 255));
-    QPainter tiles(&tile);
-    tiles.fillRect(QRectF(0, 0, side, side), QColor(204, 204, 204));
-    tiles.fillRect(QRectF(side, side, side, side), QColor(204, 204, 204));
-    tiles.end();
-    QBrush checker(tile);
-    painter.setBrushOrigin(0, 0);
-    painter.fillRect(target, checker);
+                     {source.left(), source.top(), source.width(), source.height()}, composite_);
+    if (picture_.size() != source.size() || picture_.format() != QImage::Format_RGB32) {
+        picture_ = QImage(source.size(), QImage::Format_RGB32);
+    }
+    // Over a checkerboard fixed to the image, so that it stays put as it scrolls.
+    for (int y = 0; y < source.height(); ++y) {
+        const int sy = source.top() + y;
+        const int sx = source.left();
+        CheckerboardRow({composite_.r.row(sy) + sx, composite_.g.row(sy) + sx,
+                         composite_.b.row(sy) + sx, composite_.a.row(sy) + sx},
+                        sx, sy, source.width(),
+                        reinterpret_cast<std::uint32_t*>(picture_.scanLine(y)));
+    }
     painter.drawImage(target, picture_);
 }
 

@@ -12,16 +12,10 @@ void PlanesToImage(const Document& document, const QRect& area, QImage& image) {
 
 void PlanesToImage(const Plane& red, const Plane& green, const Plane& blue, const QRect& area,
                    QImage& image) {
-    PlanesToImage(red, green, blue, nullptr, area, image);
-}
-
-void PlanesToImage(const Plane& red, const Plane& green, const Plane& blue, const Plane* alpha,
-                   const QRect& area, QImage& image) {
     // The planes hold a spare column and row beyond the image.
     const QRect clipped = area.intersected(QRect(0, 0, red.ubX(), red.ubY()));
-    const QImage::Format format = alpha ? QImage::Format_ARGB32 : QImage::Format_RGB32;
-    if (image.size() != clipped.size() || image.format() != format) {
-        image = QImage(clipped.size(), format);
+    if (image.size() != clipped.size() || image.format() != QImage::Format_RGB32) {
+        image = QImage(clipped.size(), QImage::Format_RGB32);
     }
     for (int y = 0; y < clipped.height(); ++y) {
         const int sy = clipped.top() + y;
@@ -29,13 +23,6 @@ void PlanesToImage(const Plane& red, const Plane& green, const Plane& blue, cons
         const std::uint8_t* g = green.row(sy) + clipped.left();
         const std::uint8_t* b = blue.row(sy) + clipped.left();
         auto* out = reinterpret_cast<QRgb*>(image.scanLine(y));
-        if (alpha != nullptr) {
-            const std::uint8_t* a = alpha->row(sy) + clipped.left();
-            for (int x = 0; x < clipped.width(); ++x) {
-                out[x] = qRgba(r[x], g[x], b[x], a[x]);
-            }
-            continue;
-        }
         for (int x = 0; x < clipped.width(); ++x) {
             out[x] = qRgb(r[x], g[x], b[x]);
         }

@@ -16,10 +16,7 @@ struct Document;
 // painting reuse one buffer instead of taking fresh pages every time.
 void PlanesToImage(const Document& document, const QRect& area, QImage& image);
 // The same for any three planes of the document's shape (the swap image).
-// With `alpha` (straight, not premultiplied) the picture has an alpha channel.
 void PlanesToImage(const Plane& r, const Plane& g, const Plane& b, const QRect& area,
                    QImage& image);
-void PlanesToImage(const Plane& r, const Plane& g, const Plane& b, const Plane* alpha,
-                   const QRect& area, QImage& image);
 
 }  // namespace wib
