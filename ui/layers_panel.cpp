@@ -81,18 +81,18 @@ Layers_panel::Layers_panel(Workspace& workspace, const CommandRegistry& commands
     opacityLine->addWidget(opacityText_);
     column->addLayout(opacityLine);
 
-    auto* scroll = new QScrollArea(body);
-    scroll->setObjectName("LayerList");
-    scroll->setWidgetResizable(true);
-    list_ = new QWidget(scroll);
+    scroll_ = new QScrollArea(body);
+    scroll_->setObjectName("LayerList");
+    scroll_->setWidgetResizable(true);
+    list_ = new QWidget(scroll_);
     list_->setBackgroundRole(QPalette::Base);
     list_->setAutoFillBackground(true);
     auto* rows = new QVBoxLayout(list_);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(1);
     rows->addStretch();
-    scroll->setWidget(list_);
-    column->addWidget(scroll, 1);
+    scroll_->setWidget(list_);
+    column->addWidget(scroll_, 1);
     dropMark_ = new QFrame(list_);
     dropMark_->setFrameShape(QFrame::HLine);
     dropMark_->setLineWidth(2);
@@ -180,6 +180,9 @@ void Layers_panel::showLayers() {
         const int layer = count - 1 - r;
         rows_[static_cast<std::size_t>(r)]->showLayer(LayerAt(workspace_, layer), layer == current);
     }
+    // Laid out first, so that the scroll knows where the current row is.
+    list_->layout()->activate();
+    scroll_->ensureWidgetVisible(rowOfLayer(current), 0, 0);
     const LayerProperties& shown = LayerAt(workspace_, current);
     {
         const QSignalBlocker quietMode(mode_);

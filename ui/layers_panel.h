@@ -12,6 +12,7 @@
 class QComboBox;
 class QFrame;
 class QLabel;
+class QScrollArea;
 class QSlider;
 class QTimer;
 class QToolButton;
@@ -62,6 +63,7 @@ class Layers_panel : public QDockWidget {
     QComboBox* mode_;
     QSlider* opacity_;
     QLabel* opacityText_;
+    QScrollArea* scroll_;
     QWidget* list_;
     QFrame* dropMark_;
     std::vector<LayerListRow*> rows_;

@@ -48,8 +48,10 @@ constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
                                          200, 300, 400, 600, 800, 1600};
 // Temporary files the animation and layer stores leave in the temporary folder.
 constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
-// The layers panel's height in pixels, in section "Sidebar".
+// The layers panel's height in pixels, in section "Sidebar"; before one is
+// saved, room for about four layers.
 constexpr const char* kLayersHeightKey = "Layers_Hight";
+constexpr long long kDefaultLayersHeight = 340;
 
 QString Base64(const QByteArray& bytes) {
     return QString::fromLatin1(bytes.toBase64());
@@ -359,7 +361,8 @@ void MDI_MainForm::restoreWindowPos() {
 }
 
 void MDI_MainForm::restoreLayersHeight() {
-    const long long height = workspace_.host.preferences.integer("Sidebar", kLayersHeightKey, 0);
+    const long long height =
+        workspace_.host.preferences.integer("Sidebar", kLayersHeightKey, kDefaultLayersHeight);
     if (height <= 0 || !layers_->isVisible() || layers_->isFloating()) {
         return;
     }
