@@ -26,8 +26,9 @@ CommandSpec PlainLayerCommand(const char* id, const char* caption, const char* s
     return spec;
 }
 
-ParamSpec IndexParam() {
-    return IntegerParam("index", "Layer", 0, kMaxLayerIndex, 0, [](const Workspace& w) {
+// A layer index parameter, starting at the current layer.
+ParamSpec IndexParam(const char* name = "index", const char* caption = "Layer") {
+    return IntegerParam(name, caption, 0, kMaxLayerIndex, 0, [](const Workspace& w) {
         return ParamValue{static_cast<long long>(CurrentLayer(w))};
     });
 }
@@ -66,7 +67,15 @@ std::vector<ParamSpec> PropertyParams() {
     visible.current = [](const Workspace& w) {
         return ParamValue{LayerAt(w, CurrentLayer(w)).visible ? -1LL : 0LL};
     };
-    return {IndexParam(), name, opacity, mode, visible};
+    ParamSpec locked;
+    locked.name = "locked";
+    locked.caption = "Locked";
+    locked.type = ParamType::Boolean;
+    locked.fallback = 0LL;
+    locked.current = [](const Workspace& w) {
+        return ParamValue{LayerAt(w, CurrentLayer(w)).lockPixels ? -1LL : 0LL};
+    };
+    return {IndexParam(), name, opacity, mode, visible, locked};
 }
 
 bool SetFromValues(Workspace& workspace, const ParamValues& values) {
@@ -81,6 +90,8 @@ bool SetFromValues(Workspace& workspace, const ParamValues& values) {
     }
     if (values.given("visible"))
         change.visible = values.integer("visible") != 0;
+    if (values.given("locked"))
+        change.lockPixels = values.integer("locked") != 0;
     return ChangeLayer(workspace, index, change);
 }
 
@@ -100,6 +111,17 @@ void RegisterLayerCommands(CommandRegistry& registry) {
                                    [](Workspace& w) { return MoveLayer(w, CurrentLayer(w), 1); }));
     registry.add(PlainLayerCommand("layer.move_down", "Move layer do&wn", "Ctrl+[",
                                    [](Workspace& w) { return MoveLayer(w, CurrentLayer(w), -1); }));
+    CommandSpec move{"layer.move",
+                     "Move layer &to...",
+                     "Layer",
+                     "",
+                     {IndexParam(), IndexParam("to", "To place")},
+                     [](Workspace& workspace, const ParamValues& values) {
+                         return MoveLayerTo(workspace, static_cast<int>(values.integer("index")),
+                                            static_cast<int>(values.integer("to")));
+                     }};
+    move.changesImage = true;
+    registry.add(std::move(move));
     registry.add(PlainLayerCommand("layer.clear", "&Clear layer", "", ClearLayer));
     registry.add(PlainLayerCommand("layer.from_selection", "Layer from &selection", "Ctrl+Alt+J",
                                    LayerFromSelection));

@@ -277,17 +277,25 @@ bool DeleteLayer(Workspace& workspace, int index) {
 }
 
 bool MoveLayer(Workspace& workspace, int index, int step) {
-    const int target = index + step;
-    if (!ValidLayer(workspace, index) || !ValidLayer(workspace, target) || step == 0) {
+    return MoveLayerTo(workspace, index, index + step);
+}
+
+bool MoveLayerTo(Workspace& workspace, int index, int to) {
+    if (!ValidLayer(workspace, index) || !ValidLayer(workspace, to) || index == to) {
         return false;
     }
     return WithStoredCurrent(workspace, [&](LayerStack& s) {
-        std::swap(s.layers[static_cast<std::size_t>(index)],
-                  s.layers[static_cast<std::size_t>(target)]);
+        Layer moving = std::move(s.layers[static_cast<std::size_t>(index)]);
+        s.layers.erase(s.layers.begin() + index);
+        s.layers.insert(s.layers.begin() + to, std::move(moving));
+        // The current layer stays the same layer: the moved one goes to `to`,
+        // those it passed shift one place towards where it came from.
         if (s.current == index) {
-            s.current = target;
-        } else if (s.current == target) {
-            s.current = index;
+            s.current = to;
+        } else if (index < s.current && s.current <= to) {
+            s.current -= 1;
+        } else if (to <= s.current && s.current < index) {
+            s.current += 1;
         }
         return true;
     });

@@ -56,7 +56,10 @@ LayerCell CopyCurrentLayer(const Workspace& workspace);
 bool AddLayer(Workspace& workspace);
 bool DuplicateLayer(Workspace& workspace);
 bool DeleteLayer(Workspace& workspace, int index);
+// Moves layer `index` by `step` places (MoveLayer) or to place `to`
+// (MoveLayerTo), the layers between shifting over.
 bool MoveLayer(Workspace& workspace, int index, int step);
+bool MoveLayerTo(Workspace& workspace, int index, int to);
 bool MergeDown(Workspace& workspace);
 bool MergeVisible(Workspace& workspace);
 bool Flatten(Workspace& workspace);

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDesktopServices>
+#include <QDockWidget>
 #include <QIcon>
 #include <QKeyEvent>
 #include <QKeySequence>
@@ -12,6 +13,7 @@
 #include <QPixmap>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QUrl>
 #include <QWheelEvent>
 #include <algorithm>
@@ -32,6 +34,7 @@
 #include "ui/filter_panels.h"
 #include "ui/focus_keeper.h"
 #include "ui/form1.h"
+#include "ui/layers_panel.h"
 #include "ui/menu_order.h"
 #include "ui/running_plugins.h"
 #include "ui/swap_image_view.h"
@@ -45,6 +48,10 @@ constexpr std::array<int, 13> kZoomSteps{10,  25,  33,  50,  67,  100, 150,
                                          200, 300, 400, 600, 800, 1600};
 // Temporary files the animation and layer stores leave in the temporary folder.
 constexpr std::array<const char*, 2> kTempAnimationFiles{"CropAnim.tmp", "CropLayers.tmp"};
+// The layers panel's height in pixels, in section "Sidebar"; before one is
+// saved, room for about four layers.
+constexpr const char* kLayersHeightKey = "Layers_Hight";
+constexpr long long kDefaultLayersHeight = 340;
 
 QString Base64(const QByteArray& bytes) {
     return QString::fromLatin1(bytes.toBase64());
@@ -90,6 +97,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         });
         qApp->installEventFilter(this);
     }
+    // Below the brush and paper panels, sharing their side.
+    layers_ = new Layers_panel(workspace_, commands_, this);
+    addDockWidget(Qt::RightDockWidgetArea, layers_);
 
     SetDocumentDialogs(dialogs_, workspace_, paths_.dataDir / "Def_Res.txt", this);
     SetFilterPanels(dialogs_, {workspace_, *canvas_}, this);
@@ -116,6 +126,7 @@ WindowActions MDI_MainForm::windowActions() {
             [this] { zoomOut(); },
             [this] { zoomActual(); },
             [this] { log_->setVisible(!log_->isVisible()); },
+            [this] { layers_->setVisible(!layers_->isVisible()); },
             [this] { close(); },
             [this] { openPluginFolder(); },
             [this] { showRunningPlugins(); },
@@ -345,6 +356,34 @@ void MDI_MainForm::restoreWindowPos() {
     if (state) {
         restoreState(QByteArray::fromBase64(QByteArray::fromStdString(*state)));
     }
+    // Once the window has been laid out with the restored layout.
+    QTimer::singleShot(0, this, [this] { restoreLayersHeight(); });
+}
+
+void MDI_MainForm::restoreLayersHeight() {
+    const long long height =
+        workspace_.host.preferences.integer("Sidebar", kLayersHeightKey, kDefaultLayersHeight);
+    if (height <= 0 || !layers_->isVisible() || layers_->isFloating()) {
+        return;
+    }
+    // The window fills the side with its docks in proportion to the sizes it
+    // is given, so the other panels showing on that side are given what is
+    // left, in their present proportions.
+    QList<QDockWidget*> docks{layers_};
+    QList<int> sizes{static_cast<int>(height)};
+    int others = 0;
+    for (QDockWidget* dock : findChildren<QDockWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (dock != layers_ && dock->isVisible() && !dock->isFloating() &&
+            dockWidgetArea(dock) == dockWidgetArea(layers_)) {
+            docks.append(dock);
+            others += dock->height();
+        }
+    }
+    const int rest = std::max(0, layers_->height() + others - static_cast<int>(height));
+    for (qsizetype i = 1; i < docks.size(); ++i) {
+        sizes.append(std::max(1, rest * docks[i]->height() / std::max(1, others)));
+    }
+    resizeDocks(docks, sizes, Qt::Vertical);
 }
 
 void MDI_MainForm::SaveWindowPos() {
@@ -352,6 +391,8 @@ void MDI_MainForm::SaveWindowPos() {
                                          Base64(saveGeometry()).toStdString());
     workspace_.host.preferences.setValue("Windows", "MDI_MainForm_State",
                                          Base64(saveState()).toStdString());
+    workspace_.host.preferences.setValue("Sidebar", kLayersHeightKey,
+                                         std::to_string(layers_->height()));
 }
 
 void MDI_MainForm::SaveMRuds() {
@@ -507,15 +548,18 @@ void MDI_MainForm::redraw(bool complete) {
 
 void MDI_MainForm::refresh() {
     redraw(false);
+    layers_->thumbnailsStale();
 }
 
 void MDI_MainForm::completeRefresh() {
     redraw(true);
+    layers_->thumbnailsStale();
 }
 
 void MDI_MainForm::refreshArea(int left, int top, int right, int bottom) {
     if (CurrentRefreshScope(workspace_.document) != RefreshScope::None) {
         canvas_->refreshArea(left, top, right, bottom);
+        layers_->thumbnailsStale();
     }
 }
 

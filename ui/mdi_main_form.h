@@ -28,6 +28,7 @@ class SwapImageView;
 class ColourWells;
 class CommandRegistry;
 class ErrorConsoleForm;
+class Layers_panel;
 class PaintSession;
 class Paper_Panel;
 class Form1;
@@ -60,6 +61,7 @@ class MDI_MainForm : public QMainWindow, public View {
 
     ErrorConsoleForm* logWindow() const { return log_; }
     Tool_Panel* toolPanel() const { return tools_; }
+    Layers_panel* layersPanel() const { return layers_; }
     Form1* canvas() const { return canvas_; }
 
     // Runs a command as its menu item does: its dialog first when it has
@@ -81,7 +83,8 @@ class MDI_MainForm : public QMainWindow, public View {
     // Creates the tool panel and docks it as "ToolbarPlacement" (0 left,
     // 1 right, 2 top, 3 bottom) and "SingleColumnTools" (-1 one column) say.
     void createToolPanel();
-    // Puts back the window layout saved at the last shut-down.
+    // Puts back the window layout saved at the last shut-down, and the layers
+    // panel's height.
     void restoreWindowPos();
 
     // The title shows the size, zoom, unsaved changes and Caps Lock's erase mode.
@@ -125,6 +128,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void showSwapImage();
     void rebuildRecentMenu();
     void setZoom(int percent);
+    void restoreLayersHeight();
     void redraw(bool complete);
 
     Workspace& workspace_;
@@ -133,6 +137,7 @@ class MDI_MainForm : public QMainWindow, public View {
     QScrollArea* scroll_;
     Form1* canvas_;
     ErrorConsoleForm* log_;
+    Layers_panel* layers_;
     Tool_Panel* tools_ = nullptr;
     PaintSession* paint_ = nullptr;
     BrushOptions* brushPanel_ = nullptr;

@@ -33,6 +33,7 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
                       return true;
                   }});
     add("window.log", "&Log", "Window", "Ctrl+L", &WindowActions::toggleLog);
+    add("window.layers", "La&yers", "Window", "F7", &WindowActions::toggleLayers);
     add("file.exit", "E&xit", "File", "Ctrl+Q", &WindowActions::exit);
     add("plugins.open_folder", "Open plug-in &folder", "Plug-ins", "",
         &WindowActions::openPluginFolder);

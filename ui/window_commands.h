@@ -15,6 +15,7 @@ struct WindowActions {
     std::function<void()> zoomOut;
     std::function<void()> zoomActual;
     std::function<void()> toggleLog;
+    std::function<void()> toggleLayers;
     std::function<void()> exit;
     std::function<void()> openPluginFolder;
     std::function<void()> showRunningPlugins;
@@ -23,7 +24,7 @@ struct WindowActions {
     std::function<void()> autosave;
 };
 
-// view.zoom_in, view.zoom_out, view.zoom_actual, window.log, file.exit,
+// view.zoom_in, view.zoom_out, view.zoom_actual, window.log, window.layers, file.exit,
 // plugins.open_folder, plugins.running, swap.show and file.autosave (a
 // recovery snapshot of the work, written at once).
 // `actions` must outlive the registry's use.

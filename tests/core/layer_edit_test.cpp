@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 #include "core/commands.h"
 #include "core/layer_commands.h"
 #include "core/layer_composite.h"
@@ -174,6 +177,54 @@ TEST_F(Layers, SelectIsNoUndoStepAndClearFollowsTheMatte) {
     EXPECT_EQ(doc().Coverage.at(1, 0), 0);
     EXPECT_EQ(doc().Coverage.at(2, 0), 127);
     EXPECT_EQ(doc().Coverage.at(3, 0), 255);
+}
+
+TEST_F(Layers, MoveTakesALayerAcrossSeveralPlacesInOneUndoStep) {
+    SaveUndo(ws());
+    run("layer.new");
+    run("layer.new");
+    run("layer.new");
+    paintCurrent(77, 2, 2);  // "Layer 3", on top and current
+    const auto names = [this] {
+        std::vector<std::string> out;
+        for (int i = 0; i < LayerCount(ws()); ++i) {
+            out.push_back(LayerAt(ws(), i).name);
+        }
+        return out;
+    };
+    ASSERT_EQ(run("layer.move", {{"index", 3LL}, {"to", 1LL}}), CommandOutcome::Status::Done);
+    EXPECT_EQ(names(), (std::vector<std::string>{"Background", "Layer 3", "Layer 1", "Layer 2"}));
+    EXPECT_EQ(CurrentLayer(ws()), 1);  // the moved layer stays current
+    EXPECT_EQ(doc().RBuffer.at(2, 2), 77);
+
+    // Moving another layer past the current one shifts it, keeping the same layer current.
+    run("layer.move", {{"index", 0LL}, {"to", 2LL}});
+    EXPECT_EQ(names(), (std::vector<std::string>{"Layer 3", "Layer 1", "Background", "Layer 2"}));
+    EXPECT_EQ(CurrentLayer(ws()), 0);
+    EXPECT_EQ(doc().RBuffer.at(2, 2), 77);
+    run("layer.move", {{"index", 3LL}, {"to", 0LL}});
+    EXPECT_EQ(CurrentLayer(ws()), 1);
+    EXPECT_EQ(LayerAt(ws(), 1).name, "Layer 3");
+
+    EXPECT_EQ(run("layer.move", {{"index", 1LL}, {"to", 1LL}}), CommandOutcome::Status::Refused);
+    EXPECT_EQ(run("layer.move", {{"index", 1LL}, {"to", 4LL}}), CommandOutcome::Status::Refused);
+
+    ASSERT_TRUE(EditUndo(ws()));
+    ASSERT_TRUE(EditUndo(ws()));
+    EXPECT_EQ(names(), (std::vector<std::string>{"Background", "Layer 3", "Layer 1", "Layer 2"}));
+    ASSERT_TRUE(EditUndo(ws()));
+    EXPECT_EQ(names(), (std::vector<std::string>{"Background", "Layer 1", "Layer 2", "Layer 3"}));
+}
+
+TEST_F(Layers, SetLocksOnlyWhenToldAndKeepsTheLockOtherwise) {
+    run("layer.set", {{"index", 0LL}, {"locked", -1LL}});
+    EXPECT_TRUE(LayerAt(ws(), 0).lockPixels);
+    EXPECT_FALSE(LayerAt(ws(), 0).lockAlpha);
+    run("layer.set", {{"index", 0LL}, {"opacity", 90LL}});
+    EXPECT_TRUE(LayerAt(ws(), 0).lockPixels);
+    run("layer.set", {{"index", 0LL}, {"locked", 0LL}});
+    EXPECT_FALSE(LayerAt(ws(), 0).lockPixels);
+    EXPECT_EQ(LayerAt(ws(), 0).opacity, 90);
 }
 
 }  // namespace
