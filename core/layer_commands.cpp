@@ -23,6 +23,7 @@ CommandSpec PlainLayerCommand(const char* id, const char* caption, const char* s
                      "Layer", shortcut,
                      {},      [action](Workspace& w, const ParamValues&) { return action(w); }};
     spec.changesImage = true;
+    spec.keepsLayerPixels = true;
     return spec;
 }
 
@@ -114,6 +115,7 @@ void RegisterLayerCommands(CommandRegistry& registry) {
     CommandSpec set{"layer.set", "Layer &properties...", "Layer",
                     "",          PropertyParams(),       SetFromValues};
     set.changesImage = true;
+    set.keepsLayerPixels = true;
     registry.add(std::move(set));
 }
 
