@@ -10,8 +10,9 @@ namespace wib {
 
 namespace {
 
-constexpr std::array<const char*, 10> kKnownMenus{
-    "File", "Edit", "Image", "Layer", "Select", "Tools", "Brush", "Animation", "Filter", "Plug-ins", "View", "Window"};
+constexpr std::array<const char*, 12> kKnownMenus{"File",   "Edit",     "Image", "Layer",
+                                                  "Select", "Tools",    "Brush", "Animation",
+                                                  "Filter", "Plug-ins", "View",  "Window"};
 
 }  // namespace
 
