@@ -7,6 +7,8 @@
 #include <sstream>
 
 #include "core/image_edit.h"
+#include "core/layer_edit.h"
+#include "core/workspace.h"
 
 namespace wib {
 
@@ -21,6 +23,17 @@ std::string FormatLimit(double value) {
 bool IsIntegerType(ParamType type) {
     return type == ParamType::Integer || type == ParamType::Colour || type == ParamType::Boolean ||
            type == ParamType::Choice;
+}
+
+// Whether `command` would change the pixels of a locked current layer; the
+// user is told so, and the command does not run.
+bool RefusedOnLockedLayer(Workspace& workspace, const CommandSpec& command) {
+    if (!command.changesImage || command.keepsLayerPixels ||
+        !LayerAt(workspace, CurrentLayer(workspace)).lockPixels) {
+        return false;
+    }
+    workspace.host.prompter.message(kLayerLockedMessage);
+    return true;
 }
 
 }  // namespace
@@ -263,6 +276,9 @@ CommandOutcome CommandRegistry::run(Workspace& workspace, const std::string& id,
     if (spec.start) {
         return {Status::Done, {}, spec.start(workspace, checked)};
     }
+    if (RefusedOnLockedLayer(workspace, spec)) {
+        return {Status::Refused, {}};
+    }
     const auto runOnce = [&] { return spec.run(workspace, checked); };
     const bool done =
         spec.changesImage ? RunImageOperation(workspace, runOnce, spec.repeatQuestion) : runOnce();
@@ -283,6 +299,9 @@ CommandOutcome CommandRegistry::runAsking(Workspace& workspace, const std::strin
         if (values.contains(name)) {
             values[name] = value;
         }
+    }
+    if (RefusedOnLockedLayer(workspace, *command)) {
+        return {CommandOutcome::Status::Refused, {}};
     }
     if (!command->params.empty() && dialog_ && !dialog_(*command, values)) {
         return {CommandOutcome::Status::Cancelled, {}};

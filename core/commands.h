@@ -67,6 +67,11 @@ struct CommandSpec {
     // busy pointer, modified mark, redraw); with a repeat question it also
     // offers, on an animation, to run again on every frame.
     bool changesImage = false;
+    // A command that changes the image but not the current layer's pixels
+    // (the layer stack, the swap buffer, the selection) runs while those
+    // pixels are locked, so that the user can still unlock, hide or merge the
+    // layer; any other command that changes the image is refused then.
+    bool keepsLayerPixels = false;
     std::string repeatQuestion;
     // A command that starts a program (a plug-in) runs this instead of `run`:
     // it answers the process id, 0 when the program could not be started.

@@ -23,6 +23,7 @@ CommandSpec PlainLayerCommand(const char* id, const char* caption, const char* s
                      "Layer", shortcut,
                      {},      [action](Workspace& w, const ParamValues&) { return action(w); }};
     spec.changesImage = true;
+    spec.keepsLayerPixels = true;
     return spec;
 }
 
@@ -98,7 +99,7 @@ bool SetFromValues(Workspace& workspace, const ParamValues& values) {
 }  // namespace
 
 void RegisterLayerCommands(CommandRegistry& registry) {
-    registry.add(PlainLayerCommand("layer.new", "&New layer", "Ctrl+Shift+N", AddLayer));
+    registry.add(PlainLayerCommand("layer.new", "&New layer", "Insert", AddLayer));
     registry.add(
         PlainLayerCommand("layer.duplicate", "&Duplicate layer", "Ctrl+J", DuplicateLayer));
     registry.add(PlainLayerCommand("layer.delete", "De&lete layer", "",
@@ -121,6 +122,7 @@ void RegisterLayerCommands(CommandRegistry& registry) {
                                             static_cast<int>(values.integer("to")));
                      }};
     move.changesImage = true;
+    move.keepsLayerPixels = true;
     registry.add(std::move(move));
     registry.add(PlainLayerCommand("layer.clear", "&Clear layer", "", ClearLayer));
     registry.add(PlainLayerCommand("layer.from_selection", "Layer from &selection", "Ctrl+Alt+J",
@@ -136,6 +138,7 @@ void RegisterLayerCommands(CommandRegistry& registry) {
     CommandSpec set{"layer.set", "Layer &properties...", "Layer",
                     "",          PropertyParams(),       SetFromValues};
     set.changesImage = true;
+    set.keepsLayerPixels = true;
     registry.add(std::move(set));
 }
 

@@ -106,15 +106,22 @@ CommandSpec SwapCommand(std::string id, std::string caption, std::string menu, s
 }  // namespace
 
 void RegisterCombineCommands(CommandRegistry& registry) {
-    registry.add(SwapCommand("combine.copy_to_swap", "&Copy to swap", kMenu, "", [](Document& doc) {
-        doc.SwapR = doc.RBuffer;
-        doc.SwapG = doc.GBuffer;
-        doc.SwapB = doc.BBuffer;
-    }));
+    // These two write the swap buffer and the selection only: a locked layer
+    // may be copied and selected from.
+    CommandSpec copy =
+        SwapCommand("combine.copy_to_swap", "&Copy to swap", kMenu, "", [](Document& doc) {
+            doc.SwapR = doc.RBuffer;
+            doc.SwapG = doc.GBuffer;
+            doc.SwapB = doc.BBuffer;
+        });
+    copy.keepsLayerPixels = true;
+    registry.add(std::move(copy));
     registry.add(ExactCombine("combine.difference", "&Difference", true, DifferenceRow));
     registry.add(ExactCombine("combine.mask", "Brighter-than-swap &mask", true, MaskRow));
-    registry.add(
-        ExactCombine("combine.swap_to_alpha", "Swap brightness to &alpha", false, SwapToAlphaRow));
+    CommandSpec toAlpha =
+        ExactCombine("combine.swap_to_alpha", "Swap brightness to &alpha", false, SwapToAlphaRow);
+    toAlpha.keepsLayerPixels = true;
+    registry.add(std::move(toAlpha));
     registry.add(ExactCombine("combine.merge_alpha", "Merge swap through alpha", true,
                               MergeThroughAlphaRow));
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "paint/brush_settings_file.h"
 #include "paint/stroke_engine.h"
@@ -177,11 +178,21 @@ void PaintSession::extendCurve(float x, float y) {
     state_.curve.push_back({x / zoom, y / zoom});
 }
 
+bool PaintSession::layerLocked() const {
+    return LayerAt(workspace_, CurrentLayer(workspace_)).lockPixels;
+}
+
 void PaintSession::brushDown(float x, float y) {
+    if (layerLocked()) {
+        workspace_.host.log.line(kLayerLockedMessage);
+    }
     startCurve(x, y);
     step(0, x, y);
 }
 void PaintSession::brushMove(float x, float y) {
+    if (layerLocked()) {
+        return;
+    }
     const ImageEdit edit(workspace_, kPluginEdit);
     extendCurve(x, y);
     step(1, x, y);
@@ -201,6 +212,11 @@ void PaintSession::setCloneSource(float x, float y) {
 }
 
 void PaintSession::penPress(int button, float x, float y, double pressure, bool tablet) {
+    stroke_.reset();
+    if (layerLocked()) {
+        workspace_.host.log.line(kLayerLockedMessage);
+        return;
+    }
     state_.pressure = pressure;
     state_.tabletActive = tablet;
     if (state_.cloneSource && (state_.cloneSourcePending || !state_.options.cloneAligned)) {
@@ -209,7 +225,6 @@ void PaintSession::penPress(int button, float x, float y, double pressure, bool 
         state_.cloneOffsetY = static_cast<int>(y / zoom) - (*state_.cloneSource)[1];
         state_.cloneSourcePending = false;
     }
-    stroke_.reset();
     stroke_.emplace(workspace_, kCanvasStroke);
     startCurve(x, y);
     DispatchStroke(workspace_, state_, 0, 0, x, y);
@@ -220,6 +235,9 @@ void PaintSession::penPress(int button, float x, float y, double pressure, bool 
 }
 
 void PaintSession::penDrag(int button, float x, float y, double pressure, bool tablet) {
+    if (!stroke_) {
+        return;
+    }
     state_.pressure = pressure;
     state_.tabletActive = tablet;
     extendCurve(x, y);
@@ -227,6 +245,9 @@ void PaintSession::penDrag(int button, float x, float y, double pressure, bool t
 }
 
 void PaintSession::penRelease(float x, float y) {
+    if (!stroke_) {
+        return;
+    }
     DispatchStroke(workspace_, state_, 0, 0, x, y);
     stroke_.reset();
 }

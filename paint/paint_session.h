@@ -75,14 +75,17 @@ class PaintSession {
     void stopAnimatedBrush();
 
     // Strokes as plug-ins make them: down and up place the pen, move paints.
-    // The plug-in saves undo itself; a move marks the document modified.
+    // The plug-in saves undo itself; a move marks the document modified. On a
+    // layer whose pixels are locked moves paint nothing and down logs why.
     void brushDown(float x, float y);
     void brushMove(float x, float y);
     void brushUp(float x, float y);
 
     // The canvas's pointer: press opens the stroke's edit bracket (one undo
     // step) and lays the first dab, drag paints (through the symmetry
-    // dispatcher), release ends the stroke and closes the bracket.
+    // dispatcher), release ends the stroke and closes the bracket. A press on
+    // a layer whose pixels are locked opens nothing and logs why; the drags
+    // and the release of that stroke do nothing.
     void penPress(int button, float x, float y, double pressure, bool tablet);
     void penDrag(int button, float x, float y, double pressure, bool tablet);
     void penRelease(float x, float y);
@@ -99,6 +102,7 @@ class PaintSession {
     void setCloneSource(float x, float y);
 
   private:
+    bool layerLocked() const;
     void step(int button, float x, float y);
     // The last stroke's curve starts anew at a press and grows with each move.
     void startCurve(float x, float y);

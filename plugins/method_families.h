@@ -14,6 +14,7 @@ std::vector<MethodSpec> BufferMethods();
 std::vector<MethodSpec> ProgramMethods();
 std::vector<MethodSpec> PaintMethods();
 std::vector<MethodSpec> FileMethods();
+std::vector<MethodSpec> LayerMethods();
 std::vector<MethodSpec> AnimationMethods();
 std::vector<MethodSpec> EventMethods();
 std::vector<MethodSpec> ColourMethods();

@@ -12,10 +12,10 @@ namespace {
 std::vector<MethodSpec> BuildTable() {
     std::vector<MethodSpec> table;
     for (auto family :
-         {RefreshMethods, StatusMethods, BufferMethods, PaintMethods, AnimationMethods,
-          ColourMethods, FileMethods, ProgramMethods, EventMethods, PenMethods, CanvasMethods,
-          PaperMethods, FreeFormMethods, BrushStampMethods, BrushFileMethods, AnimatedBrushMethods,
-          GraphicsServerMethods, DesktopMethods}) {
+         {RefreshMethods, StatusMethods, BufferMethods, PaintMethods, LayerMethods,
+          AnimationMethods, ColourMethods, FileMethods, ProgramMethods, EventMethods, PenMethods,
+          CanvasMethods, PaperMethods, FreeFormMethods, BrushStampMethods, BrushFileMethods,
+          AnimatedBrushMethods, GraphicsServerMethods, DesktopMethods}) {
         for (MethodSpec& method : family()) {
             table.push_back(std::move(method));
         }

@@ -90,9 +90,11 @@ std::vector<MethodSpec> RefreshMethods() {
                    "window title only.",
                    &Document::TitleOnlyRefreshFlag, std::uint8_t{255}),
         Plain("Wib_RefreshLayers",
-              "Redraws the layers panel. The program has no layer stack yet, so this asks for "
-              "a complete refresh of every view.",
-              [](CallContext& c) { c.workspace().host.view.completeRefresh(); }),
+              "Rebuilds the layers panel from the layer stack and redraws the canvas.",
+              [](CallContext& c) {
+                  c.workspace().events.layersChanged.notify();
+                  c.workspace().host.view.refresh();
+              }),
         Plain("Wib_Refresh_BrushDisplays",
               "Redraws the brush previews. Until they exist this asks for a complete refresh "
               "of every view.",

@@ -149,8 +149,12 @@ TEST(CommandRegistryBracket, ImageCommandsRunInTheEditBracket) {
         workspace.document.RBuffer.fill(7);
         return true;
     };
-    registry.add(
-        {"filter.darken", "Darken", "Filter", "", {}, darken, true, "Apply filter to all frames?"});
+    registry.add({.id = "filter.darken",
+                  .caption = "Darken",
+                  .menu = "Filter",
+                  .run = darken,
+                  .changesImage = true,
+                  .repeatQuestion = "Apply filter to all frames?"});
     registry.add({"test.plain", "Plain", "Filter", "", {}, darken});
 
     EXPECT_EQ(registry.run(host.workspace, "test.plain", {}).status, Status::Done);

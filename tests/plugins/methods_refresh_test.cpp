@@ -62,9 +62,18 @@ TEST_F(Refresh, RedrawsReachTheView) {
     call("Wib_CompleteRefresh");
     EXPECT_EQ(host.view.eventPumps, 1);
     EXPECT_EQ(host.view.completeRefreshes, 1);
-    call("Wib_RefreshLayers");
     call("Wib_Refresh_BrushDisplays");
-    EXPECT_EQ(host.view.completeRefreshes, 3);
+    EXPECT_EQ(host.view.completeRefreshes, 2);
+}
+
+TEST_F(Refresh, RefreshLayersRebuildsThePanelAndRedrawsTheCanvas) {
+    int rebuilds = 0;
+    const Subscription panel =
+        host.workspace.events.layersChanged.subscribe([&rebuilds] { ++rebuilds; });
+    const int refreshes = host.view.refreshes;
+    call("Wib_RefreshLayers");
+    EXPECT_EQ(rebuilds, 1);
+    EXPECT_EQ(host.view.refreshes, refreshes + 1);
 }
 
 }  // namespace

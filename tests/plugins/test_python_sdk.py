@@ -149,6 +149,26 @@ class EndToEnd(unittest.TestCase):
         self.assertEqual(self.wib.Wib_GetAnimbrush_Totalframes(), 2)
         self.assertRefused(5, "Wib_SetAnimBrushGFrame", Plane(2, 2), 0)
 
+    def test_layers_through_the_client(self):
+        self.assertEqual(self.wib.Wib_GetLayerCount(), 1)
+        self.wib.Wib_AddLayer()
+        self.assertEqual(self.wib.Wib_GetCurrentLayer(), 1)
+        self.wib.Wib_SetLayerMode(1, "multiply")
+        self.wib.Wib_SetLayerOpacity(1, 128)
+        self.assertEqual(self.wib.Wib_GetLayerMode(1), 1)
+        self.assertEqual(self.wib.Wib_GetLayerInfo(1), {
+            "name": "Layer 1", "opacity": 128, "mode": "multiply", "visible": -1, "locked": 0})
+        # The stored bottom layer's plane, written and read while layer 1 is current.
+        red = Plane(64, 48)
+        red[3, 4] = 90
+        self.wib.Wib_SetLayerR(0, red)
+        self.assertEqual(self.wib.Wib_GetLayerR(0), red)
+        self.assertEqual(set(self.wib.Wib_GetLayerA(0).data), {255})
+        self.assertRefused(9, "Wib_GetLayerR", 2)
+        self.assertRefused(5, "Wib_SetLayerMode", 1, "dissolve")
+        self.wib.Wib_SetCurrentLayer(0)
+        self.assertEqual(self.wib.Wib_GetR(3, 4), 90)
+
     def test_refused_calls_raise_with_the_programs_codes(self):
         self.assertRefused(9, "Wib_GetRGB", 65, 0)
         self.assertRefused(5, "Wib_SetRGB", 0, 0, 256, 0, 0)

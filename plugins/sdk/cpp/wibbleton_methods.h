@@ -78,8 +78,7 @@ class Wibbleton_Class : public Connection {
         invoke<void>("Wib_RefreshTitleOnly", flag);
     }
 
-    // Redraws the layers panel. The program has no layer stack yet, so this asks for a complete
-    // refresh of every view.
+    // Rebuilds the layers panel from the layer stack and redraws the canvas.
     void Wib_RefreshLayers() {
         invoke<void>("Wib_RefreshLayers");
     }
@@ -587,6 +586,112 @@ class Wibbleton_Class : public Connection {
     // Sets both wells at once, as packed colours; a bad colour changes neither.
     void Wib_SetWells(int primary, int secondary) {
         invoke<void>("Wib_SetWells", primary, secondary);
+    }
+
+    // Layers.
+
+    // Adds a transparent layer above the current one and makes it current.
+    void Wib_AddLayer() {
+        invoke<void>("Wib_AddLayer");
+    }
+
+    // Deletes a layer. When it was current, the layer that moves into its place becomes current
+    // (the one below, for the top layer). The last layer stays, with the program's message.
+    void Wib_DeleteLayer(int index) {
+        invoke<void>("Wib_DeleteLayer", index);
+    }
+
+    // Merges the layer above the current one down into the current one, which stays current, keeps
+    // its name and visibility and gets opacity 255 and mode normal, as Merge down does. On the top
+    // layer nothing changes.
+    void Wib_MergeToCurrent() {
+        invoke<void>("Wib_MergeToCurrent");
+    }
+
+    // How many layers the picture has.
+    int Wib_GetLayerCount() {
+        return invoke<int>("Wib_GetLayerCount");
+    }
+
+    // The index of the current layer, whose pixels are the main buffer.
+    int Wib_GetCurrentLayer() {
+        return invoke<int>("Wib_GetCurrentLayer");
+    }
+
+    // Makes a layer current: its pixels become the main buffer. Not an undo step.
+    void Wib_SetCurrentLayer(int index) {
+        invoke<void>("Wib_SetCurrentLayer", index);
+    }
+
+    // A layer's opacity.
+    int Wib_GetLayerOpacity(int index) {
+        return invoke<int>("Wib_GetLayerOpacity", index);
+    }
+
+    // Sets a layer's opacity, 0..255.
+    void Wib_SetLayerOpacity(int index, int opacity) {
+        invoke<void>("Wib_SetLayerOpacity", index, opacity);
+    }
+
+    // A layer's blend mode as its number.
+    int Wib_GetLayerMode(int index) {
+        return invoke<int>("Wib_GetLayerMode", index);
+    }
+
+    // Sets a layer's blend mode by number (0..17) or by name ("normal", "multiply", ...); anything
+    // else is error 5.
+    void Wib_SetLayerMode(int index, const Value& mode) {
+        invoke<void>("Wib_SetLayerMode", index, mode);
+    }
+
+    // The red plane of a layer in the current frame.
+    Plane Wib_GetLayerR(int index) {
+        return invoke<Plane>("Wib_GetLayerR", index);
+    }
+
+    // The green plane of a layer in the current frame.
+    Plane Wib_GetLayerG(int index) {
+        return invoke<Plane>("Wib_GetLayerG", index);
+    }
+
+    // The blue plane of a layer in the current frame.
+    Plane Wib_GetLayerB(int index) {
+        return invoke<Plane>("Wib_GetLayerB", index);
+    }
+
+    // The coverage of a layer in the current frame: 0 clear ... 255 covered; all 255 for an opaque
+    // layer.
+    Plane Wib_GetLayerA(int index) {
+        return invoke<Plane>("Wib_GetLayerA", index);
+    }
+
+    // Replaces the red plane of a layer in the current frame when the plane has the document's
+    // size; silent otherwise.
+    void Wib_SetLayerR(int index, const Plane& plane) {
+        invoke<void>("Wib_SetLayerR", index, plane);
+    }
+
+    // Replaces the green plane of a layer in the current frame when the plane has the document's
+    // size; silent otherwise.
+    void Wib_SetLayerG(int index, const Plane& plane) {
+        invoke<void>("Wib_SetLayerG", index, plane);
+    }
+
+    // Replaces the blue plane of a layer in the current frame when the plane has the document's
+    // size; silent otherwise.
+    void Wib_SetLayerB(int index, const Plane& plane) {
+        invoke<void>("Wib_SetLayerB", index, plane);
+    }
+
+    // Replaces the coverage of a layer in the current frame when the plane has the document's
+    // size; silent otherwise.
+    void Wib_SetLayerA(int index, const Plane& plane) {
+        invoke<void>("Wib_SetLayerA", index, plane);
+    }
+
+    // A layer's properties; locked says whether its pixels are locked.
+    std::map<std::string, Value> Wib_GetLayerInfo(int index) {
+        return invoke<std::map<std::string, Value>>("Wib_GetLayerInfo", index);
     }
 
     // Animation frames.

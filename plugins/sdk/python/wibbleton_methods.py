@@ -72,8 +72,7 @@ class WibbletonMethods:
         self.call("Wib_RefreshTitleOnly", flag)
 
     def Wib_RefreshLayers(self):
-        """Redraws the layers panel. The program has no layer stack yet, so this asks for a
-        complete refresh of every view."""
+        """Rebuilds the layers panel from the layer stack and redraws the canvas."""
         self.call("Wib_RefreshLayers")
 
     def Wib_Refresh_BrushDisplays(self):
@@ -446,6 +445,92 @@ class WibbletonMethods:
     def Wib_SetWells(self, primary, secondary):
         """Sets both wells at once, as packed colours; a bad colour changes neither."""
         self.call("Wib_SetWells", primary, secondary)
+
+    def Wib_AddLayer(self):
+        """Adds a transparent layer above the current one and makes it current."""
+        self.call("Wib_AddLayer")
+
+    def Wib_DeleteLayer(self, index):
+        """Deletes a layer. When it was current, the layer that moves into its place becomes
+        current (the one below, for the top layer). The last layer stays, with the program's
+        message."""
+        self.call("Wib_DeleteLayer", index)
+
+    def Wib_MergeToCurrent(self):
+        """Merges the layer above the current one down into the current one, which stays current,
+        keeps its name and visibility and gets opacity 255 and mode normal, as Merge down does.
+        On the top layer nothing changes."""
+        self.call("Wib_MergeToCurrent")
+
+    def Wib_GetLayerCount(self):
+        """How many layers the picture has."""
+        return self.call("Wib_GetLayerCount")
+
+    def Wib_GetCurrentLayer(self):
+        """The index of the current layer, whose pixels are the main buffer."""
+        return self.call("Wib_GetCurrentLayer")
+
+    def Wib_SetCurrentLayer(self, index):
+        """Makes a layer current: its pixels become the main buffer. Not an undo step."""
+        self.call("Wib_SetCurrentLayer", index)
+
+    def Wib_GetLayerOpacity(self, index):
+        """A layer's opacity."""
+        return self.call("Wib_GetLayerOpacity", index)
+
+    def Wib_SetLayerOpacity(self, index, opacity):
+        """Sets a layer's opacity, 0..255."""
+        self.call("Wib_SetLayerOpacity", index, opacity)
+
+    def Wib_GetLayerMode(self, index):
+        """A layer's blend mode as its number."""
+        return self.call("Wib_GetLayerMode", index)
+
+    def Wib_SetLayerMode(self, index, mode):
+        """Sets a layer's blend mode by number (0..17) or by name ("normal", "multiply", ...);
+        anything else is error 5."""
+        self.call("Wib_SetLayerMode", index, mode)
+
+    def Wib_GetLayerR(self, index):
+        """The red plane of a layer in the current frame."""
+        return self.call("Wib_GetLayerR", index)
+
+    def Wib_GetLayerG(self, index):
+        """The green plane of a layer in the current frame."""
+        return self.call("Wib_GetLayerG", index)
+
+    def Wib_GetLayerB(self, index):
+        """The blue plane of a layer in the current frame."""
+        return self.call("Wib_GetLayerB", index)
+
+    def Wib_GetLayerA(self, index):
+        """The coverage of a layer in the current frame: 0 clear ... 255 covered; all 255 for an
+        opaque layer."""
+        return self.call("Wib_GetLayerA", index)
+
+    def Wib_SetLayerR(self, index, plane):
+        """Replaces the red plane of a layer in the current frame when the plane has the document's
+        size; silent otherwise."""
+        self.call("Wib_SetLayerR", index, plane)
+
+    def Wib_SetLayerG(self, index, plane):
+        """Replaces the green plane of a layer in the current frame when the plane has the
+        document's size; silent otherwise."""
+        self.call("Wib_SetLayerG", index, plane)
+
+    def Wib_SetLayerB(self, index, plane):
+        """Replaces the blue plane of a layer in the current frame when the plane has the
+        document's size; silent otherwise."""
+        self.call("Wib_SetLayerB", index, plane)
+
+    def Wib_SetLayerA(self, index, plane):
+        """Replaces the coverage of a layer in the current frame when the plane has the document's
+        size; silent otherwise."""
+        self.call("Wib_SetLayerA", index, plane)
+
+    def Wib_GetLayerInfo(self, index):
+        """A layer's properties; locked says whether its pixels are locked."""
+        return self.call("Wib_GetLayerInfo", index)
 
     def Wib_CreateAnim(self, frame):
         """Turns the image into an animation of that many frames, each a copy of the image (asks
