@@ -3,9 +3,11 @@
 
 #include "anim/animation_commands.h"
 #include "app/animated_brush_commands.h"
+#include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
 #include "core/document_commands.h"
 #include "fileio/file_commands.h"
+#include "fileio/image_files.h"
 #include "filters/filter_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
@@ -23,6 +25,8 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterPaintCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
+    RegisterAnimationFileCommands(registry, targets.frames, targets.files.converter(),
+                                  targets.processes);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
