@@ -42,7 +42,8 @@ TEST(VideoFormat, RawFramesComeInAtTheSizeAndRateAndGoOutInTheNamedFormat) {
     EXPECT_EQ(After(mp4, "-f"), "rawvideo");
     EXPECT_NE(std::find(mp4.begin(), mp4.end(), "yuv420p"), mp4.end());
     // The muxer is named, since the temporary name says nothing of it.
-    EXPECT_EQ(mp4[mp4.size() - 4], "mp4");
+    EXPECT_EQ(mp4[mp4.size() - 4], "-f");
+    EXPECT_EQ(mp4[mp4.size() - 3], "mp4");
     EXPECT_EQ(mp4.back(), "/x/.tmp-a.mp4");
 
     const auto gif = EncodeArguments(VideoFormat::Gif, settings, "out");
