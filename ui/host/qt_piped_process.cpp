@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/host/qt_piped_process.h"
 
 #include <algorithm>
