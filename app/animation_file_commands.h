@@ -4,10 +4,14 @@
 namespace wib {
 
 class CommandRegistry;
+class ConverterBridge;
 class FrameStore;
+class ProcessRunner;
 
-// anim.save and anim.open: the stored animation file, ".wta", with every
-// layer of every frame, the frame rate, exposures and the animation's name.
-void RegisterAnimationFileCommands(CommandRegistry& registry, FrameStore& store);
+// The Animation menu's files: anim.export_sequence and anim.import_sequence
+// (numbered image files), anim.export_video and anim.import_video (through
+// ffmpeg). Each target must outlive the registry's use.
+void RegisterAnimationFileCommands(CommandRegistry& registry, FrameStore& store,
+                                   ConverterBridge& converter, ProcessRunner& processes);
 
 }  // namespace wib

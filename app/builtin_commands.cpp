@@ -5,10 +5,12 @@
 #include "app/animated_brush_commands.h"
 #include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
+#include "app/stored_animation_commands.h"
 #include "core/cut_and_crop.h"
 #include "core/document_commands.h"
 #include "core/layer_commands.h"
 #include "fileio/file_commands.h"
+#include "fileio/image_files.h"
 #include "filters/fill_commands.h"
 #include "filters/filter_commands.h"
 #include "filters/selection_commands.h"
@@ -34,7 +36,9 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterShapeCommands(registry, paint);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
-    RegisterAnimationFileCommands(registry, targets.frames);
+    RegisterAnimationFileCommands(registry, targets.frames, targets.files.converter(),
+                                  targets.processes);
+    RegisterStoredAnimationCommands(registry, targets.frames);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);

@@ -8,6 +8,7 @@ class FrameStore;
 class ImageFiles;
 class PaintSession;
 class PluginCommands;
+class ProcessRunner;
 struct WindowActions;
 
 // What the built-in commands act on; each must outlive the registry's use.
@@ -17,6 +18,7 @@ struct BuiltinCommandTargets {
     FrameStore& frames;
     const WindowActions& window;
     PluginCommands& plugins;
+    ProcessRunner& processes;  // ffmpeg for the animation's videos
 };
 
 // Registers every built-in command of the program, menu by menu. The program

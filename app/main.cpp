@@ -110,7 +110,7 @@ int main(int argc, char* argv[]) {
          paths.pluginDir, paths.userDir / "plugins"}));
 
     wib::WindowActions window;
-    wib::RegisterBuiltinCommands(commands, {paint, files, frameStore, window, plugins});
+    wib::RegisterBuiltinCommands(commands, {paint, files, frameStore, window, plugins, processes});
 
     // Plug-ins reach the program through the automation server; the programs
     // it starts find it through their environment.

@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Frame switching against two threads copying between the same planes, in
-// memory that has already been touched, and playback on the offscreen
-// platform against the frame delay it aims for.
+// memory that has already been touched, playback on the offscreen platform
+// against the frame delay it aims for, and exporting an MP4 against ffmpeg
+// encoding the same raw frames from a file with the same settings.
 
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QProcess>
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <memory>
 #include <thread>
 #include <vector>
 
 #include "anim/animation_commands.h"
+#include "anim/frame_export.h"
 #include "anim/frame_rate.h"
 #include "anim/frame_store.h"
 #include "app/system_host.h"
@@ -21,8 +25,11 @@
 #include "core/commands.h"
 #include "core/document_build.h"
 #include "core/document_commands.h"
+#include "fileio/rgb_frames.h"
+#include "fileio/video_export.h"
 #include "tests/support/test_host.h"
 #include "ui/animation_panels.h"
+#include "ui/host/qt_process_runner.h"
 #include "ui/mdi_main_form.h"
 
 namespace {
@@ -163,12 +170,95 @@ void FrameDelay(benchmark::State& state) {
     }
 }
 
+// 240 frames of 1920 x 1080, a gradient that moves from frame to frame, and
+// the same frames as one raw rgb24 file for the reference. Made once.
+struct VideoFrames {
+    static constexpr int kCount = 240;
+    static constexpr int kWidth = 1920;
+    static constexpr int kHeight = 1080;
+
+    VideoFrames() {
+        host.setUndoBudget(1);
+        host.newDocument(kWidth, kHeight);
+        store.CreateAnimation(kCount, 0);
+        std::ofstream raw(rawFile, std::ios::binary);
+        std::vector<std::uint8_t> rgb(static_cast<std::size_t>(kWidth) * kHeight * 3);
+        wib::Document& doc = host.workspace.document;
+        for (int f = 0; f < kCount; ++f) {
+            store.GotoFrame(f);
+            for (int y = 0; y < kHeight; ++y) {
+                for (int x = 0; x < kWidth; ++x) {
+                    doc.RBuffer.row(y)[x] = static_cast<std::uint8_t>(x + 4 * f);
+                    doc.GBuffer.row(y)[x] = static_cast<std::uint8_t>(y + 2 * f);
+                    doc.BBuffer.row(y)[x] = static_cast<std::uint8_t>((x ^ y) + f);
+                }
+            }
+            wib::RgbFromPlanes(wib::FrameImageForExport(store, f), kWidth, kHeight, rgb.data());
+            raw.write(reinterpret_cast<const char*>(rgb.data()),
+                      static_cast<std::streamsize>(rgb.size()));
+        }
+        store.GotoFrame(0);
+    }
+    ~VideoFrames() {
+        std::filesystem::remove(rawFile);
+        std::filesystem::remove(ourVideo);
+        std::filesystem::remove(referenceVideo);
+    }
+
+    static VideoFrames& get() {
+        static VideoFrames frames;
+        return frames;
+    }
+    wib::VideoSettings settings() const { return {kWidth, kHeight, 24, "ultrafast"}; }
+
+    std::filesystem::path folder = std::filesystem::temp_directory_path();
+    std::filesystem::path rawFile = folder / "wib-bench-frames.rgb";
+    std::filesystem::path ourVideo = folder / "wib-bench-ours.mp4";
+    std::filesystem::path referenceVideo = folder / "wib-bench-reference.mp4";
+    wib::testing::TestHost host;
+    wib::FrameStore store{host.workspace, CropFile()};
+};
+
+void ExportMp4(benchmark::State& state) {
+    VideoFrames& frames = VideoFrames::get();
+    wib::QtProcessRunner processes;
+    wib::VideoExportJob job;
+    job.path = frames.ourVideo.string();
+    job.settings = frames.settings();
+    job.frameCount = VideoFrames::kCount;
+    job.frame = [&frames](int index) { return wib::FrameImageForExport(frames.store, index); };
+    job.exposure = [&frames](int index) { return wib::FrameExposure(frames.store, index); };
+    for (auto _ : state) {
+        if (!wib::ExportVideo(frames.host.workspace, processes, job)) {
+            state.SkipWithError("the export failed");
+        }
+    }
+}
+
+// ffmpeg with the export's own arguments, reading the raw frames from a file.
+void FfmpegMp4(benchmark::State& state) {
+    VideoFrames& frames = VideoFrames::get();
+    QStringList arguments;
+    for (const std::string& argument : wib::EncodeArguments(
+             wib::VideoFormat::Mp4, frames.settings(), frames.referenceVideo.string())) {
+        arguments << QString::fromStdString(argument == "pipe:0" ? frames.rawFile.string()
+                                                                 : argument);
+    }
+    for (auto _ : state) {
+        if (QProcess::execute(QStringLiteral("ffmpeg"), arguments) != 0) {
+            state.SkipWithError("ffmpeg failed");
+        }
+    }
+}
+
 BENCHMARK_CAPTURE(FrameSwitch, 1080p, 1920, 1080)->Name("frame_switch_1080p")->UseRealTime();
 BENCHMARK_CAPTURE(TwoThreadCopy, 1080p, 1920, 1080)->Name("memcpy6_2t_1080p")->UseRealTime();
 BENCHMARK_CAPTURE(FrameSwitch, 2160p, 3840, 2160)->Name("frame_switch_2160p")->UseRealTime();
 BENCHMARK_CAPTURE(TwoThreadCopy, 2160p, 3840, 2160)->Name("memcpy6_2t_2160p")->UseRealTime();
 BENCHMARK(Playback)->Name("playback_1080p_24fps")->UseManualTime()->Iterations(2);
 BENCHMARK(FrameDelay)->Name("frame_delay_24fps")->UseManualTime()->Iterations(1);
+BENCHMARK(ExportMp4)->Name("export_mp4_240x1080p")->UseRealTime()->Iterations(1);
+BENCHMARK(FfmpegMp4)->Name("ffmpeg_mp4_240x1080p")->UseRealTime()->Iterations(1);
 
 }  // namespace
 
@@ -181,5 +271,7 @@ int main(int argc, char** argv) {
                                0.80);
     wib::bench::RegisterFigure("playback_1080p_24fps", "playback_1080p_24fps", "frame_delay_24fps",
                                0.97);
+    wib::bench::RegisterFigure("export_mp4_240x1080p", "export_mp4_240x1080p",
+                               "ffmpeg_mp4_240x1080p", 0.80);
     return wib::bench::RunAndReport(argc, argv);
 }

@@ -34,5 +34,7 @@ LayerPixels TransparentPixels(int width, int height);
 
 // The whole composite of the current frame: straight colour and coverage.
 LayerPixels CompositePicture(const Workspace& workspace);
+// The same of any frame of a layered animation (the current one included).
+LayerPixels CompositeOfFrame(const Workspace& workspace, int frame);
 
 }  // namespace wib

@@ -23,6 +23,7 @@ struct SaveSettings {
 class ImageFiles {
   public:
     explicit ImageFiles(ConverterBridge& converter) : converter_(converter) {}
+    ConverterBridge& converter() { return converter_; }
 
     // `type` "targa" reads the file as a Targa, asking first when its name does
     // not end in ".tga"; "auto" reads a ".tga" file so and converts any other.

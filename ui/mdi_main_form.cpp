@@ -26,6 +26,7 @@
 #include "paint/paint_session.h"
 #include "plugins/canvas_events.h"
 #include "plugins/plugin_commands.h"
+#include "ui/animation_file_dialogs.h"
 #include "ui/brush_control_panel.h"
 #include "ui/caps_lock.h"
 #include "ui/colour_wells.h"
@@ -102,6 +103,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     addDockWidget(Qt::RightDockWidgetArea, layers_);
 
     SetDocumentDialogs(dialogs_, workspace_, paths_.dataDir / "Def_Res.txt", this);
+    SetAnimationFileDialogs(dialogs_, this);
     SetFilterPanels(dialogs_, {workspace_, *canvas_}, this);
     commands_.setDialog(
         [this](const CommandSpec& command, auto& values) { return dialogs_.ask(command, values); });

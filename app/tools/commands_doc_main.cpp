@@ -52,7 +52,7 @@ int main(int argc, char* argv[]) {
     wib::CommandRegistry commands;
     wib::PluginLauncher launcher;
     wib::PluginCommands plugins(commands, launcher);
-    wib::RegisterBuiltinCommands(commands, {paint, files, frames, window, plugins});
+    wib::RegisterBuiltinCommands(commands, {paint, files, frames, window, plugins, processes});
     std::cout << wib::CommandReference(commands);
     return std::cout.good() ? 0 : 1;
 }

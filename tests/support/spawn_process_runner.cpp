@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/spawn_piped_process.h"
+
 extern char** environ;
 
 namespace wib::testing {
@@ -107,6 +109,11 @@ bool SpawnProcessRunner::running(int id) {
 std::optional<ProcessEnd> SpawnProcessRunner::ended(int id) {
     const auto child = children_.find(id);
     return child == children_.end() ? std::nullopt : child->second.end;
+}
+
+std::unique_ptr<PipedProcess> SpawnProcessRunner::startPiped(
+    const std::string& program, const std::vector<std::string>& arguments) {
+    return SpawnPipedProcess::start(program, arguments);
 }
 
 }  // namespace wib::testing

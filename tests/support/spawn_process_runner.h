@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "core/host/process_runner.h"
 
@@ -17,6 +18,8 @@ class SpawnProcessRunner : public ProcessRunner {
     std::optional<int> start(const std::string& commandLine) override;
     bool running(int id) override;
     std::optional<ProcessEnd> ended(int id) override;
+    std::unique_ptr<PipedProcess> startPiped(const std::string& program,
+                                             const std::vector<std::string>& arguments) override;
 
   private:
     struct Child {

@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "ui/host/qt_piped_process.h"
+
 namespace wib {
 
 std::optional<int> QtProcessRunner::start(const std::string& commandLine) {
@@ -49,6 +51,19 @@ std::optional<ProcessEnd> QtProcessRunner::ended(int id) {
         return std::nullopt;
     }
     return found->second;
+}
+
+std::unique_ptr<PipedProcess> QtProcessRunner::startPiped(
+    const std::string& program, const std::vector<std::string>& arguments) {
+    QStringList list;
+    for (const std::string& argument : arguments) {
+        list.push_back(QString::fromStdString(argument));
+    }
+    auto process = std::make_unique<QtPipedProcess>(QString::fromStdString(program), list);
+    if (!process->started()) {
+        return nullptr;
+    }
+    return process;
 }
 
 }  // namespace wib

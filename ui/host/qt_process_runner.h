@@ -17,6 +17,8 @@ class QtProcessRunner : public ProcessRunner {
     std::optional<int> start(const std::string& commandLine) override;
     bool running(int id) override;
     std::optional<ProcessEnd> ended(int id) override;
+    std::unique_ptr<PipedProcess> startPiped(const std::string& program,
+                                             const std::vector<std::string>& arguments) override;
 
   private:
     std::map<int, std::unique_ptr<QProcess>> processes_;

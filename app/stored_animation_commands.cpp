@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/stored_animation_commands.h"
+
+#include <string>
+
+#include "anim/frame_store.h"
+#include "core/commands.h"
+#include "core/image_edit.h"
+#include "core/layered_document.h"
+#include "core/workspace.h"
+#include "fileio/animation_file.h"
+
+namespace wib {
+
+namespace {
+
+inline constexpr const char* kAnimationFilter = "Stored animation|*.wta";
+
+ParamSpec PathParam() {
+    ParamSpec path;
+    path.name = "path";
+    path.caption = "File";
+    path.type = ParamType::FilePath;
+    path.fallback = std::string();
+    return path;
+}
+
+bool SaveAnimationFile(Workspace& workspace, FrameStore& store, const std::string& path) {
+    StoredAnimation animation;
+    animation.picture = PictureOfDocument(workspace);
+    animation.frameRate = std::max(1, store.rateField().rate());
+    animation.exposures.assign(animation.picture.frames.size(), 1);
+    animation.name = store.name();
+    if (const auto problem = WriteAnimationFile(path, animation)) {
+        workspace.host.prompter.message(*problem);
+        return false;
+    }
+    return true;
+}
+
+// Reads and checks the whole file before anything changes, asks before an
+// animation held is replaced, and replaces last: a damaged file or a No
+// leaves what the user holds exactly as it was.
+bool OpenAnimationFile(Workspace& workspace, FrameStore& store, const std::string& path) {
+    ReadResult<StoredAnimation> read = ReadAnimationFile(path);
+    if (!read) {
+        workspace.host.prompter.message(read.message);
+        return false;
+    }
+    if (store.FrameCount() > 0 && workspace.host.prompter.choiceBox(
+                                      kAnimationExistsQuestion, "Wibbleton", "OK", "Cancel") != 1) {
+        return false;
+    }
+    StoredAnimation& animation = *read.value;
+    if (!InstallPicture(workspace, std::move(animation.picture))) {
+        return false;
+    }
+    store.rateField().setRate(animation.frameRate);
+    store.setName(animation.name);
+    SetModified(workspace, false);
+    store.showControls();
+    return true;
+}
+
+}  // namespace
+
+void RegisterStoredAnimationCommands(CommandRegistry& registry, FrameStore& store) {
+    registry.add({"anim.save",
+                  "&Save animation...",
+                  "Animation",
+                  "",
+                  {PathParam()},
+                  [&store](Workspace& workspace, const ParamValues& values) {
+                      return SaveAnimationFile(workspace, store, values.text("path"));
+                  }});
+    registry.add({"anim.open",
+                  "&Open animation...",
+                  "Animation",
+                  "",
+                  {PathParam()},
+                  [&store](Workspace& workspace, const ParamValues& values) {
+                      return OpenAnimationFile(workspace, store, values.text("path"));
+                  }});
+}
+
+}  // namespace wib
