@@ -23,7 +23,11 @@
 namespace wib {
 
 Form1::Form1(const Workspace& workspace, QWidget* parent)
-    : QWidget(parent), workspace_(workspace), document_(workspace.document), view_(workspace.view) {
+    : QWidget(parent),
+      workspace_(workspace),
+      document_(workspace.document),
+      view_(workspace.view),
+      onion_(workspace) {
     setObjectName("Form1");
     setAttribute(Qt::WA_OpaquePaintEvent);
     // A click on the image takes the keyboard from any text field, so that
@@ -293,7 +297,13 @@ void Form1::paintEvent(QPaintEvent* event) {
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
     if (IsFlatPicture(workspace_)) {
-        PlanesToImage(document_, source, picture_);
+        const std::vector<OnionFrame> frames = onion_.frames();
+        if (frames.empty()) {
+            PlanesToImage(document_, source, picture_);
+        } else {
+            onion_.draw(document_.RBuffer, document_.GBuffer, document_.BBuffer, nullptr, frames,
+                        source, picture_);
+        }
         painter.drawImage(target, picture_);
     } else {
         drawLayers(painter, source, target);
@@ -314,7 +324,13 @@ void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& tar
     }
     CompositeSources(VisibleSources(workspace_),
                      {source.left(), source.top(), source.right(), source.bottom()}, composite_);
-    PlanesToImage(composite_.r, composite_.g, composite_.b, &composite_.a, source, picture_);
+    const std::vector<OnionFrame> frames = onion_.frames();
+    if (frames.empty()) {
+        PlanesToImage(composite_.r, composite_.g, composite_.b, &composite_.a, source, picture_);
+    } else {
+        onion_.draw(composite_.r, composite_.g, composite_.b, &composite_.a, frames, source,
+                    picture_);
+    }
     // Squares of eight image pixels, fixed to the image as it scrolls.
     constexpr int kSquare = 8;
     const double side = std::max(1.0, kSquare * scale());
