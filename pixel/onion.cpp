@@ -9,50 +9,59 @@ namespace wib {
 
 namespace {
 
-// x / 255 rounded, exact for 0 <= x <= 65025 + 127; no division, so that
-// the loops below vectorise.
-inline std::uint32_t Div255Round(std::uint32_t x) {
-    x += 128;
-    return (x + (x >> 8)) >> 8;
+// x / 255 rounded, exact for 0 <= x <= 65025; no division, and every step
+// fits 16 bits, so that the loops below vectorise sixteen pixels at a time.
+inline std::uint16_t Div255Round(std::uint16_t x) {
+    const auto t = static_cast<std::uint16_t>(x + 128);
+    return static_cast<std::uint16_t>((t + (t >> 8)) >> 8);
 }
 
-// The cover of one layer over an opaque row: opacity where the layer differs
-// from the current picture, scaled by the layer's own coverage.
+inline std::uint8_t Mix(std::uint8_t below, std::uint16_t colour, std::uint16_t w) {
+    return static_cast<std::uint8_t>(Div255Round(
+        static_cast<std::uint16_t>(colour * w + below * static_cast<std::uint16_t>(255 - w))));
+}
+
+// How one layer's colour is shown: tinted halfway, or as it is.
+struct ShownColour {
+    std::uint16_t opacity;
+    std::uint16_t shift;
+    std::uint16_t add[3];
+};
+
+// One layer over an opaque row, in place: where the layer differs from the
+// current picture, out = out + (colour - out) x cover, rounded, the cover
+// being the layer's opacity scaled by its own coverage. The rows never
+// overlap, which the compiler must be told to vectorise the loop.
 WIB_WINDOW_KERNEL
-void LayerWeights(const OnionLayer& layer, const std::uint8_t* const current[3], std::size_t offset,
-                  int count, std::uint8_t* weight) {
-    const std::uint8_t* r = layer.planes.r + offset;
-    const std::uint8_t* g = layer.planes.g + offset;
-    const std::uint8_t* b = layer.planes.b + offset;
-    const std::uint8_t* cr = current[0];
-    const std::uint8_t* cg = current[1];
-    const std::uint8_t* cb = current[2];
-    const std::uint32_t opacity = layer.opacity;
-    if (layer.planes.a == nullptr) {
-        for (int x = 0; x < count; ++x) {
-            const bool differs = (r[x] != cr[x]) | (g[x] != cg[x]) | (b[x] != cb[x]);
-            weight[x] = static_cast<std::uint8_t>(differs ? opacity : 0u);
-        }
-        return;
-    }
-    const std::uint8_t* a = layer.planes.a + offset;
+void BlendOpaqueRow(const std::uint8_t* __restrict r, const std::uint8_t* __restrict g,
+                    const std::uint8_t* __restrict b, const std::uint8_t* __restrict a,
+                    const std::uint8_t* __restrict cr, const std::uint8_t* __restrict cg,
+                    const std::uint8_t* __restrict cb, std::uint8_t* __restrict outR,
+                    std::uint8_t* __restrict outG, std::uint8_t* __restrict outB, int count,
+                    ShownColour shown) {
     for (int x = 0; x < count; ++x) {
         const bool differs = (r[x] != cr[x]) | (g[x] != cg[x]) | (b[x] != cb[x]) | (a[x] != 255);
-        weight[x] = static_cast<std::uint8_t>(differs ? Div255Round(a[x] * opacity) : 0u);
+        const std::uint16_t w =
+            differs ? Div255Round(static_cast<std::uint16_t>(a[x] * shown.opacity)) : 0;
+        outR[x] = Mix(outR[x], static_cast<std::uint16_t>((r[x] + shown.add[0]) >> shown.shift), w);
+        outG[x] = Mix(outG[x], static_cast<std::uint16_t>((g[x] + shown.add[1]) >> shown.shift), w);
+        outB[x] = Mix(outB[x], static_cast<std::uint16_t>((b[x] + shown.add[2]) >> shown.shift), w);
     }
 }
 
-// out = out + (colour - out) x weight, rounded, over an opaque row.
-WIB_WINDOW_KERNEL
-void BlendChannel(const std::uint8_t* source, std::uint8_t tint, bool tinted,
-                  const std::uint8_t* weight, int count, std::uint8_t* out) {
-    const std::uint32_t mix = tinted ? 1u : 0u;
-    const std::uint32_t add = tinted ? tint + 1u : 0u;
-    for (int x = 0; x < count; ++x) {
-        const std::uint32_t colour = (source[x] + add) >> mix;
-        const std::uint32_t w = weight[x];
-        out[x] = static_cast<std::uint8_t>(Div255Round(colour * w + out[x] * (255u - w)));
+void BlendOpaqueLayer(const OnionLayer& layer, const std::uint8_t* const current[3],
+                      const std::uint8_t* opaque, std::size_t offset, int count,
+                      std::uint8_t* const out[3]) {
+    ShownColour shown{layer.opacity, 0, {0, 0, 0}};
+    if (layer.tinted) {
+        shown.shift = 1;
+        for (int c = 0; c < 3; ++c) {
+            shown.add[c] = static_cast<std::uint16_t>(layer.tint[c] + 1);
+        }
     }
+    const OnionPlanes& p = layer.planes;
+    BlendOpaqueRow(p.r + offset, p.g + offset, p.b + offset, p.a ? p.a + offset : opaque,
+                   current[0], current[1], current[2], out[0], out[1], out[2], count, shown);
 }
 
 std::uint8_t TintedChannel(const OnionLayer& layer, int channel, std::uint8_t value) {
@@ -75,7 +84,8 @@ void BlendCoveredRow(const OnionPlanes& current, const std::vector<OnionLayer>& 
             if (std::equal(here, here + 4, there)) {
                 continue;
             }
-            const std::uint32_t w = Div255Round(there[3] * std::uint32_t{layer.opacity});
+            const std::uint32_t w =
+                Div255Round(static_cast<std::uint16_t>(there[3] * layer.opacity));
             // Both in units of 1/65025: the layer's part and what shows of the picture below.
             const std::uint32_t mine = w * 255;
             const std::uint32_t below = cover * (255 - w);
@@ -105,7 +115,8 @@ void BlendOnion(const OnionPlanes& current, const std::vector<OnionLayer>& layer
         return;
     }
     const int count = right - left + 1;
-    std::vector<std::uint8_t> weight(static_cast<std::size_t>(count));
+    // An opaque layer reads its coverage from a row of 255s.
+    const std::vector<std::uint8_t> opaque(static_cast<std::size_t>(count), 255);
     for (int y = top; y <= bottom; ++y) {
         const std::size_t offset =
             static_cast<std::size_t>(y) * current.stride + static_cast<std::size_t>(left);
@@ -119,13 +130,7 @@ void BlendOnion(const OnionPlanes& current, const std::vector<OnionLayer>& layer
             std::copy_n(here[c], count, target[c]);
         }
         for (const OnionLayer& layer : layers) {
-            LayerWeights(layer, here, offset, count, weight.data());
-            const std::uint8_t* source[3] = {layer.planes.r + offset, layer.planes.g + offset,
-                                             layer.planes.b + offset};
-            for (int c = 0; c < 3; ++c) {
-                BlendChannel(source[c], layer.tint[c], layer.tinted, weight.data(), count,
-                             target[c]);
-            }
+            BlendOpaqueLayer(layer, here, opaque.data(), offset, count, target);
         }
     }
 }
