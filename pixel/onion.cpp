@@ -16,7 +16,10 @@ inline std::uint16_t Div255Round(std::uint16_t x) {
     return static_cast<std::uint16_t>((t + (t >> 8)) >> 8);
 }
 
-inline std::uint8_t Mix(std::uint8_t below, std::uint16_t colour, std::uint16_t w) {
+// Over an opaque picture a frame only darkens: its dark drawing shows on the
+// light paper, while its paper leaves the current drawing as it is.
+inline std::uint8_t Mix(std::uint8_t below, std::uint16_t shown, std::uint16_t w) {
+    const std::uint16_t colour = std::min<std::uint16_t>(shown, below);
     return static_cast<std::uint8_t>(Div255Round(
         static_cast<std::uint16_t>(colour * w + below * static_cast<std::uint16_t>(255 - w))));
 }
@@ -64,8 +67,13 @@ void BlendOpaqueLayer(const OnionLayer& layer, const std::uint8_t* const current
                    current[0], current[1], current[2], out[0], out[1], out[2], count, shown);
 }
 
-std::uint8_t TintedChannel(const OnionLayer& layer, int channel, std::uint8_t value) {
-    return layer.tinted ? static_cast<std::uint8_t>((value + layer.tint[channel] + 1) >> 1) : value;
+// A layer's colour as shown over `below`: tinted, and only darkening where
+// what lies below is opaque.
+std::uint32_t Shown(const OnionLayer& layer, int channel, std::uint8_t value, std::uint32_t below,
+                    std::uint32_t cover) {
+    const std::uint32_t tinted =
+        layer.tinted ? (value + layer.tint[channel] + 1u) >> 1 : std::uint32_t{value};
+    return cover == 255 ? std::min(tinted, below) : tinted;
 }
 
 // The straight-colour "over" for a current picture with coverage, pixel by
@@ -94,9 +102,9 @@ void BlendCoveredRow(const OnionPlanes& current, const std::vector<OnionLayer>& 
                 continue;
             }
             for (int c = 0; c < 3; ++c) {
-                colour[c] =
-                    (TintedChannel(layer, c, there[c]) * mine + colour[c] * below + total / 2) /
-                    total;
+                colour[c] = (Shown(layer, c, there[c], colour[c], cover) * mine +
+                             colour[c] * below + total / 2) /
+                            total;
             }
             cover = (total + 127) / 255;
         }

@@ -40,8 +40,11 @@ struct OnionLayer {
 // current picture with the layers laid over it, first layer lowest. A layer
 // shows only where it differs from the current picture (colour or coverage),
 // so a background that stays still is not washed over; there it covers
-// coverage x opacity / 255 of what lies below. Over an opaque picture the
-// result stays opaque; with coverage it is the straight-colour "over".
+// coverage x opacity / 255 of what lies below. Where what lies below is
+// opaque a layer only darkens (its colour is the lesser of its own and what
+// lies below, per channel), so that the current drawing stays on top of the
+// other frames' paper. Over an opaque picture the result stays opaque; with
+// coverage it is the straight-colour "over".
 void BlendOnion(const OnionPlanes& current, const std::vector<OnionLayer>& layers,
                 const OnionTarget& out, int left, int top, int right, int bottom);
 

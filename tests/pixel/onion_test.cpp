@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <random>
@@ -70,7 +71,9 @@ std::array<int, 4> Expected(const Picture& current, const std::vector<Picture>& 
         }
         for (int c = 0; c < 3; ++c) {
             const int source = layers[l].planes[c][i];
-            const double shown = specs[l].tinted ? (source + specs[l].tint[c] + 1) / 2 : source;
+            const double tinted = specs[l].tinted ? (source + specs[l].tint[c] + 1) / 2 : source;
+            // Over opaque pixels a frame only darkens.
+            const double shown = cover == 255 ? std::min(tinted, colour[c]) : tinted;
             const double mixed = (shown * w + colour[c] * below) / total;
             colour[c] = std::round(mixed);
         }
@@ -126,26 +129,32 @@ void CheckAgainstExpected(bool covered, bool layersCovered, int tolerance) {
 }
 
 TEST(OnionBlend, FixedPixels) {
-    Picture current(0);
-    Picture white(255);
+    Picture current(255);
+    Picture black(0);
     OnionLayer red;
-    red.planes = white.view(false);
+    red.planes = black.view(false);
     red.tinted = true;
     red.tint[0] = 255;
     red.opacity = 128;
     Picture out;
     BlendOnion(current.view(false), {red}, out.target(false), 0, 0, 0, 0);
-    // Tinted white is (255, 128, 128); 128/255 of it over black.
-    EXPECT_EQ(out.planes[0][0], 128);
-    EXPECT_EQ(out.planes[1][0], 64);
-    EXPECT_EQ(out.planes[2][0], 64);
+    // Tinted black is (128, 0, 0); 128/255 of it over white.
+    EXPECT_EQ(out.planes[0][0], 191);
+    EXPECT_EQ(out.planes[1][0], 127);
+    EXPECT_EQ(out.planes[2][0], 127);
+
+    // White paper over a black drawing leaves the drawing black.
+    red.planes = current.view(false);
+    BlendOnion(black.view(false), {red}, out.target(false), 0, 0, 0, 0);
+    EXPECT_EQ(out.planes[0][0], 0);
+    EXPECT_EQ(out.planes[1][0], 0);
 
     // The same frame over itself changes nothing, whatever the opacity.
     red.planes = current.view(false);
     red.opacity = 255;
     BlendOnion(current.view(false), {red}, out.target(false), 0, 0, 0, 0);
-    EXPECT_EQ(out.planes[0][0], 0);
-    EXPECT_EQ(out.planes[1][0], 0);
+    EXPECT_EQ(out.planes[0][0], 255);
+    EXPECT_EQ(out.planes[1][0], 255);
 }
 
 TEST(OnionBlend, OpaquePictureMatchesFloatingPoint) {
