@@ -2,6 +2,7 @@
 #include "app/builtin_commands.h"
 
 #include "anim/animation_commands.h"
+#include "anim/onion_commands.h"
 #include "app/animated_brush_commands.h"
 #include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
@@ -39,6 +40,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterAnimationFileCommands(registry, targets.frames, targets.files.converter(),
                                   targets.processes);
     RegisterStoredAnimationCommands(registry, targets.frames);
+    RegisterOnionCommands(registry, targets.frames);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);

@@ -92,6 +92,7 @@ int main(int argc, char* argv[]) {
 
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
+    workspace.view.onion = wib::LoadOnionState(preferences);
     wib::LayerCanvasResize layerResize(workspace, paths.tempDir / "CropLayers.tmp");
 
     // Recovery snapshots of unsaved work, in the per-user state folder.

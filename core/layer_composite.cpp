@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/frame_composite.h"
 #include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "pixel/layer_composite.h"
@@ -62,23 +63,9 @@ LayerPixels CompositePicture(const Workspace& workspace) {
 namespace wib {
 
 LayerPixels CompositeOfFrame(const Workspace& workspace, int frame) {
-    const LayerStack& stack = workspace.layers;
-    if (frame == stack.frame) {
-        return CompositePicture(workspace);
-    }
     const Document& doc = workspace.document;
-    std::vector<CompositeSource> sources;
-    for (const Layer& layer : stack.layers) {
-        const auto at = static_cast<std::size_t>(frame);
-        if (!layer.properties.visible || at >= layer.frames.size() || !layer.frames[at]) {
-            continue;
-        }
-        const LayerPixels& cell = *layer.frames[at];
-        sources.push_back({&cell.r, &cell.g, &cell.b, cell.a.empty() ? nullptr : &cell.a,
-                           layer.properties.mode, layer.properties.opacity});
-    }
     LayerPixels out = TransparentPixels(doc.width, doc.height);
-    CompositeSources(sources, {0, 0, doc.width, doc.height}, out);
+    CompositeSources(FrameSources(workspace, frame), {0, 0, doc.width, doc.height}, out);
     return out;
 }
 

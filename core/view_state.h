@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <utility>
+
+#include "core/onion_state.h"
+
 namespace wib {
 
 // How the canvas shows the image: not part of the image, not saved for undo.
@@ -19,12 +23,17 @@ struct ViewState {
     float anchorY = -1.0f;
 
     GridState grid;
+    OnionState onion;
 
-    // The view a document gets when its planes are made anew; the grid stays.
+    // The view a document gets when its planes are made anew; the grid and
+    // the onion skin's settings stay, the pinned frames go with the frames.
     void reset() {
-        const GridState kept = grid;
+        const GridState keptGrid = grid;
+        OnionState keptOnion = onion;
         *this = ViewState{};
-        grid = kept;
+        grid = keptGrid;
+        onion = std::move(keptOnion);
+        onion.pinned.clear();
     }
     float scale() const { return zoom / 100.0f; }
 };

@@ -3,6 +3,7 @@
 
 #include "anim/frame_store.h"
 #include "ui/create_anim.h"
+#include "ui/form1.h"
 #include "ui/mdi_main_form.h"
 #include "ui/playback_panel.h"
 
@@ -14,6 +15,7 @@ void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
         store, commands, [&mainForm](const std::string& id) { mainForm.runFromMenu(id); },
         &mainForm);
     mainForm.addDockWidget(Qt::BottomDockWidgetArea, panel);
+    mainForm.canvas()->setFrames(&store);
     panel->show();
     // The layout of the last session again, now that it can place the panel.
     mainForm.restoreWindowPos();

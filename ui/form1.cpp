@@ -23,7 +23,11 @@
 namespace wib {
 
 Form1::Form1(const Workspace& workspace, QWidget* parent)
-    : QWidget(parent), workspace_(workspace), document_(workspace.document), view_(workspace.view) {
+    : QWidget(parent),
+      workspace_(workspace),
+      document_(workspace.document),
+      view_(workspace.view),
+      onion_(workspace) {
     setObjectName("Form1");
     setAttribute(Qt::WA_OpaquePaintEvent);
     // A click on the image takes the keyboard from any text field, so that
@@ -293,7 +297,14 @@ void Form1::paintEvent(QPaintEvent* event) {
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, s < 1.0);
     if (IsFlatPicture(workspace_)) {
-        PlanesToImage(document_, source, picture_);
+        const std::vector<OnionFrame> frames = onion_.frames();
+        if (frames.empty()) {
+            PlanesToImage(document_, source, picture_);
+        } else {
+            const LayerPixels& shown = onion_.blend(document_.RBuffer, document_.GBuffer,
+                                                    document_.BBuffer, nullptr, frames, source);
+            PlanesToImage(shown.r, shown.g, shown.b, source, picture_);
+        }
         painter.drawImage(target, picture_);
     } else {
         drawLayers(painter, source, target);
@@ -314,6 +325,11 @@ void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& tar
     }
     CompositeSources(VisibleSources(workspace_),
                      {source.left(), source.top(), source.width(), source.height()}, composite_);
+    const std::vector<OnionFrame> frames = onion_.frames();
+    const LayerPixels& shown =
+        frames.empty() ? composite_
+                       : onion_.blend(composite_.r, composite_.g, composite_.b, &composite_.a,
+                                      frames, source);
     if (picture_.size() != source.size() || picture_.format() != QImage::Format_RGB32) {
         picture_ = QImage(source.size(), QImage::Format_RGB32);
     }
@@ -321,8 +337,8 @@ void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& tar
     for (int y = 0; y < source.height(); ++y) {
         const int sy = source.top() + y;
         const int sx = source.left();
-        CheckerboardRow({composite_.r.row(sy) + sx, composite_.g.row(sy) + sx,
-                         composite_.b.row(sy) + sx, composite_.a.row(sy) + sx},
+        CheckerboardRow({shown.r.row(sy) + sx, shown.g.row(sy) + sx, shown.b.row(sy) + sx,
+                         shown.a.row(sy) + sx},
                         sx, sy, source.width(),
                         reinterpret_cast<std::uint32_t*>(picture_.scanLine(y)));
     }

@@ -9,10 +9,12 @@
 #include "core/observer_list.h"
 #include "core/view_state.h"
 #include "paint/tool.h"
+#include "ui/onion_view.h"
 
 namespace wib {
 
 class CanvasEvents;
+class FrameStore;
 struct PenReading;
 
 struct Document;
@@ -55,6 +57,9 @@ class Form1 : public QWidget {
     const QImage& preview() const { return preview_; }
     const QRect& previewArea() const { return previewArea_; }
 
+    // The animation whose other frames the onion skin and light table show.
+    void setFrames(const FrameStore* frames) { onion_.attach(frames); }
+
   Q_SIGNALS:
     // The window shows another part of the image (scrolled, zoomed, resized).
     void shownAreaChanged();
@@ -95,6 +100,7 @@ class Form1 : public QWidget {
     Subscription eventsSubscription_;
     QImage preview_;
     QRect previewArea_;  // in image pixels
+    OnionView onion_;
 };
 
 }  // namespace wib

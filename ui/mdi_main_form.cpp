@@ -250,6 +250,9 @@ void MDI_MainForm::buildMenus() {
         if (name == "Edit") {
             addEditMenuStates(menu);
         }
+        if (name == "View") {
+            addViewMenuStates(menu);
+        }
     }
 }
 
@@ -265,6 +268,18 @@ void MDI_MainForm::addPluginMenus(QMenu* menu) {
         fixed->setEnabled(false);
     }
     menu->addSeparator();
+}
+
+// The onion skin's entry is ticked while it is on, however it was turned on.
+void MDI_MainForm::addViewMenuStates(QMenu* menu) {
+    for (QAction* action : menu->actions()) {
+        if (action->objectName() == "view.onion_toggle") {
+            action->setCheckable(true);
+            action->setChecked(workspace_.view.onion.shown);
+            connect(menu, &QMenu::aboutToShow, action,
+                    [this, action] { action->setChecked(workspace_.view.onion.shown); });
+        }
+    }
 }
 
 void MDI_MainForm::addEditMenuStates(QMenu* menu) {

@@ -122,6 +122,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void buildMenus();
     void menusChanged();
     void addEditMenuStates(QMenu* menu);
+    void addViewMenuStates(QMenu* menu);
     void addPluginMenus(QMenu* menu);
     void openPluginFolder();
     void showRunningPlugins();
