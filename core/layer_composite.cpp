@@ -58,10 +58,6 @@ LayerPixels CompositePicture(const Workspace& workspace) {
     return out;
 }
 
-}  // namespace wib
-
-namespace wib {
-
 LayerPixels CompositeOfFrame(const Workspace& workspace, int frame) {
     const Document& doc = workspace.document;
     LayerPixels out = TransparentPixels(doc.width, doc.height);
