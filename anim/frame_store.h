@@ -108,7 +108,7 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     void setFramePlane(FrameColour colour, const Plane& plane, int index);
 
     // Ticks of the frame rate frame `index` is shown for (1 outside the
-    // frames), and its change, clamped to 1 or more; not an undo step.
+    // frames), and its change, clamped to 1 or more.
     std::int32_t exposure(int index) const;
     const std::vector<std::int32_t>& exposures() const { return exposures_; }
     void setExposure(int index, int ticks);

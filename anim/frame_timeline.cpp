@@ -277,22 +277,30 @@ void FrameStore::restoreTimeline(int slot) {
     if (record == nullptr || record->ids.empty() || frameCount_ == 0) {
         return;
     }
-    if (record->ids == ids_ && record->exposures == exposures_) {
+    if (record->ids == ids_) {
+        // The same frames in the same order: no pixels need to move.
+        if (record->exposures.size() == exposures_.size()) {
+            exposures_ = record->exposures;
+        }
         showSavedFrame(slot);
+        showChanges();
         return;
     }
     std::unordered_map<std::uint32_t, int> present;
     for (int f = 0; f < frameCount_; ++f) {
         present.emplace(ids_[static_cast<std::size_t>(f)], f);
     }
-    // Frames deleted since, outside any timeline edit, stay deleted.
+    // Frames deleted since, outside any timeline edit, stay deleted; frames
+    // kept aside from before a canvas-size change no longer fit and stay out.
     std::vector<FrameSource> sources;
     for (std::size_t i = 0; i < record->ids.size(); ++i) {
         const std::uint32_t id = record->ids[i];
         const std::int32_t ticks = i < record->exposures.size() ? record->exposures[i] : 1;
         if (const auto found = present.find(id); found != present.end()) {
             sources.push_back({found->second, nullptr, id, ticks});
-        } else if (const auto loose = history_.retired.find(id); loose != history_.retired.end()) {
+        } else if (const auto loose = history_.retired.find(id);
+                   loose != history_.retired.end() &&
+                   loose->second.r.size() == animR_.frameBytes()) {
             sources.push_back({-1, &loose->second, id, ticks});
         }
     }

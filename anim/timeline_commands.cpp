@@ -61,17 +61,17 @@ ParamSpec Toggle(const char* name, const char* caption, std::function<bool()> cu
 
 void RegisterTimelineCommands(CommandRegistry& registry, FrameStore& store) {
     FrameStore* s = &store;
-    registry.add(Setting(
-        "anim.set_exposure", "Frame &exposure...",
-        {FrameParam("frame", "Frame", store),
-         IntegerParam("ticks", "Held for (ticks)", 1, kMaxTicks, 1,
-                      [s](const Workspace&) {
-                          return ParamValue{static_cast<long long>(s->exposure(s->CurrentFrame()))};
-                      })},
-        [s](const ParamValues& v) {
-            s->setExposure(Frame(v, "frame"), Frame(v, "ticks"));
-            return s->FrameCount() > 0;
-        }));
+    registry.add(Edit("anim.set_exposure", "Frame &exposure...",
+                      {FrameParam("frame", "Frame", store),
+                       IntegerParam("ticks", "Held for (ticks)", 1, kMaxTicks, 1,
+                                    [s](const Workspace&) {
+                                        return ParamValue{
+                                            static_cast<long long>(s->exposure(s->CurrentFrame()))};
+                                    })},
+                      [s](const ParamValues& v) {
+                          s->setExposure(Frame(v, "frame"), Frame(v, "ticks"));
+                          return s->FrameCount() > 0;
+                      }));
     registry.add(Edit("anim.move_frames", "&Move frames...",
                       {FrameParam("first", "First", store), FrameParam("last", "Last", store),
                        FrameParam("to", "To", store)},

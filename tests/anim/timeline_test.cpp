@@ -54,6 +54,9 @@ TEST_F(Timeline, ExposuresFollowTheirFramesThroughInsertAndDelete) {
                                             {"ticks", static_cast<long long>(f + 1)}}),
                   CommandOutcome::Status::Done);
     }
+    ASSERT_TRUE(undo());
+    EXPECT_EQ(exposures(), (Order{1, 2, 3, 1})) << "an exposure change is an undo step";
+    ASSERT_TRUE(redo());
     store.InsertFrame(1);
     EXPECT_EQ(exposures(), (Order{1, 2, 2, 3, 4})) << "the copy is held as long as its frame";
     store.DeleteFrame(0);
