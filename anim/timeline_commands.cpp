@@ -53,7 +53,7 @@ ParamSpec Toggle(const char* name, const char* caption, std::function<bool()> cu
     spec.name = name;
     spec.caption = caption;
     spec.type = ParamType::Boolean;
-    spec.current = [current](const Workspace&) { return ParamValue{current()}; };
+    spec.current = [current](const Workspace&) { return ParamValue{current() ? -1LL : 0LL}; };
     return spec;
 }
 
