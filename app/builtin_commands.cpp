@@ -2,9 +2,11 @@
 #include "app/builtin_commands.h"
 
 #include "anim/animation_commands.h"
+#include "anim/timeline_commands.h"
 #include "app/animated_brush_commands.h"
 #include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
+#include "app/brush_keyframes.h"
 #include "core/document_commands.h"
 #include "core/layer_commands.h"
 #include "fileio/file_commands.h"
@@ -27,7 +29,9 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
     RegisterAnimationFileCommands(registry, targets.frames);
+    RegisterTimelineCommands(registry, targets.frames);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
+    RegisterBrushKeyCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
     targets.plugins.registerCommands();

@@ -178,6 +178,7 @@ void PaintSession::extendCurve(float x, float y) {
 }
 
 void PaintSession::brushDown(float x, float y) {
+    workspace_.events.strokeStarting.notify();
     startCurve(x, y);
     step(0, x, y);
 }
@@ -201,6 +202,7 @@ void PaintSession::setCloneSource(float x, float y) {
 }
 
 void PaintSession::penPress(int button, float x, float y, double pressure, bool tablet) {
+    workspace_.events.strokeStarting.notify();
     state_.pressure = pressure;
     state_.tabletActive = tablet;
     if (state_.cloneSource && (state_.cloneSourcePending || !state_.options.cloneAligned)) {
