@@ -2,9 +2,11 @@
 #include "ui/animation_panels.h"
 
 #include "anim/frame_store.h"
+#include "ui/brush_keys_panel.h"
 #include "ui/create_anim.h"
 #include "ui/mdi_main_form.h"
 #include "ui/playback_panel.h"
+#include "ui/timeline_form.h"
 
 namespace wib {
 
@@ -15,6 +17,12 @@ void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
         &mainForm);
     mainForm.addDockWidget(Qt::BottomDockWidgetArea, panel);
     panel->show();
+    auto* timeline = new TimelineForm(store, commands, &mainForm);
+    mainForm.addDockWidget(Qt::BottomDockWidgetArea, timeline);
+    timeline->show();
+    auto* keys = new BrushKeysPanel(store, commands, &mainForm);
+    mainForm.addDockWidget(Qt::RightDockWidgetArea, keys);
+    keys->show();
     // The layout of the last session again, now that it can place the panel.
     mainForm.restoreWindowPos();
     mainForm.setCommandDialog("anim.create", [&mainForm, &store](const CommandSpec&, auto& values) {
