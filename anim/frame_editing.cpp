@@ -27,6 +27,9 @@ void FrameStore::InsertFrame(int index) {
     }
     frameCount_ += 1;
     currentFrame_ = index + 1;
+    // The copy is a frame of its own, held as long as the one it doubles.
+    ids_.insert(ids_.begin() + index + 1, nextId_++);
+    exposures_.insert(exposures_.begin() + index + 1, exposures_[static_cast<std::size_t>(index)]);
     LayersFrameInserted(workspace_, index);
     LoadCurrentFrame();
     LayersEnteredFrame(workspace_, currentFrame_);
@@ -47,6 +50,8 @@ void FrameStore::DeleteFrame(int index) {
     resizeFrames(frameCount_ - 1);
     frameCount_ -= 1;
     currentFrame_ = std::min(currentFrame_, frameCount_ - 1);
+    ids_.erase(ids_.begin() + index);
+    exposures_.erase(exposures_.begin() + index);
     LayersFrameDeleted(workspace_, index);
     LoadCurrentFrame();
     LayersEnteredFrame(workspace_, currentFrame_);

@@ -37,8 +37,8 @@ ColourPlanes FrameImageForExport(FrameStore& store, int index) {
             store.framePlane(FrameColour::Blue, index)};
 }
 
-int FrameExposure(const FrameStore&, int) {
-    return 1;
+int FrameExposure(const FrameStore& store, int index) {
+    return store.exposure(index);
 }
 
 bool ReplaceAnimation(FrameStore& store, int width, int height, std::vector<ColourPlanes>&& frames,

@@ -15,7 +15,7 @@ class FrameStore;
 ColourPlanes FrameImageForExport(FrameStore& store, int index);
 
 // How many ticks of the frame rate frame `index` is held for; a video
-// writes it that many times. Every frame is held for one tick.
+// writes it that many times.
 int FrameExposure(const FrameStore& store, int index);
 
 // Makes `frames`, pictures of a width x height image in the document's

@@ -63,6 +63,7 @@ bool FrameStore::CreateAnimation(int frames, int copyImage, bool askFirst) {
     }
     currentFrame_ = 0;
     frameCount_ = frames;
+    resetTimeline();
     StoreCurrentFrame();
     if (copyImage > 0) {
         CopyImageToEveryFrame();
@@ -81,6 +82,7 @@ void FrameStore::FreeAnimation() {
     LayersFramesFreed(workspace_);
     currentFrame_ = 0;
     frameCount_ = 0;
+    resetTimeline();
     showChanges();
 }
 
@@ -141,6 +143,7 @@ void FrameStore::showChanges() {
     if (display_ != nullptr) {
         display_->animationChanged();
     }
+    changed.notify();
 }
 
 bool FrameStore::ready() {

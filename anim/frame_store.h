@@ -5,13 +5,17 @@
 #include <filesystem>
 #include <functional>
 #include <string>
+#include <vector>
 
+#include "anim/brush_keyframer.h"
 #include "anim/frame_array.h"
 #include "anim/frame_rate.h"
 #include "anim/frame_transfer.h"
 #include "anim/playback.h"
+#include "anim/timeline_records.h"
 #include "core/canvas_size.h"
 #include "core/frame_sequence.h"
+#include "core/observer_list.h"
 #include "core/plane.h"
 
 namespace wib {
@@ -23,6 +27,9 @@ inline constexpr const char* kAnimationExistsQuestion = "An animation already ex
 inline constexpr const char* kNoFramesMessage = "An animation needs at least one frame.";
 inline constexpr const char* kInsertFrameMemoryMessage =
     "Not enough memory to insert a frame. Free some memory or delete frames first.";
+inline constexpr const char* kNothingCopiedMessage = "No frames have been copied.";
+inline constexpr const char* kLayersChangedMessage =
+    "The layers have changed since the frames were copied.";
 inline constexpr const char* kSizeChangedMessage =
     "The image size has changed, so the animation no longer fits it and was freed.";
 
@@ -100,6 +107,47 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     // 0..FrameCount() - 1.
     void setFramePlane(FrameColour colour, const Plane& plane, int index);
 
+    // Ticks of the frame rate frame `index` is shown for (1 outside the
+    // frames), and its change, clamped to 1 or more.
+    std::int32_t exposure(int index) const;
+    const std::vector<std::int32_t>& exposures() const { return exposures_; }
+    void setExposure(int index, int ticks);
+    // Every frame's exposure at once, as a file gives them; ignored unless
+    // there is one per frame.
+    void setExposures(const std::vector<std::int32_t>& ticks);
+
+    // Timeline edits of the frame range first..last (clamped, in either
+    // order): each an undo step, run inside the edit bracket by the
+    // commands. False, changing nothing, without an animation or memory.
+    // The range moves so that its first frame lands at `to` (counted in the
+    // frames without it).
+    bool MoveFrames(int first, int last, int to);
+    // Copies of the range go in just after it.
+    bool DuplicateFrames(int first, int last);
+    bool ReverseFrames(int first, int last);
+    // A black frame (the upper layers clear) goes in after frame `index`
+    // and is shown.
+    bool InsertBlankFrame(int index);
+    // Keeps copies of the range (not an edit), which PasteFrames inserts
+    // before frame `at` (FrameCount(): after the last).
+    bool CopyFrames(int first, int last);
+    bool PasteFrames(int at);
+    int copiedFrames() const { return static_cast<int>(clipboard_.size()); }
+
+    // The play range and its loop and ping-pong modes.
+    PlayRange& playRange() { return playRange_; }
+    const PlayRange& playRange() const { return playRange_; }
+
+    // The brush's keys over the frames, saved with the animation.
+    BrushKeyframer& brushKeys() { return brushKeys_; }
+    const BrushKeyframer& brushKeys() const { return brushKeys_; }
+
+    // The frames' order and timing kept with each undo slot.
+    void saveTimeline(int slot) override;
+    void restoreTimeline(int slot) override;
+    bool timelineMatches(int slot) const override;
+    void showSavedFrame(int slot) override;
+
     // Playback and the frame-rate field, each an object of its own.
     Playback& playback() { return playback_; }
     FrameRateField& rateField() { return rateField_; }
@@ -112,8 +160,13 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     const std::string& name() const { return name_; }
     void setName(const std::string& name);
 
-    // Tells the playback controls that something they show has changed.
+    // Tells the playback controls, and every listener to `changed`, that
+    // something they show has changed.
     void showChanges();
+    ObserverList<> changed;
+    // Each frame's id, given when it was made and kept while it moves: views
+    // that cache something per frame key it by this.
+    const std::vector<std::uint32_t>& frameIds() const { return ids_; }
     PlaybackDisplay* display() const { return display_; }
 
     // Resizes every frame as the canvas-size change resizes the image, by way
@@ -134,6 +187,15 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     void showControls();
 
   private:
+    // Where one frame of a rebuilt stack comes from: the old frame `index`,
+    // or, when that is negative, `loose`.
+    struct FrameSource {
+        int index = -1;
+        const LooseFrame* loose = nullptr;
+        std::uint32_t id = 0;
+        std::int32_t exposure = 1;
+    };
+
     struct Fill {
         std::uint8_t r, g, b;
     };
@@ -149,6 +211,17 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     FrameArray& array(FrameColour colour);
     const FrameArray& array(FrameColour colour) const;
     void refreshTransferRecord();
+    // The stack rebuilt in the order of `sources`, showing frame `current`;
+    // frames left out that a kept record names wait in the history. False
+    // with a message, nothing changed, when memory runs out.
+    bool rebuildFrames(const std::vector<FrameSource>& sources, int current);
+    FrameSource sourceOf(int index) const;
+    LooseFrame looseCopy(int index);
+    TimelineRecord timelineRecord() const;
+    // Gives made frames fresh ids and exposures of 1.
+    void resetTimeline();
+    // first..last clamped into the frames and put in order.
+    std::pair<int, int> clampRange(int first, int last) const;
     // Bytes the three arrays hold now.
     std::uint64_t heldBytes() const;
     void releaseFrames();
@@ -179,6 +252,14 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     Playback playback_{*this};
     Subscription rateShown_;
     std::string name_;
+    std::vector<std::uint32_t> ids_;
+    std::vector<std::int32_t> exposures_;
+    std::uint32_t nextId_ = 1;
+    TimelineHistory history_;
+    std::vector<LooseFrame> clipboard_;
+    std::size_t clipboardLayers_ = 0;
+    PlayRange playRange_;
+    BrushKeyframer brushKeys_;
 };
 
 }  // namespace wib

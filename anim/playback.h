@@ -14,8 +14,20 @@ class FrameStore;
 // moved on at all.
 void WaitPastDelay(const Clock& clock, std::chrono::nanoseconds start, std::int32_t delayMs);
 
-// Playback of a frame store: forward through every frame and round again, one
-// frame every FrameDelayMs, on the interface thread.
+struct PlayRange;
+
+// The frame playback shows after `current` among `count` frames within the
+// play range, and the direction it then goes (1 forward, -1 back, for
+// ping-pong); -1 when playback ends (the range played once without loop).
+struct PlayStep {
+    int frame;
+    int direction;
+};
+PlayStep NextPlayFrame(int current, int count, const PlayRange& range, int direction);
+
+// Playback of a frame store: through the play range, round again or back and
+// forth, each frame held for its exposure in ticks of FrameDelayMs, on the
+// interface thread.
 class Playback {
   public:
     explicit Playback(FrameStore& frames) : frames_(frames) {}
@@ -33,6 +45,7 @@ class Playback {
     FrameStore& frames_;
     std::int16_t playingFlag_ = 0;
     bool loopRunning_ = false;  // the loop is on the call stack
+    int direction_ = 1;
 };
 
 }  // namespace wib

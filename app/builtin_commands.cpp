@@ -3,9 +3,11 @@
 
 #include "anim/animation_commands.h"
 #include "anim/onion_commands.h"
+#include "anim/timeline_commands.h"
 #include "app/animated_brush_commands.h"
 #include "app/animation_file_commands.h"
 #include "app/brush_file_commands.h"
+#include "app/brush_keyframes.h"
 #include "app/stored_animation_commands.h"
 #include "core/cut_and_crop.h"
 #include "core/document_commands.h"
@@ -41,7 +43,9 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
                                   targets.processes);
     RegisterStoredAnimationCommands(registry, targets.frames);
     RegisterOnionCommands(registry, targets.frames);
+    RegisterTimelineCommands(registry, targets.frames);
     RegisterAnimatedBrushCommands(registry, paint, targets.frames);
+    RegisterBrushKeyCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
     targets.plugins.registerCommands();

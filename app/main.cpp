@@ -12,6 +12,7 @@
 
 #include "anim/frame_store.h"
 #include "app/autosave.h"
+#include "app/brush_keyframes.h"
 #include "app/builtin_commands.h"
 #include "app/headless_prompter.h"
 #include "app/launch_options.h"
@@ -93,6 +94,8 @@ int main(int argc, char* argv[]) {
     // The animation frames live beside the Workspace, which resizes them with the canvas.
     wib::FrameStore frameStore(workspace, paths.tempDir / "CropAnim.tmp");
     workspace.view.onion = wib::LoadOnionState(preferences);
+    // Keyframed brush values are put in place as each stroke starts.
+    wib::BrushKeyHook brushKeyHook(paint, frameStore);
     wib::LayerCanvasResize layerResize(workspace, paths.tempDir / "CropLayers.tmp");
 
     // Recovery snapshots of unsaved work, in the per-user state folder.

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/stored_animation_commands.h"
 
+#include <cmath>
 #include <string>
+#include <vector>
 
 #include "anim/frame_store.h"
 #include "core/commands.h"
@@ -25,12 +27,49 @@ ParamSpec PathParam() {
     return path;
 }
 
+std::vector<KeyframeTrack> TracksOf(const BrushKeyframer& keys) {
+    std::vector<KeyframeTrack> tracks;
+    for (BrushKey key : kBrushKeys) {
+        if (keys.keys(key).empty()) {
+            continue;
+        }
+        KeyframeTrack track{
+            BrushKeyName(key),
+            keys.spline(key) ? KeyInterpolation::CatmullRom : KeyInterpolation::Linear,
+            {}};
+        for (const auto& [frame, values] : keys.keys(key)) {
+            track.keys.push_back({static_cast<float>(frame), values});
+        }
+        tracks.push_back(std::move(track));
+    }
+    return tracks;
+}
+
+// Tracks this program does not key, and keys off whole frames, are skipped.
+void LoadTracks(BrushKeyframer& keys, const std::vector<KeyframeTrack>& tracks) {
+    keys.clear();
+    for (const KeyframeTrack& track : tracks) {
+        const auto key = BrushKeyNamed(track.name);
+        if (!key) {
+            continue;
+        }
+        keys.setSpline(*key, track.interpolation == KeyInterpolation::CatmullRom);
+        for (const TrackKey& k : track.keys) {
+            if (k.frame >= 0 && k.frame <= kMaxBrushKeyFrame && k.frame == std::floor(k.frame)) {
+                keys.addKey(*key, static_cast<int>(k.frame), k.values);
+            }
+        }
+    }
+}
+
 bool SaveAnimationFile(Workspace& workspace, FrameStore& store, const std::string& path) {
     StoredAnimation animation;
     animation.picture = PictureOfDocument(workspace);
     animation.frameRate = std::max(1, store.rateField().rate());
-    animation.exposures.assign(animation.picture.frames.size(), 1);
+    animation.exposures = store.exposures();
+    animation.exposures.resize(animation.picture.frames.size(), 1);
     animation.name = store.name();
+    animation.tracks = TracksOf(store.brushKeys());
     if (const auto problem = WriteAnimationFile(path, animation)) {
         workspace.host.prompter.message(*problem);
         return false;
@@ -56,7 +95,9 @@ bool OpenAnimationFile(Workspace& workspace, FrameStore& store, const std::strin
         return false;
     }
     store.rateField().setRate(animation.frameRate);
+    store.setExposures(animation.exposures);
     store.setName(animation.name);
+    LoadTracks(store.brushKeys(), animation.tracks);
     SetModified(workspace, false);
     store.showControls();
     return true;

@@ -24,6 +24,15 @@ class FrameSequence {
     // document's size, frame 0 current; below 2 there is no animation after.
     // False when the frames cannot be had (the user has been told).
     virtual bool replaceFrames(int count);
+    // The undo ring's companions for the frames' order and timing: kept with
+    // undo slot `slot`, put back with it, and whether the slot's are showing.
+    virtual void saveTimeline(int) {}
+    virtual void restoreTimeline(int) {}
+    virtual bool timelineMatches(int) const { return true; }
+    // Shows the frame the image of slot `slot` was saved on, when the frames
+    // are still in the slot's order: before the image on screen is kept for
+    // redo, so that it is kept with its own frame.
+    virtual void showSavedFrame(int) {}
 };
 
 // The frames of a document that is no animation.

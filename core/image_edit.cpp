@@ -88,6 +88,7 @@ ImageEdit::~ImageEdit() {
         if (options_.redraw) {
             workspace_.host.view.refresh();
         }
+        workspace_.events.imageEdited.notify();
     }
 }
 

@@ -500,22 +500,55 @@ void LayersFrameDeleted(Workspace& workspace, int index) {
     }
 }
 
+void LayersFramesMapped(Workspace& workspace, const std::vector<int>& sources,
+                        const std::vector<std::vector<LayerCell>>& given) {
+    LayerStack& stack = Stack(workspace);
+    for (std::size_t l = 0; l < stack.layers.size(); ++l) {
+        Layer& layer = stack.layers[l];
+        std::vector<LayerCell> cells(sources.size());
+        for (std::size_t i = 0; i < sources.size(); ++i) {
+            if (sources[i] >= 0) {
+                cells[i] = layer.frames[static_cast<std::size_t>(sources[i])];
+            } else {
+                cells[i] =
+                    i < given.size() && l < given[i].size() ? given[i][l] : layer.frames.front();
+            }
+        }
+        layer.frames = std::move(cells);
+    }
+}
+
+std::vector<LayerCell> LayerCellsOfFrame(Workspace& workspace, int frame) {
+    std::vector<LayerCell> cells;
+    for (const Layer& layer : Stack(workspace).layers) {
+        cells.push_back(layer.frames[static_cast<std::size_t>(frame)]);
+    }
+    return cells;
+}
+
+std::vector<LayerCell> BlankFrameCells(const Workspace& workspace) {
+    const std::size_t layers = workspace.layers.layers.size();
+    if (!CellsKept(workspace)) {
+        return std::vector<LayerCell>(layers);
+    }
+    const Document& doc = workspace.document;
+    std::vector<LayerCell> cells(layers, TransparentCell(doc));
+    cells[0] = MakeCell({Plane(doc.width, doc.height, 0), Plane(doc.width, doc.height, 0),
+                         Plane(doc.width, doc.height, 0), Plane()});
+    return cells;
+}
+
 void LayersFramesMade(Workspace& workspace, int frames, bool copyImage) {
     LayerStack& stack = Stack(workspace);
     const bool kept = CellsKept(workspace);
-    const Document& doc = workspace.document;
-    const LayerCell clear = kept ? TransparentCell(doc) : nullptr;
-    const LayerCell black =
-        kept ? MakeCell({Plane(doc.width, doc.height, 0), Plane(doc.width, doc.height, 0),
-                         Plane(doc.width, doc.height, 0), Plane()})
-             : nullptr;
+    const std::vector<LayerCell> blank = BlankFrameCells(workspace);
     for (std::size_t i = 0; i < stack.layers.size(); ++i) {
         Layer& layer = stack.layers[i];
         const LayerCell first = !kept ? nullptr
                                 : static_cast<int>(i) == stack.current
                                     ? CopyCurrentLayer(workspace)
                                     : layer.frames[FrameSlot(stack)];
-        const LayerCell rest = copyImage ? first : i == 0 ? black : clear;
+        const LayerCell rest = copyImage ? first : blank[i];
         layer.frames.assign(static_cast<std::size_t>(std::max(frames, 1)), rest);
         layer.frames[0] = first;
     }

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/layer_stack.h"
 
@@ -91,6 +92,16 @@ void LayersEnteredFrame(Workspace& workspace, int index);
 // Frame `index` was doubled (the copy is index + 1) or removed.
 void LayersFrameInserted(Workspace& workspace, int index);
 void LayersFrameDeleted(Workspace& workspace, int index);
+// The frames were rearranged: new frame i takes old frame sources[i]'s cells,
+// or, where sources[i] is negative, given[i] (a cell per layer, bottom first;
+// a layer without one takes its first frame's cell).
+void LayersFramesMapped(Workspace& workspace, const std::vector<int>& sources,
+                        const std::vector<std::vector<LayerCell>>& given);
+// The cells of a new empty frame, bottom first: the bottom layer black, the
+// others clear (none while the frame store alone holds the frames).
+std::vector<LayerCell> BlankFrameCells(const Workspace& workspace);
+// Every layer's cell of frame `frame`, bottom first (shared, not copied).
+std::vector<LayerCell> LayerCellsOfFrame(Workspace& workspace, int frame);
 // An animation of `frames` frames was made: each layer's other frames copy its
 // current cell or start empty (the bottom layer black, the others clear).
 void LayersFramesMade(Workspace& workspace, int frames, bool copyImage);

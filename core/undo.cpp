@@ -55,11 +55,15 @@ void CopyImageToSlot(Workspace& workspace, int slot) {
     }
     ring.SlotStates[slot] = UndoSlotState{doc.AlphaBitsFlag, doc.modified};
     SaveLayerState(workspace, slot);
+    workspace.frames().saveTimeline(slot);
 }
 
 void CopySlotToImage(Workspace& workspace, int slot) {
     Document& doc = workspace.document;
     UndoRing& ring = workspace.undo;
+    // The frames first: the layer state restored next has a cell per frame
+    // of the order it was saved with.
+    workspace.frames().restoreTimeline(slot);
     RestoreLayerState(workspace, slot);
     const std::size_t bytes = doc.RBuffer.byteCount();
     BlockCopy(ring.UndoPlaneR.slot(slot), doc.RBuffer.data(), bytes);
@@ -144,7 +148,7 @@ bool SlotMatchesImage(Workspace& workspace, int slot) {
            std::memcmp(ring.UndoPlaneG.slot(slot), doc.GBuffer.data(), bytes) == 0 &&
            std::memcmp(ring.UndoPlaneB.slot(slot), doc.BBuffer.data(), bytes) == 0 &&
            std::memcmp(ring.UndoPlaneA.slot(slot), doc.ABuffer.data(), bytes) == 0 &&
-           LayerStateMatches(workspace, slot);
+           LayerStateMatches(workspace, slot) && workspace.frames().timelineMatches(slot);
 }
 
 // Moves both rings' indices the same way.
@@ -204,6 +208,7 @@ void RestoreUndo(Workspace& workspace) {
         return;
     }
     if (ring.UndoFreshFlag == 1) {
+        workspace.frames().showSavedFrame(ring.UndoIndex);
         const std::int16_t remembered = ring.UndoIndex;
         const std::int16_t secondRemembered = ring.SecondUndoIndex;
         MoveIndices(ring, StepDown);
@@ -272,6 +277,7 @@ bool EditUndo(Workspace& workspace) {
     if (unchanged && CanUndo(workspace)) {
         step();
     }
+    workspace.events.imageEdited.notify();
     return true;
 }
 
@@ -292,6 +298,7 @@ bool EditRedo(Workspace& workspace) {
     ring.RedoSteps -= 1;
     ring.UndoSteps += 1;
     workspace.host.view.refresh();
+    workspace.events.imageEdited.notify();
     return true;
 }
 

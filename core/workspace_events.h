@@ -16,6 +16,13 @@ struct WorkspaceEvents {
     // before its pixels move; frame-dependent settings follow it here and
     // must not touch the planes.
     ObserverList<int> beforeFrameLoad;
+    // A stroke is about to start (a canvas press or a plug-in's pen down),
+    // before the stroke reads the brush options: settings that depend on the
+    // frame are put in place here.
+    ObserverList<> strokeStarting;
+    // An edit of the image ended having changed it (a stroke, a filter, a
+    // timeline edit): views of the frames bring the current one up to date.
+    ObserverList<> imageEdited;
     // The document was renamed or saved under another name.
     ObserverList<> fileNameChanged;
     // The layer list, a layer's properties or the current layer changed.

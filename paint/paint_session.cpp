@@ -186,6 +186,7 @@ void PaintSession::brushDown(float x, float y) {
     if (layerLocked()) {
         workspace_.host.log.line(kLayerLockedMessage);
     }
+    workspace_.events.strokeStarting.notify();
     startCurve(x, y);
     step(0, x, y);
 }
@@ -217,6 +218,7 @@ void PaintSession::penPress(int button, float x, float y, double pressure, bool 
         workspace_.host.log.line(kLayerLockedMessage);
         return;
     }
+    workspace_.events.strokeStarting.notify();
     state_.pressure = pressure;
     state_.tabletActive = tablet;
     if (state_.cloneSource && (state_.cloneSourcePending || !state_.options.cloneAligned)) {

@@ -2,10 +2,12 @@
 #include "ui/animation_panels.h"
 
 #include "anim/frame_store.h"
+#include "ui/brush_keys_panel.h"
 #include "ui/create_anim.h"
 #include "ui/form1.h"
 #include "ui/mdi_main_form.h"
 #include "ui/playback_panel.h"
+#include "ui/timeline_form.h"
 
 namespace wib {
 
@@ -17,6 +19,12 @@ void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
     mainForm.addDockWidget(Qt::BottomDockWidgetArea, panel);
     mainForm.canvas()->setFrames(&store);
     panel->show();
+    auto* timeline = new TimelineForm(store, commands, &mainForm);
+    mainForm.addDockWidget(Qt::BottomDockWidgetArea, timeline);
+    timeline->show();
+    auto* keys = new BrushKeysPanel(store, commands, &mainForm);
+    mainForm.addDockWidget(Qt::RightDockWidgetArea, keys);
+    keys->show();
     // The layout of the last session again, now that it can place the panel.
     mainForm.restoreWindowPos();
     mainForm.setCommandDialog("anim.create", [&mainForm, &store](const CommandSpec&, auto& values) {

@@ -109,3 +109,47 @@ TEST_F(Playback, NeedsTwoFramesAndDoesNotStartTwice) {
 
 }  // namespace
 }  // namespace wib::testing
+
+namespace wib::testing {
+namespace {
+
+TEST_F(Playback, PlaysWithinTheRangeBackAndForth) {
+    makeNumberedFrames(6);
+    store.playRange() = {1, 3, true, true};
+    play(8);
+    EXPECT_EQ(shown, (std::vector<int>{1, 2, 3, 2, 1, 2, 3, 2}))
+        << "a frame outside the range starts it at its in mark";
+}
+
+TEST_F(Playback, WithoutLoopStopsAtTheOutMark) {
+    makeNumberedFrames(5);
+    store.playRange() = {2, -1, false, false};
+    play(100);
+    EXPECT_EQ(shown, (std::vector<int>{2, 3, 4})) << "out -1 is the last frame";
+    EXPECT_EQ(store.PlayingFlag(), 0);
+}
+
+TEST_F(Playback, EachFrameIsHeldForItsExposure) {
+    makeNumberedFrames(3);
+    store.rateField().setRate(10);
+    store.setExposure(1, 3);
+    play(4);
+    ASSERT_EQ(shown, (std::vector<int>{1, 2, 0, 1}));
+    // Events pass once a frame's hold is over: frame 1 is held three delays
+    // of 100 ms, the others one.
+    EXPECT_GT(times[1] - times[0], 100ms);
+    EXPECT_LE(times[1] - times[0], 103ms);
+    EXPECT_GT(times[3] - times[2], 300ms);
+    EXPECT_LE(times[3] - times[2], 303ms);
+}
+
+TEST(PlayStep, SingleFrameRangeAndReversedMarks) {
+    EXPECT_EQ(NextPlayFrame(2, 5, {2, 2, true, true}, 1).frame, 2);
+    EXPECT_EQ(NextPlayFrame(0, 5, {4, 1, true, false}, 1).frame, 1)
+        << "an in mark past the out mark is pulled back to it";
+    EXPECT_EQ(NextPlayFrame(3, 4, {0, 9, true, false}, 1).frame, 0)
+        << "an out mark past the end is the last frame";
+}
+
+}  // namespace
+}  // namespace wib::testing
