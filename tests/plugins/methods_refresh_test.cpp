@@ -67,5 +67,14 @@ TEST_F(Refresh, RedrawsReachTheView) {
     EXPECT_EQ(host.view.completeRefreshes, 3);
 }
 
+TEST_F(Refresh, InitMarqueeRestartsTheAnts) {
+    int restarts = 0;
+    const Subscription listening =
+        host.workspace.events.marqueeRestarted.subscribe([&restarts] { ++restarts; });
+    call("Wib_InitMarquee");
+    call("Wib_InitMarquee");
+    EXPECT_EQ(restarts, 2);
+}
+
 }  // namespace
 }  // namespace wib::testing
