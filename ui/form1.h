@@ -9,6 +9,7 @@
 #include "core/observer_list.h"
 #include "core/view_state.h"
 #include "paint/tool.h"
+#include "ui/marching_ants.h"
 
 namespace wib {
 
@@ -55,9 +56,15 @@ class Form1 : public QWidget {
     const QImage& preview() const { return preview_; }
     const QRect& previewArea() const { return previewArea_; }
 
+    // The selection's marching ants start again from their first position.
+    void restartMarquee();
+    const MarchingAnts& marchingAnts() const { return *ants_; }
+
   Q_SIGNALS:
     // The window shows another part of the image (scrolled, zoomed, resized).
     void shownAreaChanged();
+    // Space + drag, or the hand tool, asks the view to scroll by this much.
+    void panBy(QPoint delta);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -65,6 +72,8 @@ class Form1 : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void tabletEvent(QTabletEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -80,6 +89,10 @@ class Form1 : public QWidget {
     void listenersChanged();
     void recordPen(const PenReading& pen);
     void drawGrid(QPainter& painter, const QRect& source) const;
+    // Redraws where the active tool's outline was and is now.
+    void refreshOverlay();
+    // Starts, continues or ends a pan; false when the press does not pan.
+    bool startPan(QPointF at);
     // The layers' composite of `source` into picture_, over the checkerboard.
     void drawLayers(QPainter& painter, const QRect& source, const QRectF& target);
 
@@ -95,6 +108,11 @@ class Form1 : public QWidget {
     Subscription eventsSubscription_;
     QImage preview_;
     QRect previewArea_;  // in image pixels
+    MarchingAnts* ants_;
+    QRect overlayArea_;  // window units, where the tool's outline was drawn
+    bool spaceHeld_ = false;
+    bool panning_ = false;
+    QPointF panFrom_;  // global position of the pan's last step
 };
 
 }  // namespace wib
