@@ -426,6 +426,13 @@ bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_CapsLock) {
         updateEraseMode();
     }
+    // Space pans the canvas under the pointer wherever the keyboard is.
+    if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && watched != canvas_ &&
+        canvas_->underMouse()) {
+        QApplication::sendEvent(canvas_, event);
+        return true;
+    }
     if (canvasEvents_ != nullptr && canvasEvents_->listening() &&
         event->type() == QEvent::KeyPress &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
