@@ -33,6 +33,7 @@ class ToolBoxWindow : public ::testing::Test {
         RegisterSelectionCommands(commands);
         RegisterPaintCommands(commands, paint);
         form.createToolPanel();
+        form.documentResized();  // the canvas was made before the document
     }
     void mouse(QEvent::Type type, QPointF at, Qt::MouseButtons held,
                Qt::KeyboardModifiers keys = Qt::NoModifier) {
@@ -109,7 +110,7 @@ TEST_F(ToolBoxWindow, ARectangleDragSelectsAndTheAntsRunAlongItsSides) {
     EXPECT_EQ(doc.ABuffer.at(15, 10), 0);
     EXPECT_EQ(doc.ABuffer.at(25, 10), 255);
     form.canvas()->grab();
-    EXPECT_EQ(form.canvas()->marchingAnts().outline().size(), 4U);
+    ASSERT_EQ(form.canvas()->marchingAnts().outline().size(), 4U);
     EXPECT_EQ(form.canvas()->marchingAnts().outline().front().x0, 20);
 
     ASSERT_EQ(commands.run(host.workspace, "select.none", {}).status, CommandOutcome::Status::Done);
