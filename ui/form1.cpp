@@ -19,6 +19,7 @@
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
 #include "plugins/canvas_events.h"
+#include "ui/matte_overlay.h"
 #include "ui/plane_image.h"
 #include "ui/tool_cursors.h"
 
@@ -382,6 +383,10 @@ void Form1::paintEvent(QPaintEvent* event) {
     }
     if (view_.grid.shown) {
         drawGrid(painter, source);
+    }
+    if (painter_ != nullptr && painter_->state().options.alphaUse == AlphaUse::PaintOnAlpha &&
+        document_.AlphaBitsFlag == 255) {
+        painter.drawImage(target, MatteOverlay(document_, source));
     }
     ants_->follow();
     ants_->draw(painter, source, s);

@@ -86,6 +86,8 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         brushPanel_->raise();
         paintSubscription_ = workspace_.events.paintOptionsChanged.subscribe([this] {
             canvas_->showToolCursor();
+            // Painting on the matte shows or hides its red veil.
+            canvas_->update();
             brushPanel_->showModel();
             paperPanel_->showModel();
             toolOptions_->showModel();

@@ -18,6 +18,7 @@
 #include "tests/support/scratch_paths.h"
 #include "tests/support/test_host.h"
 #include "ui/form1.h"
+#include "ui/matte_overlay.h"
 #include "ui/mdi_main_form.h"
 #include "ui/tool_options_panel.h"
 #include "ui/tool_panel.h"
@@ -142,6 +143,24 @@ TEST_F(ToolBoxWindow, SpaceDragAsksTheViewToScrollWithAnyTool) {
     QApplication::sendEvent(form.canvas(), &up);
     EXPECT_EQ(pans, (std::vector<QPoint>{{8, 5}, {8, 5}})) << "the image follows the pointer";
     EXPECT_EQ(host.workspace.document.RBuffer.at(30, 25), 255) << "nothing painted";
+}
+
+TEST(MatteOverlay, UnselectedPixelsGetTheRedVeilSelectedOnesNone) {
+    testing::TestHost host;
+    host.newDocument(8, 4);
+    Document& doc = host.workspace.document;
+    doc.ABuffer.fill(255);
+    doc.ABuffer.at(2, 1) = 0;
+    doc.ABuffer.at(3, 1) = 128;
+    const QImage veil = MatteOverlay(doc, QRect(2, 1, 3, 2));
+    ASSERT_EQ(veil.size(), QSize(3, 2));
+    const QColor none = veil.pixelColor(0, 0);
+    EXPECT_EQ(none.alpha(), 128) << "half-covering over an unselected pixel";
+    EXPECT_EQ(none.red(), 255);
+    EXPECT_EQ(none.green(), 0);
+    EXPECT_EQ(veil.pixelColor(1, 0).alpha(), 127 * 128 / 255);
+    EXPECT_EQ(veil.pixelColor(2, 0).alpha(), 0);
+    EXPECT_EQ(veil.pixelColor(0, 1).alpha(), 0);
 }
 
 }  // namespace
