@@ -110,6 +110,9 @@ std::string Range(const ParamSpec& spec) {
             return spec.choices.empty() ? "" : spec.choices[0];
         case ParamType::IntegerList: {
             std::ostringstream range;
+            if (spec.lengths.empty()) {
+                range << "any number of";
+            }
             for (std::size_t i = 0; i < spec.lengths.size(); ++i) {
                 range << (i == 0 ? "" : " or ") << spec.lengths[i];
             }

@@ -99,12 +99,14 @@ std::optional<ParamValue> CheckIntegerList(const ParamSpec& spec, const ParamVal
                                            std::string& error) {
     const auto* list = std::get_if<IntegerList>(&value);
     if (list == nullptr ||
-        std::find(spec.lengths.begin(), spec.lengths.end(), list->size()) == spec.lengths.end()) {
+        (!spec.lengths.empty() &&
+         std::find(spec.lengths.begin(), spec.lengths.end(), list->size()) == spec.lengths.end())) {
         std::ostringstream counts;
         for (std::size_t i = 0; i < spec.lengths.size(); ++i) {
             counts << (i == 0 ? "" : " or ") << spec.lengths[i];
         }
-        error = spec.name + " must be a list of " + counts.str() + " integers";
+        error = spec.name + " must be a list of " +
+                (counts.str().empty() ? "" : counts.str() + " ") + "integers";
         return std::nullopt;
     }
     for (const long long v : *list) {

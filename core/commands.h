@@ -18,7 +18,8 @@ class Workspace;
 
 // FilePath is text the dialog fills from a file dialog; its `choices` hold
 // that dialog's filter ("Images (*.tga *.bmp)"). An IntegerList holds one of
-// `lengths` integers, each in [minimum, maximum].
+// `lengths` integers (any number when none are given), each in [minimum,
+// maximum].
 enum class ParamType { Integer, Number, Text, Colour, Boolean, Choice, FilePath, IntegerList };
 
 struct ParamSpec {
@@ -32,7 +33,7 @@ struct ParamSpec {
     // document (the current width, say); `fallback` otherwise.
     std::function<ParamValue(const Workspace&)> current;
     std::vector<std::string> choices;  // captions of a Choice, in order
-    std::vector<std::size_t> lengths;  // the counts an IntegerList may have
+    std::vector<std::size_t> lengths;  // the counts an IntegerList may have; empty: any
     bool nonZero = false;              // an Integer that may not be 0 (a divisor)
 };
 

@@ -27,6 +27,8 @@ struct WorkspaceEvents {
     ObserverList<> fileNameChanged;
     // The layer list, a layer's properties or the current layer changed.
     ObserverList<> layersChanged;
+    // The selection's marching ants start again from their first position.
+    ObserverList<> marqueeRestarted;
 };
 
 }  // namespace wib

@@ -63,6 +63,36 @@ void SelectShapeFrom(Workspace& workspace, const ParamValues& values, bool ellip
     SelectShape(workspace, shape);
 }
 
+// The corners as x, y pairs in image pixels.
+ParamSpec CornersParam() {
+    ParamSpec spec;
+    spec.name = "points";
+    spec.caption = "Corners (x, y pairs)";
+    spec.type = ParamType::IntegerList;
+    spec.minimum = -2 * kMaxDocumentSide;
+    spec.maximum = 2 * kMaxDocumentSide;
+    spec.fallback = IntegerList{};
+    return spec;
+}
+
+bool SelectPolygonFrom(Workspace& workspace, const ParamValues& values) {
+    const IntegerList& points = values.integers("points");
+    if (points.size() % 2 != 0) {
+        workspace.host.prompter.message("The corners must come in x, y pairs.");
+        return false;
+    }
+    PolygonSelection polygon;
+    for (std::size_t i = 0; i < points.size(); i += 2) {
+        polygon.corners.push_back(
+            {static_cast<double>(points[i]), static_cast<double>(points[i + 1])});
+    }
+    polygon.antialias = Flag(values, "antialias");
+    polygon.feather = values.number("feather");
+    polygon.mode = ModeOf(values);
+    SelectPolygon(workspace, polygon);
+    return true;
+}
+
 ParamSpec DiscRadius() {
     return IntegerParam("radius", "Radius", 0, kMaxDiscRadius, 5);
 }
@@ -82,6 +112,16 @@ void RegisterSelectionCommands(CommandRegistry& registry) {
     registry.add(SelectionCommand(
         "select.ellipse", "&Ellipse...", "", ShapeParams(true),
         [](Workspace& w, const ParamValues& values) { SelectShapeFrom(w, values, true); }));
+    CommandSpec polygon{
+        "select.polygon",
+        "&Polygon...",
+        "Select",
+        "",
+        {CornersParam(), SelectionModeParam(), BooleanParam("antialias", "Anti-aliased", true),
+         NumberParam("feather", "Feather", 0, 500, 0)},
+        SelectPolygonFrom};
+    polygon.changesImage = true;
+    registry.add(std::move(polygon));
     registry.add(
         SelectionCommand("select.wand", "Magic &wand...", "",
                          {CoordinateParam("x", "X"), CoordinateParam("y", "Y"), ToleranceParam(),

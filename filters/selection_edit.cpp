@@ -9,6 +9,7 @@
 #include "pixel/flood_fill.h"
 #include "pixel/matte_feather.h"
 #include "pixel/matte_morphology.h"
+#include "pixel/matte_polygon.h"
 
 namespace wib {
 
@@ -82,6 +83,20 @@ void InvertSelection(Workspace& workspace) {
     doc.AlphaBitsFlag = kInForce;
 }
 
+namespace {
+
+// Feathers a new selection's matte as asked, then commits it.
+void CommitFeathered(Workspace& workspace, Plane matte, double feather, MatteMode mode) {
+    if (feather > 0) {
+        Plane feathered = ScratchMatte(workspace.document);
+        Feather(workspace, matte, feathered, feather);
+        matte = std::move(feathered);
+    }
+    Commit(workspace, matte, mode);
+}
+
+}  // namespace
+
 void SelectShape(Workspace& workspace, const ShapeSelection& shape) {
     const Document& doc = workspace.document;
     Plane matte = ScratchMatte(doc);
@@ -90,12 +105,14 @@ void SelectShape(Workspace& workspace, const ShapeSelection& shape) {
     } else {
         RectangleMatte(ViewOf(matte, doc), shape.box);
     }
-    if (shape.feather > 0) {
-        Plane feathered = ScratchMatte(doc);
-        Feather(workspace, matte, feathered, shape.feather);
-        matte = std::move(feathered);
-    }
-    Commit(workspace, matte, shape.mode);
+    CommitFeathered(workspace, std::move(matte), shape.feather, shape.mode);
+}
+
+void SelectPolygon(Workspace& workspace, const PolygonSelection& polygon) {
+    const Document& doc = workspace.document;
+    Plane matte = ScratchMatte(doc);
+    PolygonMatte(ViewOf(matte, doc), polygon.corners, polygon.antialias);
+    CommitFeathered(workspace, std::move(matte), polygon.feather, polygon.mode);
 }
 
 void SelectSimilar(Workspace& workspace, int x, int y, int tolerance, bool contiguous,

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <vector>
+
 #include "pixel/matte_ops.h"
 #include "pixel/matte_shapes.h"
 
@@ -33,6 +36,16 @@ struct ShapeSelection {
     MatteMode mode = MatteMode::Replace;
 };
 void SelectShape(Workspace& workspace, const ShapeSelection& shape);
+
+// The polygon through `corners` (image pixels), filled by the even-odd rule,
+// as the lasso and polygon tools draw it.
+struct PolygonSelection {
+    std::vector<std::array<double, 2>> corners;
+    bool antialias = true;
+    double feather = 0;
+    MatteMode mode = MatteMode::Replace;
+};
+void SelectPolygon(Workspace& workspace, const PolygonSelection& polygon);
 
 // The magic wand: the pixels whose largest channel difference from the seed
 // is at most `tolerance`, 4-connected to the seed when contiguous, taken from

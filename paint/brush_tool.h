@@ -16,8 +16,11 @@ class BrushTool : public Tool {
     void drag(const ToolInput& input) override;
     void release(const ToolInput& input) override;
     bool holdsPointer() const override { return button_ != 0; }
-    ToolCursor cursor() const override { return ToolCursor::Crosshair; }
+    ToolCursor cursor() const override { return ToolCursor::BrushOutline; }
     const char* optionsPanel() const override { return "BrushOptions"; }
+
+  protected:
+    PaintSession& session() { return session_; }
 
   private:
     PaintSession& session_;

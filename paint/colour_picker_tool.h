@@ -7,8 +7,9 @@ namespace wib {
 
 class PaintSession;
 
-// A press takes the colour of the image pixel under the pointer as the
-// primary colour.
+// The eyedropper: a press takes the colour under the pointer as the primary
+// colour, one pixel or the mean of a 3 x 3 or 5 x 5 square, from the current
+// layer or the visible composite.
 class ColourPickerTool : public Tool {
   public:
     explicit ColourPickerTool(PaintSession& session) : session_(session) {}
@@ -16,7 +17,7 @@ class ColourPickerTool : public Tool {
     void drag(const ToolInput&) override {}
     void release(const ToolInput&) override {}
     ToolCursor cursor() const override { return ToolCursor::Picker; }
-    const char* optionsPanel() const override { return ""; }
+    const char* optionsPanel() const override { return "EyedropperOptions"; }
 
   private:
     PaintSession& session_;

@@ -270,6 +270,26 @@ void RaiseCoverage(PaintSurface& surface, const PaintState& paint, const Dab& da
     }
 }
 
+// The eraser's dab: coverage falls with the dab's strength, a (255 - s) / 255,
+// rounded, weighted by the selection like any paint.
+void LowerCoverage(PaintSurface& surface, const PaintState& paint, const Dab& dab,
+                   const Span& span) {
+    const Plane& mask = *dab.mask;
+    const bool weighted = !IgnoresAlpha(paint);
+    for (int y = span.y0; y <= span.y1; ++y) {
+        const std::uint8_t* m = mask.row(y - span.top) - span.left;
+        const std::uint8_t* matte = surface.alpha->row(y);
+        std::uint8_t* cover = surface.coverage->row(y);
+        for (int x = span.x0; x <= span.x1; ++x) {
+            int s = (255 - m[x]) * std::clamp(dab.opacity, 0, 255) / 255;
+            if (weighted) {
+                s = matte[x] * s / 255;
+            }
+            cover[x] = static_cast<std::uint8_t>((cover[x] * (255 - s) + 127) / 255);
+        }
+    }
+}
+
 }  // namespace
 
 void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab) {
@@ -278,6 +298,10 @@ void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab
     }
     const Span span = ClipDab(surface, dab);
     if (span.x1 < span.x0 || span.y1 < span.y0) {
+        return;
+    }
+    if (dab.erasesCoverage && surface.coverage != nullptr) {
+        LowerCoverage(surface, paint, dab, span);
         return;
     }
     if (surface.coverage != nullptr) {

@@ -22,6 +22,9 @@ struct Dab {
     // The dab's width within the mask rows; the rest of each row, if any, is
     // padding of 255 that lets whole vectors be processed. 0: the mask's width.
     int maskWidth = 0;
+    // The eraser on a layer with coverage: the dab takes coverage away
+    // instead of laying colour.
+    bool erasesCoverage = false;
 };
 
 // Composites one dab into the surface's colour planes (and its alpha plane

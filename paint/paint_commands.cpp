@@ -4,6 +4,7 @@
 #include "core/commands.h"
 #include "core/workspace.h"
 #include "paint/paint_session.h"
+#include "paint/tool_catalog.h"
 
 namespace wib {
 
@@ -50,23 +51,19 @@ void RegisterPaintCommands(CommandRegistry& registry, PaintSession& session) {
                       return true;
                   }});
 
-    const struct {
-        const char* id;
-        const char* caption;
-        const char* shortcut;
-        ToolId tool;
-    } tools[] = {
-        {"tool.brush", "&Brush", "P", ToolId::Brush},
-        {"tool.colour_picker", "Colour &picker", "I", ToolId::ColourPicker},
-        {"tool.clone_source", "&Clone source", "Shift+C", ToolId::CloneSource},
-    };
-    for (const auto& tool : tools) {
-        registry.add({tool.id,
+    // The tools apply their effect through the commands of this table.
+    session.tools().setCommandRunner([&registry, &session](
+                                         const std::string& id,
+                                         const std::map<std::string, ParamValue>& values) {
+        return registry.run(session.workspace(), id, values).status == CommandOutcome::Status::Done;
+    });
+    for (const ToolEntry& tool : ToolCatalog()) {
+        registry.add({tool.command,
                       tool.caption,
                       "Tools",
                       tool.shortcut,
                       {},
-                      [&session, id = tool.tool](Workspace&, const ParamValues&) {
+                      [&session, id = tool.id](Workspace&, const ParamValues&) {
                           session.tools().choose(id);
                           return true;
                       }});

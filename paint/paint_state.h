@@ -14,6 +14,7 @@
 #include "paint/paint_surface.h"
 #include "paint/pen_reading.h"
 #include "paint/tool.h"
+#include "paint/tool_options.h"
 
 namespace wib {
 
@@ -69,6 +70,10 @@ struct PaintState {
     // The tool the canvas's pointer drives (modifier keys may pick another
     // for one press).
     ToolId activeTool = ToolId::Brush;
+    ToolOptions toolOptions;
+    // True during an eraser stroke: the secondary colour on the bottom layer,
+    // coverage taken away on the others.
+    bool erasing = false;
 
     double pressure = 1.0;  // 0..1, from the last pen packet
     bool tabletActive = false;

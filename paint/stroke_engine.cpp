@@ -318,10 +318,14 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
 
     // Caps Lock erases: with the secondary colour, or by bringing back the
     // swap buffer.
-    const bool erasing = workspace.eraseMode;
+    // The eraser tool lays the secondary colour plainly, or takes coverage
+    // away on a layer that has it.
+    const bool erasing = workspace.eraseMode && !paint.erasing;
     const std::array<int, 3> colour =
-        AsInts(button == 2 || erasing ? workspace.colours.secondary : workspace.colours.primary);
-    const int mode = erasing && !o.eraseToSecondary
+        AsInts(button == 2 || erasing || paint.erasing ? workspace.colours.secondary
+                                                       : workspace.colours.primary);
+    const int mode = paint.erasing ? static_cast<int>(PaintMode::Plain)
+                     : erasing && !o.eraseToSecondary
                          ? static_cast<int>(PaintMode::FromSwap)
                          : std::clamp(o.paintMode, 0, kPaintModeCount - 1);
 
@@ -357,7 +361,7 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
         if (o.colourPickUp > 0) {
             dabColour = PickUp(surface, paint, dabColour);
         }
-        if (button == 2) {
+        if (button == 2 || paint.erasing) {
             dabColour = AsInts(workspace.colours.secondary);
         }
         stroke.dabColour = dabColour;
@@ -369,7 +373,8 @@ void MainBrushStep(Workspace& workspace, PaintState& paint, PaintSurface& surfac
                       o.paperShiftPerDab ? shiftX : 0,
                       o.paperShiftPerDab ? shiftY : 0,
                       mode,
-                      maskWidth};
+                      maskWidth,
+                      paint.erasing};
         CompositeDab(surface, paint, dab);
         stroke.previousDabX = static_cast<std::int16_t>(std::lround(px));
         stroke.previousDabY = static_cast<std::int16_t>(std::lround(py));

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <vector>
+
 namespace wib {
 
 // The keys held while the pointer was pressed.
@@ -22,10 +25,38 @@ struct ToolInput {
 };
 
 // The tools, as the paint state names the active one.
-enum class ToolId : int { Brush = 0, ColourPicker = 1, CloneSource = 2 };
+enum class ToolId : int {
+    Brush = 0,
+    ColourPicker = 1,
+    CloneSource = 2,
+    Eraser,
+    Fill,
+    Gradient,
+    SelectRectangle,
+    SelectEllipse,
+    SelectLasso,
+    SelectPolygon,
+    MagicWand,
+    Line,
+    Rectangle,
+    Ellipse,
+    Zoom,
+    Hand,
+};
+inline constexpr int kToolCount = static_cast<int>(ToolId::Hand) + 1;
 
-// What the canvas shows under the pointer while a tool is active.
-enum class ToolCursor { Crosshair, Picker, CloneSource };
+// What the canvas shows under the pointer while a tool is active. A brush
+// outline is the brush's own size at the current zoom.
+enum class ToolCursor { Crosshair, Picker, CloneSource, BrushOutline, Fill, Zoom, Hand };
+
+// What a tool draws over the canvas while it works (a dragged rectangle, a
+// gradient's line): points in image pixels, joined in order.
+struct ToolOverlay {
+    enum class Kind { None, Line, Rectangle, Ellipse, Polygon };
+    Kind kind = Kind::None;
+    std::vector<std::array<float, 2>> points;
+    bool closed = false;
+};
 
 // A tool turns pointer input on the canvas into changes of the model. The
 // canvas forwards press, drag and release and knows nothing of what they do.
@@ -41,6 +72,11 @@ class Tool {
     virtual ToolCursor cursor() const = 0;
     // The panel holding the tool's options; empty for none.
     virtual const char* optionsPanel() const = 0;
+    // The outline the tool is dragging, if any.
+    virtual ToolOverlay overlay() const { return {}; }
+    // Enter, Esc or another tool ends a multi-click tool (the polygon).
+    virtual void finish() {}
+    virtual void cancel() {}
 };
 
 }  // namespace wib

@@ -99,6 +99,10 @@ std::vector<MethodSpec> RefreshMethods() {
               "Redraws the brush previews. Until they exist this asks for a complete refresh "
               "of every view.",
               [](CallContext& c) { c.workspace().host.view.completeRefresh(); }),
+        Plain("Wib_InitMarquee",
+              "Starts the selection's marching ants again from their first position, as after "
+              "a plug-in changed the selection in the alpha buffer.",
+              [](CallContext& c) { c.workspace().events.marqueeRestarted.notify(); }),
         Plain("Wib_SaveUndo",
               "Saves the current image to the undo ring, as a menu filter does before it "
               "changes the image.",

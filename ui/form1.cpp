@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/form1.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -18,7 +19,9 @@
 #include "paint/pen_reading.h"
 #include "pixel/checkerboard.h"
 #include "plugins/canvas_events.h"
+#include "ui/matte_overlay.h"
 #include "ui/plane_image.h"
+#include "ui/tool_cursors.h"
 
 namespace wib {
 
@@ -33,6 +36,7 @@ Form1::Form1(const Workspace& workspace, QWidget* parent)
     // A click on the image takes the keyboard from any text field, so that
     // single-key shortcuts (frame steps, brush keys) work again while painting.
     setFocusPolicy(Qt::ClickFocus);
+    ants_ = new MarchingAnts(document_, this);
     updateGeometryFromDocument();
 }
 
@@ -47,6 +51,8 @@ QSize Form1::sizeHint() const {
 
 void Form1::updateGeometryFromDocument() {
     setFixedSize(sizeHint());
+    // The brush outline follows the zoom.
+    showToolCursor();
     update();
 }
 
@@ -97,7 +103,8 @@ void Form1::setPainter(PaintSession* session, const TabletCalibration* calibrati
     painter_ = session;
     calibration_ = calibration;
     pressed_ = nullptr;
-    setMouseTracking(false);
+    // Moves without a button follow a polygon's next side.
+    setMouseTracking(session != nullptr);
     showToolCursor();
 }
 
@@ -112,7 +119,7 @@ void Form1::setCanvasEvents(CanvasEvents* events) {
 void Form1::listenersChanged() {
     const bool listening = events_ != nullptr && events_->listening();
     // A listening plug-in hears every move, pressed or not.
-    setMouseTracking(listening);
+    setMouseTracking(listening || painter_ != nullptr);
     if (listening) {
         setCursor(Qt::CrossCursor);
     } else {
@@ -168,17 +175,67 @@ void Form1::showToolCursor() {
         setCursor(Qt::ArrowCursor);
         return;
     }
-    switch (painter_->tools().active().cursor()) {
-        case ToolCursor::Crosshair:
-            setCursor(Qt::CrossCursor);
-            break;
-        case ToolCursor::Picker:
-            setCursor(Qt::PointingHandCursor);
-            break;
-        case ToolCursor::CloneSource:
-            setCursor(Qt::UpArrowCursor);
-            break;
+    const double diameter = painter_->state().options.brushSize * scale();
+    setCursor(ToolPointer(painter_->tools().active().cursor(), diameter));
+}
+
+void Form1::restartMarquee() {
+    ants_->restart();
+}
+
+void Form1::refreshOverlay() {
+    const QRect now = painter_ != nullptr
+                          ? ToolOverlayArea(painter_->tools().active().overlay(), scale())
+                          : QRect();
+    update(overlayArea_ | now);
+    overlayArea_ = now;
+}
+
+bool Form1::startPan(QPointF at) {
+    const bool hand =
+        painter_ != nullptr && painter_->tools().active().cursor() == ToolCursor::Hand;
+    if (pressed_ != nullptr || !(spaceHeld_ || hand)) {
+        return false;
     }
+    panning_ = true;
+    panFrom_ = at;
+    setCursor(Qt::ClosedHandCursor);
+    return true;
+}
+
+void Form1::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space) {
+        if (!event->isAutoRepeat()) {
+            spaceHeld_ = true;
+            setCursor(Qt::OpenHandCursor);
+        }
+        return;
+    }
+    if (painter_ != nullptr && pressed_ == nullptr) {
+        Tool& tool = painter_->tools().active();
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            tool.finish();
+            refreshOverlay();
+            return;
+        }
+        if (event->key() == Qt::Key_Escape && tool.holdsPointer()) {
+            tool.cancel();
+            refreshOverlay();
+            return;
+        }
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void Form1::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Space && !event->isAutoRepeat()) {
+        spaceHeld_ = false;
+        if (!panning_) {
+            showToolCursor();
+        }
+        return;
+    }
+    QWidget::keyReleaseEvent(event);
 }
 
 namespace {
@@ -207,14 +264,21 @@ void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoin
 }
 
 void Form1::drag(QPointF at, double pressure, bool tablet) {
-    if (pressed_ != nullptr) {
-        pressed_->drag(Input(at, 0, {}, pressure, tablet));
+    Tool* tool = pressed_;
+    // Between clicks, a polygon still follows the pointer.
+    if (tool == nullptr && painter_ != nullptr && painter_->tools().active().holdsPointer()) {
+        tool = &painter_->tools().active();
+    }
+    if (tool != nullptr) {
+        tool->drag(Input(at, 0, {}, pressure, tablet));
+        refreshOverlay();
     }
 }
 
 void Form1::release(QPointF at) {
     if (pressed_ != nullptr) {
         pressed_->release(Input(at, 0, {}, 1.0, false));
+        refreshOverlay();
     }
     pressed_ = nullptr;
 }
@@ -229,6 +293,9 @@ void Form1::recordPen(const PenReading& pen) {
 
 void Form1::mousePressEvent(QMouseEvent* event) {
     recordPen(PenReading{});
+    if (startPan(event->globalPosition())) {
+        return;
+    }
     if (forward(kDown, ButtonNumber(event->button()), event->modifiers(), event->position(), 1.0)) {
         return;
     }
@@ -236,6 +303,12 @@ void Form1::mousePressEvent(QMouseEvent* event) {
 }
 
 void Form1::mouseMoveEvent(QMouseEvent* event) {
+    if (panning_) {
+        const QPointF now = event->globalPosition();
+        Q_EMIT panBy((panFrom_ - now).toPoint());
+        panFrom_ = now;
+        return;
+    }
     recordPen(PenReading{});
     if (forward(kMove, HeldButton(event->buttons()), event->modifiers(), event->position(), 1.0)) {
         return;
@@ -244,6 +317,11 @@ void Form1::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Form1::mouseReleaseEvent(QMouseEvent* event) {
+    if (panning_) {
+        panning_ = false;
+        spaceHeld_ ? setCursor(Qt::OpenHandCursor) : showToolCursor();
+        return;
+    }
     if (forward(kUp, ButtonNumber(event->button()), event->modifiers(), event->position(), 1.0)) {
         return;
     }
@@ -316,6 +394,15 @@ void Form1::paintEvent(QPaintEvent* event) {
     }
     if (view_.grid.shown) {
         drawGrid(painter, source);
+    }
+    if (painter_ != nullptr && painter_->state().options.alphaUse == AlphaUse::PaintOnAlpha &&
+        document_.AlphaBitsFlag == 255) {
+        painter.drawImage(target, MatteOverlay(document_, source));
+    }
+    ants_->follow();
+    ants_->draw(painter, source, s);
+    if (painter_ != nullptr) {
+        DrawToolOverlay(painter, painter_->tools().active().overlay(), s);
     }
 }
 

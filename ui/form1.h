@@ -10,6 +10,7 @@
 #include "core/view_state.h"
 #include "paint/tool.h"
 #include "ui/onion_view.h"
+#include "ui/marching_ants.h"
 
 namespace wib {
 
@@ -59,10 +60,15 @@ class Form1 : public QWidget {
 
     // The animation whose other frames the onion skin and light table show.
     void setFrames(const FrameStore* frames) { onion_.attach(frames); }
+    // The selection's marching ants start again from their first position.
+    void restartMarquee();
+    const MarchingAnts& marchingAnts() const { return *ants_; }
 
   Q_SIGNALS:
     // The window shows another part of the image (scrolled, zoomed, resized).
     void shownAreaChanged();
+    // Space + drag, or the hand tool, asks the view to scroll by this much.
+    void panBy(QPoint delta);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
@@ -70,6 +76,8 @@ class Form1 : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void tabletEvent(QTabletEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
@@ -85,6 +93,10 @@ class Form1 : public QWidget {
     void listenersChanged();
     void recordPen(const PenReading& pen);
     void drawGrid(QPainter& painter, const QRect& source) const;
+    // Redraws where the active tool's outline was and is now.
+    void refreshOverlay();
+    // Starts, continues or ends a pan; false when the press does not pan.
+    bool startPan(QPointF at);
     // The layers' composite of `source` into picture_, over the checkerboard.
     void drawLayers(QPainter& painter, const QRect& source, const QRectF& target);
 
@@ -101,6 +113,11 @@ class Form1 : public QWidget {
     QImage preview_;
     QRect previewArea_;  // in image pixels
     OnionView onion_;
+    MarchingAnts* ants_;
+    QRect overlayArea_;  // window units, where the tool's outline was drawn
+    bool spaceHeld_ = false;
+    bool panning_ = false;
+    QPointF panFrom_;  // global position of the pan's last step
 };
 
 }  // namespace wib

@@ -30,6 +30,7 @@
 #include "ui/brush_control_panel.h"
 #include "ui/caps_lock.h"
 #include "ui/colour_wells.h"
+#include "ui/command_toolbar.h"
 #include "ui/document_dialogs.h"
 #include "ui/error_console_form.h"
 #include "ui/filter_panels.h"
@@ -39,6 +40,7 @@
 #include "ui/menu_order.h"
 #include "ui/running_plugins.h"
 #include "ui/swap_image_view.h"
+#include "ui/tool_options_panel.h"
 #include "ui/tool_panel.h"
 
 namespace wib {
@@ -85,13 +87,21 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         canvas_->setPainter(paint_, &workspace_.tablet);
         brushPanel_ = new BrushOptions(*paint_, this);
         paperPanel_ = new Paper_Panel(*paint_, this);
+        toolOptions_ = new ToolOptionsPanel(*paint_, this);
+        addDockWidget(Qt::RightDockWidgetArea, toolOptions_);
         addDockWidget(Qt::RightDockWidgetArea, brushPanel_);
         tabifyDockWidget(brushPanel_, paperPanel_);
         brushPanel_->raise();
         paintSubscription_ = workspace_.events.paintOptionsChanged.subscribe([this] {
             canvas_->showToolCursor();
+            // Painting on the matte shows or hides its red veil.
+            canvas_->update();
             brushPanel_->showModel();
             paperPanel_->showModel();
+            toolOptions_->showModel();
+            if (tools_ != nullptr) {
+                tools_->showActiveTool(paint_->state().activeTool);
+            }
             if (wells_ != nullptr) {
                 wells_->showColours();
             }
@@ -112,6 +122,13 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     commandsSubscription_ = commands_.changed.subscribe([this] { menusChanged(); });
     // Another current layer or a property change shows at once.
     layersSubscription_ = workspace_.events.layersChanged.subscribe([this] { canvas_->update(); });
+    marqueeSubscription_ =
+        workspace_.events.marqueeRestarted.subscribe([this] { canvas_->restartMarquee(); });
+    connect(canvas_, &Form1::panBy, this, [this](QPoint delta) {
+        scroll_->horizontalScrollBar()->setValue(scroll_->horizontalScrollBar()->value() +
+                                                 delta.x());
+        scroll_->verticalScrollBar()->setValue(scroll_->verticalScrollBar()->value() + delta.y());
+    });
     resize(1240, 860);
     // The title shows the file name and a "*" while there are unsaved changes.
     titleSubscriptions_[0] = workspace_.events.modifiedChanged.subscribe([this] { updateTitle(); });
@@ -347,9 +364,11 @@ void MDI_MainForm::runFromMenu(const std::string& id) {
 }
 
 void MDI_MainForm::createToolPanel() {
-    tools_ = new Tool_Panel(
-        commands_, [this](const std::string& id) { runFromMenu(id); }, this);
+    const auto run = [this](const std::string& id) { runFromMenu(id); };
+    addToolBar(Qt::TopToolBarArea, MakeCommandToolBar(commands_, run, this));
+    tools_ = new Tool_Panel(run, this);
     if (paint_ != nullptr) {
+        tools_->showActiveTool(paint_->state().activeTool);
         wells_ = new ColourWells(*paint_, workspace_.general ? &*workspace_.general : nullptr);
         tools_->addBelow(wells_);
     }
@@ -466,6 +485,13 @@ bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
     if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_CapsLock) {
         updateEraseMode();
+    }
+    // Space pans the canvas under the pointer wherever the keyboard is.
+    if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && watched != canvas_ &&
+        canvas_->underMouse()) {
+        QApplication::sendEvent(canvas_, event);
+        return true;
     }
     if (canvasEvents_ != nullptr && canvasEvents_->listening() &&
         event->type() == QEvent::KeyPress &&

@@ -33,6 +33,7 @@ class PaintSession;
 class Paper_Panel;
 class Form1;
 class Tool_Panel;
+class ToolOptionsPanel;
 class Workspace;
 
 // The main frame: canvas, tool panel, log window and the menus built from the
@@ -140,6 +141,7 @@ class MDI_MainForm : public QMainWindow, public View {
     ErrorConsoleForm* log_;
     Layers_panel* layers_;
     Tool_Panel* tools_ = nullptr;
+    ToolOptionsPanel* toolOptions_ = nullptr;
     PaintSession* paint_ = nullptr;
     BrushOptions* brushPanel_ = nullptr;
     Paper_Panel* paperPanel_ = nullptr;
@@ -153,6 +155,7 @@ class MDI_MainForm : public QMainWindow, public View {
     bool closeWithoutQuestion_ = false;
     Subscription paintSubscription_;
     Subscription layersSubscription_;
+    Subscription marqueeSubscription_;
     Subscription titleSubscriptions_[2];
     PluginCommands* plugins_ = nullptr;
     PluginLauncher* launcher_ = nullptr;

@@ -4,48 +4,53 @@
 #include <QGridLayout>
 #include <QToolButton>
 
-#include "core/commands.h"
+#include "paint/tool_catalog.h"
+#include "ui/tool_icons.h"
 
 namespace wib {
 
-namespace {
-
-// The commands on the panel, in order, with their short labels.
-constexpr std::pair<const char*, const char*> kTools[] = {
-    {"file.new", "New"},         {"image.canvas_size", "Canvas"}, {"edit.undo", "Undo"},
-    {"edit.redo", "Redo"},       {"view.zoom_in", "Zoom +"},      {"view.zoom_out", "Zoom -"},
-    {"view.zoom_actual", "1:1"}, {"window.log", "Log"},
-};
-
-}  // namespace
-
-Tool_Panel::Tool_Panel(const CommandRegistry& commands, std::function<void(const std::string&)> run,
-                       QWidget* parent)
+Tool_Panel::Tool_Panel(std::function<void(const std::string&)> choose, QWidget* parent)
     : QDockWidget(tr("Tools"), parent) {
     setObjectName("Tool_Panel");
     auto* body = new QWidget(this);
     grid_ = new QGridLayout(body);
     grid_->setSpacing(2);
     grid_->setContentsMargins(4, 4, 4, 4);
-    for (const auto& [id, label] : kTools) {
-        const CommandSpec* command = commands.find(id);
-        if (command == nullptr) {
-            continue;
-        }
+    for (const ToolEntry& entry : ToolCatalog()) {
         auto* button = new QToolButton(body);
-        button->setObjectName(QStringLiteral("Tool_%1").arg(QString(id).replace('.', '_')));
-        button->setText(label);
-        button->setToolTip(
-            QString::fromStdString(command->caption).remove('&') +
-            (command->shortcut.empty()
-                 ? QString()
-                 : QStringLiteral(" (%1)").arg(QString::fromStdString(command->shortcut))));
-        button->setMinimumSize(56, 28);
-        connect(button, &QToolButton::clicked, this, [run, command] { run(command->id); });
-        buttons_.push_back(button);
+        button->setObjectName(
+            QStringLiteral("Tool_%1").arg(QString(entry.command).replace('.', '_')));
+        button->setIcon(ToolIcon(entry.id));
+        button->setIconSize(QSize(24, 24));
+        button->setCheckable(true);
+        button->setAutoRaise(true);
+        button->setToolTip(QStringLiteral("%1 (%2)")
+                               .arg(QString(entry.caption).remove('&'))
+                               .arg(QString(entry.shortcut)));
+        connect(button, &QToolButton::clicked, this, [this, choose, entry] {
+            choose(entry.command);
+            // The command may be refused; the buttons show what is active.
+            showActiveTool(entry.id);
+        });
+        buttons_.emplace_back(entry.id, button);
     }
     layoutButtons();
     setWidget(body);
+}
+
+QToolButton* Tool_Panel::button(ToolId tool) const {
+    for (const auto& [id, button] : buttons_) {
+        if (id == tool) {
+            return button;
+        }
+    }
+    return nullptr;
+}
+
+void Tool_Panel::showActiveTool(ToolId tool) {
+    for (const auto& [id, button] : buttons_) {
+        button->setChecked(id == tool);
+    }
 }
 
 void Tool_Panel::setSingleColumn(bool single) {
@@ -60,8 +65,8 @@ void Tool_Panel::addBelow(QWidget* widget) {
 
 void Tool_Panel::layoutButtons() {
     const int columns = single_ ? 1 : 2;
-    for (QWidget* widget : buttons_) {
-        grid_->removeWidget(widget);
+    for (const auto& entry : buttons_) {
+        grid_->removeWidget(entry.second);
     }
     for (QWidget* widget : below_) {
         grid_->removeWidget(widget);
@@ -69,7 +74,7 @@ void Tool_Panel::layoutButtons() {
     int row = 0;
     for (std::size_t i = 0; i < buttons_.size(); ++i) {
         row = static_cast<int>(i) / columns;
-        grid_->addWidget(buttons_[i], row, static_cast<int>(i) % columns);
+        grid_->addWidget(buttons_[i].second, row, static_cast<int>(i) % columns);
     }
     for (QWidget* widget : below_) {
         grid_->addWidget(widget, ++row, 0, 1, columns);

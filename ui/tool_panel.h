@@ -6,26 +6,31 @@
 #include <string>
 #include <vector>
 
+#include "paint/tool.h"
+
 class QGridLayout;
+class QToolButton;
 
 namespace wib {
 
-class CommandRegistry;
-
-// The tool panel: a button for each everyday command, in one or two columns.
+// The tool box: a button with a picture for each tool, the active one held
+// down, in two columns or one; its tooltip names the tool's key.
 class Tool_Panel : public QDockWidget {
     Q_OBJECT
   public:
-    Tool_Panel(const CommandRegistry& commands, std::function<void(const std::string&)> run,
-               QWidget* parent = nullptr);
+    // `choose` runs the command that makes a tool active ("tool.brush").
+    explicit Tool_Panel(std::function<void(const std::string&)> choose, QWidget* parent = nullptr);
     void setSingleColumn(bool single);
     // Puts a widget under the buttons (the colour wells).
     void addBelow(QWidget* widget);
+    // Holds down the button of `tool` and lets the others up.
+    void showActiveTool(ToolId tool);
+    QToolButton* button(ToolId tool) const;
 
   private:
     void layoutButtons();
 
-    std::vector<QWidget*> buttons_;
+    std::vector<std::pair<ToolId, QToolButton*>> buttons_;
     std::vector<QWidget*> below_;
     QGridLayout* grid_;
     bool single_ = false;

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "core/commands.h"
+#include "core/layer_commands.h"
 #include "core/undo.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
@@ -92,7 +93,7 @@ TEST_F(Tools, AltPicksAndCtrlSetsTheCloneSourceForOnePress) {
 
 TEST_F(Tools, ChoosingAToolMakesItThePressTool) {
     ToolBox& tools = session.tools();
-    EXPECT_EQ(tools.active().cursor(), ToolCursor::Crosshair);
+    EXPECT_EQ(tools.active().cursor(), ToolCursor::BrushOutline);
     EXPECT_STREQ(tools.active().optionsPanel(), "BrushOptions");
     tools.choose(ToolId::ColourPicker);
     EXPECT_EQ(session.state().activeTool, ToolId::ColourPicker);
@@ -161,7 +162,69 @@ TEST_F(Tools, TheToolsMenuChoosesTheActiveTool) {
     EXPECT_EQ(host.workspace.colours.primary, (PackedColour{1, 2, 3}));
 
     ASSERT_EQ(commands.run(host.workspace, "tool.brush", {}).status, CommandOutcome::Status::Done);
-    EXPECT_EQ(session.tools().forPress({}).cursor(), ToolCursor::Crosshair);
+    EXPECT_EQ(session.tools().forPress({}).cursor(), ToolCursor::BrushOutline);
+}
+
+TEST_F(Tools, TheEraserLaysTheSecondaryOnTheBottomAndTakesCoverageAboveIt) {
+    CommandRegistry commands;
+    RegisterLayerCommands(commands);
+    host.workspace.colours.secondary = {7, 8, 9};
+    ToolBox& tools = session.tools();
+    tools.choose(ToolId::Eraser);
+    EXPECT_EQ(tools.active().cursor(), ToolCursor::BrushOutline);
+    Tool& eraser = tools.forPress({});
+    eraser.press(At(10, 20));
+    eraser.drag(At(30, 20));
+    eraser.release(At(30, 20));
+    const Document& doc = host.workspace.document;
+    EXPECT_EQ(PackedPixel(doc, 20, 20), 7 + 8 * 256 + 9 * 65536);
+    EXPECT_FALSE(session.state().erasing) << "only during the eraser's stroke";
+
+    ASSERT_EQ(commands.run(host.workspace, "layer.new", {}).status, CommandOutcome::Status::Done);
+    ASSERT_FALSE(doc.Coverage.empty());
+    tools.choose(ToolId::Brush);
+    Tool& brush = tools.forPress({});
+    brush.press(At(10, 30));
+    brush.drag(At(30, 30));
+    brush.release(At(30, 30));
+    ASSERT_EQ(doc.Coverage.at(20, 30), 255);
+    const int colourBefore = PackedPixel(doc, 20, 30);
+
+    tools.choose(ToolId::Eraser);
+    eraser.press(At(20, 30));
+    eraser.release(At(20, 30));
+    EXPECT_EQ(doc.Coverage.at(20, 30), 0) << "a full-strength dab takes all coverage";
+    EXPECT_EQ(doc.Coverage.at(24, 30), 255) << "beyond the dab";
+    EXPECT_EQ(PackedPixel(doc, 20, 30), colourBefore) << "no colour laid on an upper layer";
+}
+
+TEST_F(Tools, TheEyedropperAveragesASquareOfTheChosenSize) {
+    Document& doc = host.workspace.document;
+    // Red rises by 10 a column around (20, 10); green is 90 on the centre only.
+    for (int y = 5; y <= 15; ++y) {
+        for (int x = 15; x <= 25; ++x) {
+            SetPixel(doc, x, y, {static_cast<std::uint8_t>(100 + 10 * (x - 20)), 0, 0});
+        }
+    }
+    SetPixel(doc, 20, 10, {100, 90, 0});
+    session.tools().choose(ToolId::ColourPicker);
+    EXPECT_STREQ(session.tools().active().optionsPanel(), "EyedropperOptions");
+    const auto pick = [this](int size) {
+        session.state().toolOptions.pickerSize = size;
+        session.tools().active().press(At(20.5f, 10.5f));
+        return host.workspace.colours.primary;
+    };
+    EXPECT_EQ(pick(1), (PackedColour{100, 90, 0}));
+    EXPECT_EQ(pick(3), (PackedColour{100, 10, 0}));  // 90 / 9
+    EXPECT_EQ(pick(5), (PackedColour{100, 4, 0}));   // 90 / 25 = 3.6
+    // At the image's corner only the part inside counts.
+    SetPixel(doc, 0, 0, {40, 0, 0});
+    SetPixel(doc, 1, 0, {80, 0, 0});
+    SetPixel(doc, 0, 1, {40, 0, 0});
+    SetPixel(doc, 1, 1, {80, 0, 0});
+    session.state().toolOptions.pickerSize = 3;
+    session.tools().active().press(At(0.2f, 0.2f));
+    EXPECT_EQ(host.workspace.colours.primary.r, 60);
 }
 
 }  // namespace

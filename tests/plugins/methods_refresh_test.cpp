@@ -76,5 +76,14 @@ TEST_F(Refresh, RefreshLayersRebuildsThePanelAndRedrawsTheCanvas) {
     EXPECT_EQ(host.view.refreshes, refreshes + 1);
 }
 
+TEST_F(Refresh, InitMarqueeRestartsTheAnts) {
+    int restarts = 0;
+    const Subscription listening =
+        host.workspace.events.marqueeRestarted.subscribe([&restarts] { ++restarts; });
+    call("Wib_InitMarquee");
+    call("Wib_InitMarquee");
+    EXPECT_EQ(restarts, 2);
+}
+
 }  // namespace
 }  // namespace wib::testing

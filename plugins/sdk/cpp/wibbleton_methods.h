@@ -88,6 +88,12 @@ class Wibbleton_Class : public Connection {
         invoke<void>("Wib_Refresh_BrushDisplays");
     }
 
+    // Starts the selection's marching ants again from their first position, as after a plug-in
+    // changed the selection in the alpha buffer.
+    void Wib_InitMarquee() {
+        invoke<void>("Wib_InitMarquee");
+    }
+
     // Saves the current image to the undo ring, as a menu filter does before it changes the image.
     void Wib_SaveUndo() {
         invoke<void>("Wib_SaveUndo");

@@ -80,6 +80,11 @@ class WibbletonMethods:
         view."""
         self.call("Wib_Refresh_BrushDisplays")
 
+    def Wib_InitMarquee(self):
+        """Starts the selection's marching ants again from their first position, as after a plug-in
+        changed the selection in the alpha buffer."""
+        self.call("Wib_InitMarquee")
+
     def Wib_SaveUndo(self):
         """Saves the current image to the undo ring, as a menu filter does before it changes the
         image."""

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+
+#include "paint/tool.h"
+
+namespace wib {
+
+class PaintSession;
+
+// A tool that acts on the line from its press to its release (a selection
+// box, a gradient, a shape) and shows that line, or the box or ellipse it
+// spans, while dragging. Points are image pixels.
+class DragTool : public Tool {
+  public:
+    DragTool(PaintSession& session, ToolOverlay::Kind shape) : session_(session), shape_(shape) {}
+    void press(const ToolInput& input) override;
+    void drag(const ToolInput& input) override;
+    void release(const ToolInput& input) override;
+    bool holdsPointer() const override { return held_; }
+    ToolOverlay overlay() const override;
+    void cancel() override { held_ = false; }
+
+  protected:
+    using Point = std::array<double, 2>;
+    // Called once the drag ends, with the keys held at the press.
+    virtual void apply(Point from, Point to, const ToolModifiers& modifiers) = 0;
+    PaintSession& session() { return session_; }
+
+  private:
+    PaintSession& session_;
+    ToolOverlay::Kind shape_;
+    bool held_ = false;
+    Point from_{}, to_{};
+    ToolModifiers modifiers_;
+};
+
+}  // namespace wib

@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/tool_icons.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QPolygonF>
+
+namespace wib {
+
+namespace {
+
+constexpr int kSide = 24;
+
+void DrawBrush(QPainter& p) {
+    p.setPen(QPen(QColor(120, 80, 40), 3, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(19, 4), QPointF(10, 13));
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(30, 30, 30));
+    p.drawEllipse(QPointF(7, 16), 4, 4);
+    p.drawPolygon(QPolygonF({QPointF(3, 21), QPointF(5, 16), QPointF(9, 19)}));
+}
+
+void DrawEraser(QPainter& p) {
+    p.setPen(QPen(Qt::black, 1));
+    p.setBrush(QColor(240, 150, 170));
+    p.drawPolygon(QPolygonF({QPointF(4, 15), QPointF(13, 6), QPointF(20, 13), QPointF(11, 22)}));
+    p.setBrush(QColor(90, 130, 220));
+    p.drawPolygon(QPolygonF({QPointF(4, 15), QPointF(8, 11), QPointF(15, 18), QPointF(11, 22)}));
+}
+
+void DrawDropper(QPainter& p) {
+    p.setPen(QPen(Qt::black, 2, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(5, 19), QPointF(15, 9));
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(40, 40, 40));
+    p.drawEllipse(QPointF(17, 7), 4, 4);
+    p.setBrush(QColor(40, 120, 220));
+    p.drawEllipse(QPointF(4, 20), 2, 2);
+}
+
+void DrawClone(QPainter& p) {
+    p.setPen(QPen(Qt::black, 1.5));
+    p.drawEllipse(QPointF(12, 12), 7, 7);
+    p.drawLine(QPointF(12, 2), QPointF(12, 22));
+    p.drawLine(QPointF(2, 12), QPointF(22, 12));
+}
+
+void DrawBucket(QPainter& p) {
+    p.setPen(QPen(Qt::black, 1.5));
+    p.setBrush(QColor(200, 200, 200));
+    p.drawPolygon(QPolygonF({QPointF(4, 11), QPointF(11, 4), QPointF(19, 12), QPointF(12, 19)}));
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(40, 120, 220));
+    p.drawEllipse(QPointF(20, 18), 2.5, 3.5);
+}
+
+void DrawGradient(QPainter& p) {
+    QLinearGradient ramp(3, 0, 21, 0);
+    ramp.setColorAt(0, Qt::black);
+    ramp.setColorAt(1, Qt::white);
+    p.setPen(QPen(Qt::black, 1));
+    p.setBrush(ramp);
+    p.drawRect(QRectF(3, 5, 18, 14));
+}
+
+void DrawMarquee(QPainter& p, bool ellipse) {
+    p.setPen(QPen(Qt::black, 1.5, Qt::DashLine));
+    p.setBrush(Qt::NoBrush);
+    const QRectF box(4, 5, 16, 14);
+    ellipse ? p.drawEllipse(box) : p.drawRect(box);
+}
+
+void DrawLasso(QPainter& p, bool polygon) {
+    p.setPen(QPen(Qt::black, 1.5, polygon ? Qt::DashLine : Qt::SolidLine));
+    p.setBrush(Qt::NoBrush);
+    if (polygon) {
+        p.drawPolygon(QPolygonF({QPointF(4, 18), QPointF(8, 4), QPointF(20, 8), QPointF(16, 20)}));
+        return;
+    }
+    QPainterPath loop(QPointF(12, 16));
+    loop.cubicTo(QPointF(0, 16), QPointF(2, 3), QPointF(12, 3));
+    loop.cubicTo(QPointF(22, 3), QPointF(24, 16), QPointF(12, 16));
+    loop.lineTo(QPointF(10, 22));
+    p.drawPath(loop);
+}
+
+void DrawWand(QPainter& p) {
+    p.setPen(QPen(Qt::black, 2.5, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(4, 20), QPointF(14, 10));
+    p.setPen(QPen(QColor(230, 170, 0), 1.5));
+    const QPointF rays[] = {{0, -5}, {5, 0}, {4, -4}, {-4, -4}, {4, 4}};
+    for (const QPointF& ray : rays) {
+        p.drawLine(QPointF(17, 7), QPointF(17, 7) + ray);
+    }
+}
+
+void DrawShape(QPainter& p, ToolId tool) {
+    p.setPen(QPen(QColor(30, 30, 30), 2));
+    p.setBrush(Qt::NoBrush);
+    if (tool == ToolId::Line) {
+        p.drawLine(QPointF(4, 20), QPointF(20, 4));
+    } else if (tool == ToolId::Rectangle) {
+        p.drawRect(QRectF(4, 6, 16, 12));
+    } else {
+        p.drawEllipse(QRectF(3, 6, 18, 12));
+    }
+}
+
+void DrawZoom(QPainter& p) {
+    p.setPen(QPen(Qt::black, 2));
+    p.drawEllipse(QPointF(10, 10), 6, 6);
+    p.setPen(QPen(Qt::black, 3, Qt::SolidLine, Qt::RoundCap));
+    p.drawLine(QPointF(15, 15), QPointF(21, 21));
+}
+
+void DrawHand(QPainter& p) {
+    p.setPen(QPen(Qt::black, 1.2));
+    p.setBrush(QColor(250, 220, 190));
+    p.drawRoundedRect(QRectF(6, 11, 12, 10), 3, 3);
+    for (int finger = 0; finger < 4; ++finger) {
+        p.drawRoundedRect(QRectF(6 + finger * 3, 4 + (finger % 3), 3, 9), 1.5, 1.5);
+    }
+}
+
+}  // namespace
+
+QIcon ToolIcon(ToolId tool) {
+    QPixmap pixmap(kSide, kSide);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    switch (tool) {
+        case ToolId::Brush:
+            DrawBrush(p);
+            break;
+        case ToolId::Eraser:
+            DrawEraser(p);
+            break;
+        case ToolId::ColourPicker:
+            DrawDropper(p);
+            break;
+        case ToolId::CloneSource:
+            DrawClone(p);
+            break;
+        case ToolId::Fill:
+            DrawBucket(p);
+            break;
+        case ToolId::Gradient:
+            DrawGradient(p);
+            break;
+        case ToolId::SelectRectangle:
+        case ToolId::SelectEllipse:
+            DrawMarquee(p, tool == ToolId::SelectEllipse);
+            break;
+        case ToolId::SelectLasso:
+        case ToolId::SelectPolygon:
+            DrawLasso(p, tool == ToolId::SelectPolygon);
+            break;
+        case ToolId::MagicWand:
+            DrawWand(p);
+            break;
+        case ToolId::Line:
+        case ToolId::Rectangle:
+        case ToolId::Ellipse:
+            DrawShape(p, tool);
+            break;
+        case ToolId::Zoom:
+            DrawZoom(p);
+            break;
+        case ToolId::Hand:
+            DrawHand(p);
+            break;
+    }
+    p.end();
+    return QIcon(pixmap);
+}
+
+}  // namespace wib
