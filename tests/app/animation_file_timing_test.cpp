@@ -8,7 +8,7 @@
 #include <filesystem>
 
 #include "anim/frame_store.h"
-#include "app/animation_file_commands.h"
+#include "app/stored_animation_commands.h"
 #include "app/brush_keyframes.h"
 #include "core/commands.h"
 #include "paint/paint_session.h"
@@ -21,7 +21,7 @@ class AnimationTiming : public ::testing::Test {
   protected:
     AnimationTiming() {
         host.newDocument(8, 6);
-        RegisterAnimationFileCommands(commands, store);
+        RegisterStoredAnimationCommands(commands, store);
         RegisterBrushKeyCommands(commands, paint, store);
     }
     ~AnimationTiming() override {
