@@ -15,6 +15,7 @@
 #include "core/workspace.h"
 #include "tests/support/test_host.h"
 #include "ui/onion_view.h"
+#include "ui/plane_image.h"
 
 namespace {
 
@@ -47,7 +48,9 @@ void OnionComposite(benchmark::State& state) {
     QImage picture;
     for (auto _ : state) {
         const std::vector<wib::OnionFrame> frames = view.frames();
-        view.draw(doc.RBuffer, doc.GBuffer, doc.BBuffer, nullptr, frames, whole, picture);
+        const wib::LayerPixels& shown =
+            view.blend(doc.RBuffer, doc.GBuffer, doc.BBuffer, nullptr, frames, whole);
+        wib::PlanesToImage(shown.r, shown.g, shown.b, whole, picture);
         benchmark::DoNotOptimize(picture.constBits());
     }
 }
