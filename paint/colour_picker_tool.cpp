@@ -19,8 +19,10 @@ namespace {
 PackedColour SampleSquare(const Workspace& workspace, int x, int y, int size, bool composite) {
     const Document& doc = workspace.document;
     const int half = size / 2;
-    const PixelRect rect{std::max(0, x - half), std::max(0, y - half),
-                         std::min(doc.width - 1, x + half), std::min(doc.height - 1, y + half)};
+    const int left = std::max(0, x - half);
+    const int top = std::max(0, y - half);
+    const PixelRect rect{left, top, std::min(doc.width - 1, x + half) - left + 1,
+                         std::min(doc.height - 1, y + half) - top + 1};
     const Plane* planes[3] = {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
     LayerPixels mixed;
     if (composite && !IsFlatPicture(workspace)) {
@@ -31,9 +33,9 @@ PackedColour SampleSquare(const Workspace& workspace, int x, int y, int size, bo
         planes[2] = &mixed.b;
     }
     long sum[3] = {0, 0, 0};
-    const long count = static_cast<long>(rect.right - rect.left + 1) * (rect.bottom - rect.top + 1);
-    for (int py = rect.top; py <= rect.bottom; ++py) {
-        for (int px = rect.left; px <= rect.right; ++px) {
+    const long count = static_cast<long>(rect.width) * rect.height;
+    for (int py = rect.top; py < rect.top + rect.height; ++py) {
+        for (int px = rect.left; px < rect.left + rect.width; ++px) {
             for (int c = 0; c < 3; ++c) {
                 sum[c] += planes[c]->at(px, py);
             }
