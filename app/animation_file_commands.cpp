@@ -10,6 +10,7 @@
 #include "core/commands.h"
 #include "core/discard_question.h"
 #include "core/workspace.h"
+#include "fileio/file_commands.h"
 #include "fileio/file_filters.h"
 #include "fileio/image_sequence.h"
 #include "fileio/video_export.h"
@@ -23,25 +24,8 @@ constexpr const char* kNoAnimationMessage = "There is no animation to export.";
 constexpr double kMaxVideoRate = 1000;
 constexpr double kMaxImportFrames = 1000000;
 
-ParamSpec TextParam(const char* name, const char* caption, const char* fallback) {
-    ParamSpec spec;
-    spec.name = name;
-    spec.caption = caption;
-    spec.type = ParamType::Text;
-    spec.fallback = std::string(fallback);
-    return spec;
-}
-
 ParamSpec PathParam() {
     return TextParam("path", "File", "");
-}
-
-bool HasPath(Workspace& workspace, const std::string& path) {
-    if (path.empty()) {
-        workspace.host.prompter.message("No file name was given.");
-        return false;
-    }
-    return true;
 }
 
 bool HasAnimation(FrameStore& store) {

@@ -16,17 +16,6 @@ namespace wib {
 
 namespace {
 
-inline constexpr const char* kAnimationFilter = "Stored animation|*.wta";
-
-ParamSpec PathParam() {
-    ParamSpec path;
-    path.name = "path";
-    path.caption = "File";
-    path.type = ParamType::FilePath;
-    path.fallback = std::string();
-    return path;
-}
-
 std::vector<KeyframeTrack> TracksOf(const BrushKeyframer& keys) {
     std::vector<KeyframeTrack> tracks;
     for (BrushKey key : kBrushKeys) {
@@ -110,7 +99,7 @@ void RegisterStoredAnimationCommands(CommandRegistry& registry, FrameStore& stor
                   "&Save animation...",
                   "Animation",
                   "",
-                  {PathParam()},
+                  {FilePathParam("path", "File")},
                   [&store](Workspace& workspace, const ParamValues& values) {
                       return SaveAnimationFile(workspace, store, values.text("path"));
                   }});
@@ -118,7 +107,7 @@ void RegisterStoredAnimationCommands(CommandRegistry& registry, FrameStore& stor
                   "&Open animation...",
                   "Animation",
                   "",
-                  {PathParam()},
+                  {FilePathParam("path", "File")},
                   [&store](Workspace& workspace, const ParamValues& values) {
                       return OpenAnimationFile(workspace, store, values.text("path"));
                   }});

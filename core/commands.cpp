@@ -58,6 +58,21 @@ const IntegerList& ParamValues::integers(const std::string& name) const {
     return std::get<IntegerList>(values_.at(name));
 }
 
+ParamSpec TextParam(const char* name, const char* caption, const char* fallback) {
+    ParamSpec spec;
+    spec.name = name;
+    spec.caption = caption;
+    spec.type = ParamType::Text;
+    spec.fallback = std::string(fallback);
+    return spec;
+}
+
+ParamSpec FilePathParam(const char* name, const char* caption) {
+    ParamSpec spec = TextParam(name, caption, "");
+    spec.type = ParamType::FilePath;
+    return spec;
+}
+
 ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
                        long long fallback, std::function<ParamValue(const Workspace&)> current) {
     ParamSpec spec;

@@ -153,6 +153,11 @@ ParamSpec IntegerParam(const char* name, const char* caption, double minimum, do
                        long long fallback,
                        std::function<ParamValue(const Workspace&)> current = nullptr);
 
+// A text parameter, and a text parameter naming a file (its dialog offers a
+// file chooser).
+ParamSpec TextParam(const char* name, const char* caption, const char* fallback);
+ParamSpec FilePathParam(const char* name, const char* caption);
+
 // Checks one value against its parameter and brings it to the parameter's
 // own type (an integral number for an Integer, say; a Choice's position for
 // its caption given as text, in any letter case). Nothing when it does not

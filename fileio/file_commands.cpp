@@ -9,16 +9,7 @@
 
 namespace wib {
 
-namespace {
-
-ParamSpec TextParam(const char* name, const char* caption, const char* fallback) {
-    ParamSpec spec;
-    spec.name = name;
-    spec.caption = caption;
-    spec.type = ParamType::Text;
-    spec.fallback = std::string(fallback);
-    return spec;
-}
+namespace {}  // namespace
 
 bool HasPath(Workspace& workspace, const std::string& path) {
     if (path.empty()) {
@@ -27,8 +18,6 @@ bool HasPath(Workspace& workspace, const std::string& path) {
     }
     return true;
 }
-
-}  // namespace
 
 void RegisterFileCommands(CommandRegistry& registry, ImageFiles& files) {
     registry.add({"file.open",

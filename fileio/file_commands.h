@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <string>
+
 namespace wib {
 
 class CommandRegistry;
+class Workspace;
 class ImageFiles;
 
 // The File menu's open and save commands:
@@ -14,5 +17,8 @@ class ImageFiles;
 // The menu asks for the values with its dialogs first; Wib_RunCommand gives
 // them. `files` outlives the registry.
 void RegisterFileCommands(CommandRegistry& registry, ImageFiles& files);
+
+// False, telling the user "No file name was given.", for an empty path.
+bool HasPath(Workspace& workspace, const std::string& path);
 
 }  // namespace wib
