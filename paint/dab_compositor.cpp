@@ -249,45 +249,38 @@ void PrepareUncovered(PaintSurface& surface, const Dab& dab, const Span& span) {
     }
 }
 
-// The layer's coverage rises with the dab's strength at each pixel, the same
-// rule as painting on the matte: a + (255 - a) * s / 255, rounded.
-void RaiseCoverage(PaintSurface& surface, const PaintState& paint, const Dab& dab,
-                   const Span& span) {
+// Walks the dab over the layer's coverage with the dab's strength at each
+// pixel, weighted by the selection like any paint, and lets `update` give the
+// new coverage from the old one and that strength.
+template <typename Update>
+void AdjustCoverage(PaintSurface& surface, const PaintState& paint, const Dab& dab,
+                    const Span& span, Update update) {
     const Plane& mask = *dab.mask;
     const bool weighted = !IgnoresAlpha(paint);
+    const int opacity = std::clamp(dab.opacity, 0, 255);
     for (int y = span.y0; y <= span.y1; ++y) {
         const std::uint8_t* m = mask.row(y - span.top) - span.left;
         const std::uint8_t* matte = surface.alpha->row(y);
         std::uint8_t* cover = surface.coverage->row(y);
         for (int x = span.x0; x <= span.x1; ++x) {
-            int s = (255 - m[x]) * std::clamp(dab.opacity, 0, 255) / 255;
+            int s = (255 - m[x]) * opacity / 255;
             if (weighted) {
                 s = matte[x] * s / 255;
             }
-            cover[x] =
-                static_cast<std::uint8_t>((cover[x] * 255 + (255 - cover[x]) * s + 127) / 255);
+            cover[x] = static_cast<std::uint8_t>(update(cover[x], s));
         }
     }
 }
 
-// The eraser's dab: coverage falls with the dab's strength, a (255 - s) / 255,
-// rounded, weighted by the selection like any paint.
-void LowerCoverage(PaintSurface& surface, const PaintState& paint, const Dab& dab,
-                   const Span& span) {
-    const Plane& mask = *dab.mask;
-    const bool weighted = !IgnoresAlpha(paint);
-    for (int y = span.y0; y <= span.y1; ++y) {
-        const std::uint8_t* m = mask.row(y - span.top) - span.left;
-        const std::uint8_t* matte = surface.alpha->row(y);
-        std::uint8_t* cover = surface.coverage->row(y);
-        for (int x = span.x0; x <= span.x1; ++x) {
-            int s = (255 - m[x]) * std::clamp(dab.opacity, 0, 255) / 255;
-            if (weighted) {
-                s = matte[x] * s / 255;
-            }
-            cover[x] = static_cast<std::uint8_t>((cover[x] * (255 - s) + 127) / 255);
-        }
-    }
+// Painting raises coverage by the same rule as painting on the matte:
+// a + (255 - a) * s / 255, rounded.
+int RaisedCoverage(int a, int s) {
+    return (a * 255 + (255 - a) * s + 127) / 255;
+}
+
+// The eraser lowers it: a (255 - s) / 255, rounded.
+int LoweredCoverage(int a, int s) {
+    return (a * (255 - s) + 127) / 255;
 }
 
 }  // namespace
@@ -301,7 +294,7 @@ void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab
         return;
     }
     if (dab.erasesCoverage && surface.coverage != nullptr) {
-        LowerCoverage(surface, paint, dab, span);
+        AdjustCoverage(surface, paint, dab, span, LoweredCoverage);
         return;
     }
     if (surface.coverage != nullptr) {
@@ -313,7 +306,7 @@ void CompositeDab(PaintSurface& surface, const PaintState& paint, const Dab& dab
         ModeDab(surface, paint, dab, span);
     }
     if (surface.coverage != nullptr) {
-        RaiseCoverage(surface, paint, dab, span);
+        AdjustCoverage(surface, paint, dab, span, RaisedCoverage);
     }
 }
 
