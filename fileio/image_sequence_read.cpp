@@ -9,6 +9,7 @@
 #include "fileio/file_names.h"
 #include "fileio/image_sequence.h"
 #include "fileio/targa_decode.h"
+#include "fileio/targa_reader.h"
 
 namespace wib {
 
@@ -30,17 +31,11 @@ std::optional<Picture> ReadTargaPicture(Workspace& workspace, const std::string&
         prompter.message(CannotOpenMessage(name));
         return std::nullopt;
     }
-    const auto headerBytes = source.next(kTargaHeaderSize);
-    if (headerBytes.size() < kTargaHeaderSize) {
-        prompter.message(kCorruptFileMessage);
+    const auto read = ReadTargaHeader(prompter, source);
+    if (!read) {
         return std::nullopt;
     }
-    const TargaHeader header = ParseTargaHeader(headerBytes.first<kTargaHeaderSize>());
-    source.next(header.idLength);
-    if (const auto refusal = TargaRefusal(header)) {
-        prompter.message(*refusal);
-        return std::nullopt;
-    }
+    const TargaHeader& header = *read;
     if (const auto problem = DocumentSizeProblem(header.width, header.height)) {
         prompter.message(*problem);
         return std::nullopt;

@@ -34,9 +34,7 @@ std::optional<TargaHeader> ReadTargaFile(Workspace& workspace, const std::string
 
 }  // namespace
 
-std::optional<TargaHeader> ReadTarga(Workspace& workspace, ByteSource& source, LoadTarget target,
-                                     TargaRowOrder order, const std::string& name) {
-    Prompter& prompter = workspace.host.prompter;
+std::optional<TargaHeader> ReadTargaHeader(Prompter& prompter, ByteSource& source) {
     const auto headerBytes = source.next(kTargaHeaderSize);
     if (headerBytes.size() < kTargaHeaderSize) {
         prompter.message(kCorruptFileMessage);
@@ -48,6 +46,17 @@ std::optional<TargaHeader> ReadTarga(Workspace& workspace, ByteSource& source, L
         prompter.message(*refusal);
         return std::nullopt;
     }
+    return header;
+}
+
+std::optional<TargaHeader> ReadTarga(Workspace& workspace, ByteSource& source, LoadTarget target,
+                                     TargaRowOrder order, const std::string& name) {
+    Prompter& prompter = workspace.host.prompter;
+    const auto read = ReadTargaHeader(prompter, source);
+    if (!read) {
+        return std::nullopt;
+    }
+    const TargaHeader& header = *read;
     auto load = BeginImageLoad(workspace, target, header.width, header.height);
     if (!load) {
         return std::nullopt;

@@ -10,7 +10,12 @@
 
 namespace wib {
 
+class Prompter;
 class Workspace;
+
+// Reads the header and skips the image id; a file too short to hold a header,
+// or of a kind this reader refuses, is said in a message and gives nothing.
+std::optional<TargaHeader> ReadTargaHeader(Prompter& prompter, ByteSource& source);
 
 // Reads a Targa of type 1, 2, 3 or 10 into the document. With `keepSize` 0
 // the document first takes the file's size; with any other value the file
