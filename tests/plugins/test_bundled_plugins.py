@@ -8,10 +8,9 @@ import os
 import shutil
 import struct
 import tempfile
-import time
 import unittest
 
-from test_python_sdk import PATIENCE, ServerProcess
+from test_python_sdk import ServerProcess, process_alive, wait_until
 from wibbleton import Plane, Wibbleton_Class
 
 WIDTH, HEIGHT = 40, 30
@@ -91,10 +90,7 @@ class BundledPluginTest(unittest.TestCase):
         """Starts the plug-in's command and waits for its process to end."""
         pid = self.wib.Wib_RunCommand(command)
         self.assertGreater(pid, 0, command)
-        deadline = time.monotonic() + PATIENCE
-        while process_alive(pid):
-            self.assertLess(time.monotonic(), deadline, command + " did not end")
-            time.sleep(0.02)
+        self.assertTrue(wait_until(lambda: not process_alive(pid)), command + " did not end")
         log = self.log()
         self.assertNotIn("Traceback", log)
         name = command.split(".")[-1]
@@ -278,15 +274,6 @@ class BundledPluginTest(unittest.TestCase):
         self.assert_swells(before, frames[1], WIDTH, HEIGHT)
         self.assert_swells(frames[1], frames[2], WIDTH, HEIGHT)
 
-
-def process_alive(pid):
-    """Whether the process runs; an ended one is gone or a zombie (and may
-    go while its status is read)."""
-    try:
-        with open("/proc/%d/stat" % pid) as stat:
-            return stat.read().rsplit(")", 1)[1].split()[0] != "Z"
-    except (FileNotFoundError, ProcessLookupError):
-        return False
 
 
 if __name__ == "__main__":

@@ -4,14 +4,11 @@ PROGRAM --headless. WIB_PLUGIN_DIR is the build's plug-in folder, which holds
 the built Clock2_pm.exe and CalendarWidget_pm.exe."""
 
 import os
-import shutil
 import signal
-import tempfile
-import time
 import unittest
 
-from test_plugin_launch import PAINTER, wait_for_pixel, write_plugin
-from test_python_sdk import PATIENCE, ServerProcess
+from test_plugin_launch import PAINTER, PluginFolderCase, wait_for_pixel
+from test_python_sdk import ServerProcess, process_alive, wait_until
 from wibbleton import Wibbleton_Class
 
 FIXED = {
@@ -34,38 +31,12 @@ def sockets_of(pid):
     return count
 
 
-def running(pid):
-    """Whether the process exists and is not a zombie waiting to be reaped."""
-    try:
-        with open("/proc/%d/stat" % pid) as stat:
-            return stat.read().rsplit(")", 1)[1].split()[0] != "Z"
-    except OSError:
-        return False
-
-
-def wait_until(condition):
-    deadline = time.monotonic() + PATIENCE
-    while not condition() and time.monotonic() < deadline:
-        time.sleep(0.05)
-    return condition()
-
-
-class FixedCommandsTest(unittest.TestCase):
+class FixedCommandsTest(PluginFolderCase):
     """The commands start their files by exact name; a missing one answers 0."""
 
-    def setUp(self):
-        self.plugins = tempfile.mkdtemp(prefix="wib-fixed-")
-        # Found by its exact name, space and all, though no menu lists a _pm
-        # file of that caption under this command.
-        write_plugin(os.path.join(self.plugins, "Audio Recorder_pm.exe"), PAINTER)
-        self.server = ServerProcess(os.environ["WIB_AUTOMATION_SERVER"],
-                                    ["--plugin-dir", self.plugins])
-        self.wib = Wibbleton_Class(self.server.path, self.server.token)
-
-    def tearDown(self):
-        self.wib.close()
-        self.server.stop()
-        shutil.rmtree(self.plugins)
+    # Found by its exact name, space and all, though no menu lists a _pm file
+    # of that caption under this command.
+    PLUGINS = (("Audio Recorder_pm.exe", PAINTER, 0o755),)
 
     def test_one_command_per_fixed_plugin(self):
         commands = {c["id"]: c for c in self.wib.Wib_ListCommands()
@@ -98,7 +69,7 @@ class CompanionWindowTest(unittest.TestCase):
         self.server.stop()
         # Widgets that failed the test are not left behind.
         for pid in self.pids:
-            if running(pid):
+            if process_alive(pid):
                 os.kill(pid, signal.SIGKILL)
 
     def test_widgets_connect_and_end_with_the_program(self):
@@ -109,12 +80,12 @@ class CompanionWindowTest(unittest.TestCase):
         self.assertTrue(all(pid > 0 for pid in pids))
         # Each holds a connection of its own to the program.
         self.assertTrue(wait_until(lambda: sockets_of(program) == before + 2))
-        self.assertTrue(all(running(pid) for pid in pids))
+        self.assertTrue(all(process_alive(pid) for pid in pids))
         # Killed, the program cannot stop them: they notice the connection close.
         self.server.process.send_signal(signal.SIGKILL)
         self.server.process.wait()
         for pid in pids:
-            self.assertTrue(wait_until(lambda: not running(pid)), pid)
+            self.assertTrue(wait_until(lambda: not process_alive(pid)), pid)
 
 
 if __name__ == "__main__":

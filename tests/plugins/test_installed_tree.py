@@ -8,11 +8,9 @@ import os
 import shutil
 import subprocess
 import tempfile
-import time
 import unittest
 
-from test_bundled_plugins import process_alive
-from test_python_sdk import PATIENCE, ServerProcess
+from test_python_sdk import ServerProcess, process_alive, wait_until
 from wibbleton import Wibbleton_Class
 
 
@@ -39,10 +37,7 @@ class InstalledTreeTest(unittest.TestCase):
         self.wib.Wib_SetRGB(1, 1, 10, 20, 30)
         pid = self.wib.Wib_RunCommand("plugin.filter.InvertRed")
         self.assertGreater(pid, 0)
-        deadline = time.monotonic() + PATIENCE
-        while process_alive(pid):
-            self.assertLess(time.monotonic(), deadline, "the plug-in did not end")
-            time.sleep(0.02)
+        self.assertTrue(wait_until(lambda: not process_alive(pid)), "the plug-in did not end")
         self.assertNotIn("Traceback", self.server.standard_error())
         # Packed as red | green << 8 | blue << 16.
         self.assertEqual(self.wib.Wib_GetRGB(1, 1), 245 | 20 << 8 | 30 << 16)

@@ -8,12 +8,11 @@ import shutil
 import socket
 import tempfile
 import threading
-import time
 import unittest
 
 import msgpack
 
-from test_python_sdk import PATIENCE, ServerProcess
+from test_python_sdk import ServerProcess, wait_until
 from wibbleton import Wibbleton_Class
 
 # Paints one pixel, and leaves a file in the folder it was started in.
@@ -32,12 +31,16 @@ def write_plugin(path, text, mode=0o755):
     os.chmod(path, mode)
 
 
-class PluginLaunchTest(unittest.TestCase):
+class PluginFolderCase(unittest.TestCase):
+    """The program started on a plug-in folder of its own, which holds the
+    files of PLUGINS: (name, text, mode)."""
+
+    PLUGINS = ()
+
     def setUp(self):
         self.plugins = tempfile.mkdtemp(prefix="wib-plugins-")
-        write_plugin(os.path.join(self.plugins, "Dot_pf.exe"), PAINTER)
-        write_plugin(os.path.join(self.plugins, "Idle_pf.exe"), PAINTER, 0o644)
-        write_plugin(os.path.join(self.plugins, "Broken_pm.exe"), "#!/nonexistent/interpreter\n")
+        for name, text, mode in self.PLUGINS:
+            write_plugin(os.path.join(self.plugins, name), text, mode)
         self.server = ServerProcess(os.environ["WIB_AUTOMATION_SERVER"],
                                     ["--plugin-dir", self.plugins])
         self.wib = Wibbleton_Class(self.server.path, self.server.token)
@@ -46,6 +49,11 @@ class PluginLaunchTest(unittest.TestCase):
         self.wib.close()
         self.server.stop()
         shutil.rmtree(self.plugins)
+
+
+class PluginLaunchTest(PluginFolderCase):
+    PLUGINS = (("Dot_pf.exe", PAINTER, 0o755), ("Idle_pf.exe", PAINTER, 0o644),
+               ("Broken_pm.exe", "#!/nonexistent/interpreter\n", 0o755))
 
     def plugin_commands(self):
         return [(c["id"], c["caption"], c["menu"]) for c in self.wib.Wib_ListCommands()
@@ -67,11 +75,7 @@ class PluginLaunchTest(unittest.TestCase):
         expected = 10 + 256 * 20 + 65536 * 30
         self.assertEqual(wait_for_pixel(self.wib, 1, 2, expected), expected)
         # It ran in the plug-in folder.
-        deadline = time.monotonic() + PATIENCE
-        while not os.path.exists(os.path.join(self.plugins, "ran.txt")) \
-                and time.monotonic() < deadline:
-            time.sleep(0.05)
-        self.assertTrue(os.path.exists(os.path.join(self.plugins, "ran.txt")))
+        self.assertTrue(wait_until(lambda: os.path.exists(os.path.join(self.plugins, "ran.txt"))))
 
     def test_unstartable_plugin_answers_zero(self):
         self.assertEqual(self.wib.Wib_RunCommand("plugin.misc.Broken"), 0)
@@ -90,9 +94,7 @@ class PluginLaunchTest(unittest.TestCase):
 
 
 def wait_for_pixel(wib, x, y, expected):
-    deadline = time.monotonic() + PATIENCE
-    while wib.Wib_GetRGB(x, y) != expected and time.monotonic() < deadline:
-        time.sleep(0.05)
+    wait_until(lambda: wib.Wib_GetRGB(x, y) == expected)
     return wib.Wib_GetRGB(x, y)
 
 

@@ -25,6 +25,24 @@ from wibbleton import Plane, Wibbleton_Class, WibbletonError, resolve_server_pat
 PATIENCE = 10.0
 
 
+def wait_until(condition):
+    """Polls until the condition holds or PATIENCE runs out; its last answer."""
+    deadline = time.monotonic() + PATIENCE
+    while not condition() and time.monotonic() < deadline:
+        time.sleep(0.02)
+    return condition()
+
+
+def process_alive(pid):
+    """Whether the process runs; an ended one is gone or a zombie (and may
+    go while its status is read)."""
+    try:
+        with open("/proc/%d/stat" % pid) as stat:
+            return stat.read().rsplit(")", 1)[1].split()[0] != "Z"
+    except OSError:
+        return False
+
+
 class ServerProcess:
     """The server program as a child process, its standard error in a file."""
 
