@@ -17,6 +17,7 @@ constexpr std::size_t kMaxPinned = 32;
 // The canvas shows the change; the preferences keep it for the next start.
 void Changed(Workspace& workspace) {
     SaveOnionState(workspace.view.onion, workspace.host.preferences);
+    workspace.events.onionChanged.notify();
     workspace.host.view.refresh();
 }
 

@@ -29,6 +29,8 @@ struct WorkspaceEvents {
     ObserverList<> layersChanged;
     // The selection's marching ants start again from their first position.
     ObserverList<> marqueeRestarted;
+    // The onion skin or light table settings changed.
+    ObserverList<> onionChanged;
 };
 
 }  // namespace wib

@@ -293,8 +293,8 @@ void MDI_MainForm::addViewMenuStates(QMenu* menu) {
         if (action->objectName() == "view.onion_toggle") {
             action->setCheckable(true);
             action->setChecked(workspace_.view.onion.shown);
-            connect(menu, &QMenu::aboutToShow, action,
-                    [this, action] { action->setChecked(workspace_.view.onion.shown); });
+            onionSubscription_ = workspace_.events.onionChanged.subscribe(
+                [this, action] { action->setChecked(workspace_.view.onion.shown); });
         }
     }
 }

@@ -156,6 +156,7 @@ class MDI_MainForm : public QMainWindow, public View {
     Subscription paintSubscription_;
     Subscription layersSubscription_;
     Subscription marqueeSubscription_;
+    Subscription onionSubscription_;
     Subscription titleSubscriptions_[2];
     PluginCommands* plugins_ = nullptr;
     PluginLauncher* launcher_ = nullptr;

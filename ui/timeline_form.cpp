@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include "anim/frame_store.h"
@@ -28,6 +29,11 @@ TimelineForm::TimelineForm(FrameStore& store, const CommandRegistry& commands, Q
     pingPong_ = new QCheckBox(tr("Ping-pong"), body);
     modes->addWidget(loop_);
     modes->addWidget(pingPong_);
+    onion_ = new QToolButton(body);
+    onion_->setText(tr("Onion skin"));
+    onion_->setToolTip(tr("Onion skin (Alt+O)"));
+    onion_->setCheckable(true);
+    modes->addWidget(onion_);
     modes->addStretch();
     column->addLayout(modes);
     grid_ = new TimelineGrid(store, run_, body);
@@ -40,7 +46,12 @@ TimelineForm::TimelineForm(FrameStore& store, const CommandRegistry& commands, Q
 
     connect(loop_, &QCheckBox::toggled, this, [this] { setModes(); });
     connect(pingPong_, &QCheckBox::toggled, this, [this] { setModes(); });
+    connect(onion_, &QToolButton::clicked, this, [this] {
+        run_("view.onion_toggle", {});
+        showModes();
+    });
     changed_ = store.changed.subscribe([this] { showModes(); });
+    onionChanged_ = workspace.events.onionChanged.subscribe([this] { showModes(); });
     showModes();
 }
 
@@ -49,6 +60,7 @@ void TimelineForm::showModes() {
     const QSignalBlocker blockPingPong(pingPong_);
     loop_->setChecked(store_.playRange().loop);
     pingPong_->setChecked(store_.playRange().pingPong);
+    onion_->setChecked(store_.workspace().view.onion.shown);
 }
 
 void TimelineForm::setModes() {

@@ -7,6 +7,7 @@
 #include "ui/timeline_grid.h"
 
 class QCheckBox;
+class QToolButton;
 
 namespace wib {
 
@@ -14,7 +15,7 @@ class CommandRegistry;
 class FrameStore;
 
 // The timeline, docked: the frames-by-layers grid with its loop and ping-pong
-// toggles. Every change it makes runs a command.
+// toggles and the onion skin's switch. Every change it makes runs a command.
 class TimelineForm : public QDockWidget {
     Q_OBJECT
   public:
@@ -31,7 +32,9 @@ class TimelineForm : public QDockWidget {
     TimelineGrid* grid_;
     QCheckBox* loop_;
     QCheckBox* pingPong_;
+    QToolButton* onion_;
     Subscription changed_;
+    Subscription onionChanged_;
 };
 
 }  // namespace wib

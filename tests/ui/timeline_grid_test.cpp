@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The timeline grid: where frames lie with their exposures, and what its
-// clicks and drags run.
+// The timeline: where frames lie with their exposures, what the grid's clicks
+// and drags run, and its onion skin switch.
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,13 @@
 #include <QMouseEvent>
 #include <filesystem>
 
+#include <QToolButton>
+
 #include "anim/frame_store.h"
+#include "anim/onion_commands.h"
+#include "core/commands.h"
 #include "tests/support/test_host.h"
+#include "ui/timeline_form.h"
 #include "ui/timeline_grid.h"
 
 namespace wib {
@@ -105,6 +110,23 @@ TEST_F(TimelineGridTest, DraggingTheSelectionMovesIt) {
     EXPECT_EQ(std::get<long long>(move.second.at("last")), 1);
     EXPECT_EQ(std::get<long long>(move.second.at("to")), 1);
     EXPECT_EQ(grid.selection(), std::make_pair(1, 2)) << "the selection follows the frames";
+}
+
+TEST_F(TimelineGridTest, TheOnionSwitchTurnsTheOnionSkinAndFollowsItsCommand) {
+    CommandRegistry commands;
+    RegisterOnionCommands(commands, store);
+    TimelineForm form(store, commands, nullptr);
+    auto* onion = form.findChild<QToolButton*>();
+    ASSERT_NE(onion, nullptr);
+    EXPECT_FALSE(onion->isChecked());
+
+    onion->click();
+    EXPECT_TRUE(host.workspace.view.onion.shown);
+    EXPECT_TRUE(onion->isChecked());
+
+    commands.run(host.workspace, "view.onion_toggle", {});
+    EXPECT_FALSE(host.workspace.view.onion.shown);
+    EXPECT_FALSE(onion->isChecked()) << "turned off from the menu or a plug-in";
 }
 
 }  // namespace
