@@ -59,6 +59,10 @@ void RegisterPaintCommands(CommandRegistry& registry, PaintSession& session) {
         {"tool.brush", "&Brush", "P", ToolId::Brush},
         {"tool.colour_picker", "Colour &picker", "I", ToolId::ColourPicker},
         {"tool.clone_source", "&Clone source", "Shift+C", ToolId::CloneSource},
+        {"tool.move", "&Move", "M", ToolId::Move},
+        {"tool.transform", "&Transform", "Ctrl+T", ToolId::Transform},
+        {"tool.crop", "C&rop", "K", ToolId::Crop},
+        {"tool.text", "Te&xt", "T", ToolId::Text},
     };
     for (const auto& tool : tools) {
         registry.add({tool.id,

@@ -22,10 +22,21 @@ struct ToolInput {
 };
 
 // The tools, as the paint state names the active one.
-enum class ToolId : int { Brush = 0, ColourPicker = 1, CloneSource = 2 };
+enum class ToolId : int {
+    Brush = 0,
+    ColourPicker = 1,
+    CloneSource = 2,
+    Move = 3,
+    Transform = 4,
+    Crop = 5,
+    Text = 6
+};
+
+// The keys the canvas hands to the active tool.
+enum class ToolKey { Enter, Escape };
 
 // What the canvas shows under the pointer while a tool is active.
-enum class ToolCursor { Crosshair, Picker, CloneSource };
+enum class ToolCursor { Crosshair, Picker, CloneSource, Move, Text };
 
 // A tool turns pointer input on the canvas into changes of the model. The
 // canvas forwards press, drag and release and knows nothing of what they do.
@@ -39,6 +50,10 @@ class Tool {
     // sends it every pointer event and starts nothing else.
     virtual bool holdsPointer() const { return false; }
     virtual ToolCursor cursor() const = 0;
+    // A key pressed on the canvas; true when the tool used it.
+    virtual bool key(ToolKey) { return false; }
+    // Another tool was chosen: anything shown but not applied goes away.
+    virtual void leave() {}
     // The panel holding the tool's options; empty for none.
     virtual const char* optionsPanel() const = 0;
 };

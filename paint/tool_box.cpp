@@ -17,13 +17,20 @@ ToolBox::ToolBox(PaintSession& session)
 
 ToolBox::~ToolBox() = default;
 
+void ToolBox::install(ToolId id, std::unique_ptr<Tool> tool) {
+    installed_[id] = std::move(tool);
+}
+
 Tool& ToolBox::tool(ToolId id) {
+    if (const auto found = installed_.find(id); found != installed_.end()) {
+        return *found->second;
+    }
     switch (id) {
         case ToolId::ColourPicker:
             return *picker_;
         case ToolId::CloneSource:
             return *cloneSource_;
-        case ToolId::Brush:
+        default:
             break;
     }
     return *brush_;
@@ -34,6 +41,9 @@ Tool& ToolBox::active() {
 }
 
 void ToolBox::choose(ToolId id) {
+    if (id != session_.state().activeTool) {
+        active().leave();
+    }
     session_.state().activeTool = id;
     session_.workspace().events.paintOptionsChanged.notify();
 }

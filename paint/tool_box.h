@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <map>
 #include <memory>
 
 #include "paint/tool.h"
@@ -17,6 +18,10 @@ class ToolBox {
     ToolBox(const ToolBox&) = delete;
     ToolBox& operator=(const ToolBox&) = delete;
 
+    // Tools made outside the paint library (they need the interface) are
+    // installed by the window; an id with no tool installed means the brush.
+    void install(ToolId id, std::unique_ptr<Tool> tool);
+
     Tool& tool(ToolId id);
     Tool& active();
     void choose(ToolId id);
@@ -28,6 +33,7 @@ class ToolBox {
   private:
     PaintSession& session_;
     std::unique_ptr<Tool> brush_, picker_, cloneSource_;
+    std::map<ToolId, std::unique_ptr<Tool>> installed_;
 };
 
 }  // namespace wib

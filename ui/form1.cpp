@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/form1.h"
 
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -174,7 +175,24 @@ void Form1::showToolCursor() {
         case ToolCursor::CloneSource:
             setCursor(Qt::UpArrowCursor);
             break;
+        case ToolCursor::Move:
+            setCursor(Qt::SizeAllCursor);
+            break;
+        case ToolCursor::Text:
+            setCursor(Qt::IBeamCursor);
+            break;
     }
+}
+
+void Form1::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool escape = event->key() == Qt::Key_Escape;
+    if (painter_ != nullptr && (enter || escape) &&
+        painter_->tools().active().key(enter ? ToolKey::Enter : ToolKey::Escape)) {
+        event->accept();
+        return;
+    }
+    QWidget::keyPressEvent(event);
 }
 
 namespace {

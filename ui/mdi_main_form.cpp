@@ -36,6 +36,7 @@
 #include "ui/running_plugins.h"
 #include "ui/swap_image_view.h"
 #include "ui/tool_panel.h"
+#include "ui/transform_tools.h"
 
 namespace wib {
 
@@ -75,6 +76,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
 
     if (paint_ != nullptr) {
         canvas_->setPainter(paint_, &workspace_.tablet);
+        InstallTransformTools(paint_->tools(), {workspace_, commands_, *canvas_});
         brushPanel_ = new BrushOptions(*paint_, this);
         paperPanel_ = new Paper_Panel(*paint_, this);
         addDockWidget(Qt::RightDockWidgetArea, brushPanel_);
