@@ -50,6 +50,9 @@ class Tool {
     // sends it every pointer event and starts nothing else.
     virtual bool holdsPointer() const { return false; }
     virtual ToolCursor cursor() const = 0;
+    // Whether the tool shows something that Enter would apply or Escape
+    // cancel: the canvas then takes those keys before any menu shortcut.
+    virtual bool pending() const { return false; }
     // A key pressed on the canvas; true when the tool used it.
     virtual bool key(ToolKey) { return false; }
     // Another tool was chosen: anything shown but not applied goes away.

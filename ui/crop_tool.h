@@ -19,6 +19,7 @@ class CropTool : public Tool {
     bool holdsPointer() const override { return dragging_; }
     ToolCursor cursor() const override { return ToolCursor::Crosshair; }
     const char* optionsPanel() const override { return ""; }
+    bool pending() const override { return !marked_.isEmpty(); }
     bool key(ToolKey key) override;
     void leave() override;
 

@@ -184,6 +184,25 @@ void Form1::showToolCursor() {
     }
 }
 
+namespace {
+
+bool IsToolKey(const QKeyEvent& key) {
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape;
+}
+
+}  // namespace
+
+bool Form1::event(QEvent* event) {
+    // Escape also stops playback from the menu; while a tool has something to
+    // apply or cancel, the key is the tool's.
+    if (event->type() == QEvent::ShortcutOverride && painter_ != nullptr &&
+        IsToolKey(*static_cast<QKeyEvent*>(event)) && painter_->tools().active().pending()) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 void Form1::keyPressEvent(QKeyEvent* event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     const bool escape = event->key() == Qt::Key_Escape;

@@ -67,6 +67,7 @@ class Form1 : public QWidget {
     void tabletEvent(QTabletEvent* event) override;
     // Enter and Escape go to the active tool (apply or cancel what it shows).
     void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 

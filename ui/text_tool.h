@@ -23,6 +23,7 @@ class TextTool : public Tool {
     void release(const ToolInput&) override {}
     ToolCursor cursor() const override { return ToolCursor::Text; }
     const char* optionsPanel() const override { return "TextOptions"; }
+    bool pending() const override { return editor_ != nullptr; }
     bool key(ToolKey key) override;
     void leave() override;
 

@@ -20,6 +20,7 @@ class TransformTool : public Tool {
     bool holdsPointer() const override { return grip_ != Grip::None; }
     ToolCursor cursor() const override { return ToolCursor::Crosshair; }
     const char* optionsPanel() const override { return "TransformOptions"; }
+    bool pending() const override { return transforming_; }
     bool key(ToolKey key) override;
     void leave() override;
 

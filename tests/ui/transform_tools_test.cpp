@@ -84,7 +84,9 @@ TEST_F(TransformTools, TransformPreviewsWithoutTouchingPixelsUntilEnter) {
     tool.release(At(45, 30));
     EXPECT_FALSE(canvas.preview().isNull());
     EXPECT_EQ(PackedPixel(doc, 25, 25), 0) << "the preview leaves the document alone";
+    EXPECT_TRUE(tool.pending()) << "Enter and Escape belong to the tool now";
     EXPECT_TRUE(tool.key(ToolKey::Enter));
+    EXPECT_FALSE(tool.pending());
     EXPECT_TRUE(canvas.preview().isNull());
     EXPECT_EQ(PackedPixel(doc, 25, 25), kWhite.packed());
     EXPECT_EQ(PackedPixel(doc, 45, 30), 0) << "moved by (20, 5)";
