@@ -42,6 +42,7 @@
 #include "ui/swap_image_view.h"
 #include "ui/tool_options_panel.h"
 #include "ui/tool_panel.h"
+#include "ui/transform_tools.h"
 
 namespace wib {
 
@@ -88,6 +89,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         brushPanel_ = new BrushOptions(*paint_, this);
         paperPanel_ = new Paper_Panel(*paint_, this);
         toolOptions_ = new ToolOptionsPanel(*paint_, this);
+        InstallTransformTools({*paint_, *canvas_}, *toolOptions_);
         addDockWidget(Qt::RightDockWidgetArea, toolOptions_);
         addDockWidget(Qt::RightDockWidgetArea, brushPanel_);
         tabifyDockWidget(brushPanel_, paperPanel_);
@@ -138,6 +140,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
 
 MDI_MainForm::~MDI_MainForm() {
     commands_.setDialog(nullptr);
+    if (paint_ != nullptr) {
+        RemoveTransformTools(paint_->tools());
+    }
 }
 
 WindowActions MDI_MainForm::windowActions() {
