@@ -491,9 +491,12 @@ bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_CapsLock) {
         updateEraseMode();
     }
-    // Space pans the canvas under the pointer wherever the keyboard is.
+    // Space pans the canvas under the pointer wherever the keyboard is, but
+    // for a field being typed in (the text tool's editor lies on the canvas).
+    const QWidget* focus = QApplication::focusWidget();
+    const bool typing = focus != nullptr && focus->testAttribute(Qt::WA_InputMethodEnabled);
     if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && watched != canvas_ &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && watched != canvas_ && !typing &&
         canvas_->underMouse()) {
         QApplication::sendEvent(canvas_, event);
         return true;
