@@ -121,6 +121,54 @@ TEST(Affine, BilinearScaleMatchesAnIndependentComputationWithinOne) {
     EXPECT_EQ(compared, 25 * 16) << "every sample point inside the block was checked";
 }
 
+// Wide enough for runs of eight pixels well inside the block and runs that
+// cross its edge, turned so that every run steps both ways.
+TEST(Affine, ATurnedBlockMatchesAnIndependentBilinearEverywhereInside) {
+    const Block source = RandomBlock(70, 50, 4);
+    Block turned(70, 50);
+    const double radians = 17 * 3.14159265358979 / 180;
+    const double c = std::cos(radians);
+    const double s = std::sin(radians);
+    const AffineMatrix m{c, s, 35 - 35 * c - 25 * s, -s, c, 25 + 35 * s - 25 * c};
+    Resample(source, turned, m, Sampling::Bilinear);
+    Block copy = source;
+    int inside = 0;
+    int outside = 0;
+    for (int y = 0; y < turned.height; ++y) {
+        for (int x = 0; x < turned.width; ++x) {
+            const double sx = m.xx * x + m.xy * y + m.x0;
+            const double sy = m.yx * x + m.yy * y + m.y0;
+            if (sx < -1.01 || sy < -1.01 || sx > 70.01 || sy > 50.01) {
+                EXPECT_EQ(turned.at(3, x, y), 0) << "nothing lands at " << x << "," << y;
+                ++outside;
+                continue;
+            }
+            // Keep clear of the edges, where coverage fades and the fixed-point
+            // position may fall either side.
+            if (sx < 0.01 || sy < 0.01 || sx > 68.99 || sy > 48.99) {
+                continue;
+            }
+            const int x0 = static_cast<int>(sx);
+            const int y0 = static_cast<int>(sy);
+            const double fx = sx - x0;
+            const double fy = sy - y0;
+            for (int k = 0; k < 3; ++k) {
+                const double top = copy.at(k, x0, y0) * (1 - fx) + copy.at(k, x0 + 1, y0) * fx;
+                const double bottom =
+                    copy.at(k, x0, y0 + 1) * (1 - fx) + copy.at(k, x0 + 1, y0 + 1) * fx;
+                // Positions are kept to 1/256 pixel: up to half a level a
+                // step on each axis, and half a level of rounding.
+                EXPECT_NEAR(turned.at(k, x, y), top * (1 - fy) + bottom * fy, 1.5)
+                    << x << "," << y << " c" << k;
+            }
+            EXPECT_EQ(turned.at(3, x, y), 255);
+            ++inside;
+        }
+    }
+    EXPECT_GT(inside, 2500);
+    EXPECT_GT(outside, 50);
+}
+
 TEST(Affine, EdgesFadeInCoverageWithoutDarkening) {
     Block source(4, 4);
     for (int y = 0; y < 4; ++y) {
