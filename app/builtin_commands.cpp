@@ -17,11 +17,13 @@
 #include "filters/fill_commands.h"
 #include "filters/filter_commands.h"
 #include "filters/selection_commands.h"
+#include "filters/transform_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "paint/shape_commands.h"
 #include "plugins/plugin_commands.h"
 #include "ui/clipboard_commands.h"
+#include "ui/text_command.h"
 #include "ui/window_commands.h"
 
 namespace wib {
@@ -35,8 +37,10 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterCropCommands(registry);
     RegisterFillCommands(registry);
     RegisterSelectionCommands(registry);
+    RegisterTransformCommands(registry);
     RegisterPaintCommands(registry, paint);
     RegisterShapeCommands(registry, paint);
+    RegisterTextCommands(registry);
     RegisterBrushFileCommands(registry, paint);
     RegisterAnimationCommands(registry, targets.frames);
     RegisterAnimationFileCommands(registry, targets.frames, targets.files.converter(),

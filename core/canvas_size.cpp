@@ -19,9 +19,55 @@ namespace {
 
 constexpr const char* kNotEnoughMemory = "Not enough memory to change the canvas size.";
 
+// The old image flipped or turned, pixel by pixel: a rare, whole-picture change.
+void PlaceTurnedPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChange& change) {
+    const std::size_t fromStride = static_cast<std::size_t>(change.oldWidth) + 1;
+    const std::size_t toStride = static_cast<std::size_t>(change.newWidth) + 1;
+    const int lastX = change.oldWidth - 1;
+    const int lastY = change.oldHeight - 1;
+    for (int y = 0; y < change.oldHeight; ++y) {
+        const std::uint8_t* row = from + static_cast<std::size_t>(y) * fromStride;
+        for (int x = 0; x < change.oldWidth; ++x) {
+            int nx = x;
+            int ny = y;
+            switch (change.turn) {
+                case PictureTurn::FlipHorizontal:
+                    nx = lastX - x;
+                    break;
+                case PictureTurn::FlipVertical:
+                    ny = lastY - y;
+                    break;
+                case PictureTurn::Clockwise:
+                    nx = lastY - y;
+                    ny = x;
+                    break;
+                case PictureTurn::Anticlockwise:
+                    nx = y;
+                    ny = lastX - x;
+                    break;
+                case PictureTurn::HalfTurn:
+                    nx = lastX - x;
+                    ny = lastY - y;
+                    break;
+                case PictureTurn::None:
+                    break;
+            }
+            nx += change.offsets.dx;
+            ny += change.offsets.dy;
+            if (nx >= 0 && ny >= 0 && nx < change.newWidth && ny < change.newHeight) {
+                to[static_cast<std::size_t>(ny) * toStride + static_cast<std::size_t>(nx)] = row[x];
+            }
+        }
+    }
+}
+
 }  // namespace
 
 void PlaceOldPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChange& change) {
+    if (change.turn != PictureTurn::None) {
+        PlaceTurnedPixels(from, to, change);
+        return;
+    }
     const int dx = change.offsets.dx;
     const int dy = change.offsets.dy;
     const int x0 = std::max(0, -dx);
@@ -49,22 +95,18 @@ CanvasOffsets AnchorOffsets(int anchor, int oldWidth, int oldHeight, int newWidt
     return {columns[anchor % 3], rows[anchor / 3]};
 }
 
-bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
-                      int anchor) {
-    const Document& doc = workspace.document;
-    return ChangeCanvasSize(workspace, newWidth, newHeight, fill,
-                            AnchorOffsets(anchor, doc.width, doc.height, newWidth, newHeight));
-}
+namespace {
 
-bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
-                      CanvasOffsets offsets) {
+// The change itself, whichever way it was asked for.
+bool ChangeCanvas(Workspace& workspace, const CanvasChange& change) {
+    const int newWidth = change.newWidth;
+    const int newHeight = change.newHeight;
     if (const auto problem = DocumentSizeProblem(newWidth, newHeight)) {
         workspace.host.prompter.message(*problem);
         return false;
     }
     Document& doc = workspace.document;
-    const CanvasChange change{doc.width, doc.height, newWidth, newHeight,
-                              offsets,   fill.r,     fill.g,   fill.b};
+    const PackedColour fill{change.fillR, change.fillG, change.fillB};
 
     // Everything the change needs is made before anything changes, so that a
     // failure leaves the document and every store as they were.
@@ -114,6 +156,31 @@ bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedC
     }
     workspace.host.view.refresh();
     return true;
+}
+
+}  // namespace
+
+bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
+                      int anchor) {
+    const Document& doc = workspace.document;
+    return ChangeCanvasSize(workspace, newWidth, newHeight, fill,
+                            AnchorOffsets(anchor, doc.width, doc.height, newWidth, newHeight));
+}
+
+bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
+                      CanvasOffsets offsets) {
+    const Document& doc = workspace.document;
+    return ChangeCanvas(
+        workspace, {doc.width, doc.height, newWidth, newHeight, offsets, fill.r, fill.g, fill.b});
+}
+
+bool TurnPicture(Workspace& workspace, PictureTurn turn) {
+    const Document& doc = workspace.document;
+    const bool quarter = turn == PictureTurn::Clockwise || turn == PictureTurn::Anticlockwise;
+    const PackedColour fill = workspace.colours.secondary;
+    return ChangeCanvas(workspace, {doc.width, doc.height, quarter ? doc.height : doc.width,
+                                    quarter ? doc.width : doc.height, CanvasOffsets{}, fill.r,
+                                    fill.g, fill.b, turn});
 }
 
 }  // namespace wib

@@ -19,6 +19,10 @@ struct CanvasOffsets {
 // centre, bottom right). Any other anchor gives (0, 0).
 CanvasOffsets AnchorOffsets(int anchor, int oldWidth, int oldHeight, int newWidth, int newHeight);
 
+// How the old image goes into the new canvas: as it is, flipped, or turned
+// (a quarter turn swaps width and height). The offsets apply after the turn.
+enum class PictureTurn { None, FlipHorizontal, FlipVertical, Clockwise, Anticlockwise, HalfTurn };
+
 // One canvas-size change, as the stores that hold images of the document's
 // size need it to resize theirs the same way.
 struct CanvasChange {
@@ -30,12 +34,13 @@ struct CanvasChange {
     std::uint8_t fillR;
     std::uint8_t fillG;
     std::uint8_t fillB;
+    PictureTurn turn = PictureTurn::None;
 };
 
 // Copies the old image's pixels (x, y), 0 <= x < oldWidth, 0 <= y < oldHeight,
 // from a block laid out like an old plane (rows of oldWidth + 1 bytes) to
-// (x + dx, y + dy) in a block laid out like a new plane, wherever that lies
-// inside the new canvas. Stores that keep planes as raw blocks use it too.
+// (x + dx, y + dy), turned first as the change says, in a block laid out like a new plane, wherever
+// that lies inside the new canvas. Stores that keep planes as raw blocks use it too.
 void PlaceOldPixels(const std::uint8_t* from, std::uint8_t* to, const CanvasChange& change);
 
 // A store of images of the document's size (animation frames, layers).
@@ -62,5 +67,10 @@ bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedC
 // (negative offsets crop its left and top).
 bool ChangeCanvasSize(Workspace& workspace, int newWidth, int newHeight, PackedColour fill,
                       CanvasOffsets offsets);
+
+// The whole picture flipped or turned: every layer and frame, the selection
+// and the swap image, through the canvas-size change (so undo and the stores
+// follow as they do there). Returns false, having said why, when it cannot.
+bool TurnPicture(Workspace& workspace, PictureTurn turn);
 
 }  // namespace wib

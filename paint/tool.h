@@ -42,12 +42,26 @@ enum class ToolId : int {
     Ellipse,
     Zoom,
     Hand,
+    Move,
+    Transform,
+    Crop,
+    Text,
 };
-inline constexpr int kToolCount = static_cast<int>(ToolId::Hand) + 1;
+inline constexpr int kToolCount = static_cast<int>(ToolId::Text) + 1;
 
 // What the canvas shows under the pointer while a tool is active. A brush
 // outline is the brush's own size at the current zoom.
-enum class ToolCursor { Crosshair, Picker, CloneSource, BrushOutline, Fill, Zoom, Hand };
+enum class ToolCursor {
+    Crosshair,
+    Picker,
+    CloneSource,
+    BrushOutline,
+    Fill,
+    Zoom,
+    Hand,
+    Move,
+    Text
+};
 
 // What a tool draws over the canvas while it works (a dragged rectangle, a
 // gradient's line): points in image pixels, joined in order.
@@ -74,7 +88,11 @@ class Tool {
     virtual const char* optionsPanel() const = 0;
     // The outline the tool is dragging, if any.
     virtual ToolOverlay overlay() const { return {}; }
-    // Enter, Esc or another tool ends a multi-click tool (the polygon).
+    // Whether the tool holds something that Enter would apply and Esc drop
+    // (an open polygon, a transform in progress, a crop box, text being
+    // edited): the canvas then takes those keys before any menu shortcut.
+    virtual bool pending() const { return holdsPointer(); }
+    // Enter or another tool applies what is pending; Esc drops it.
     virtual void finish() {}
     virtual void cancel() {}
 };

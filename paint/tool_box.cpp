@@ -38,9 +38,13 @@ ToolBox::ToolBox(PaintSession& session) : session_(session) {
 
 ToolBox::~ToolBox() = default;
 
+void ToolBox::install(ToolId id, std::unique_ptr<Tool> tool) {
+    tools_[static_cast<std::size_t>(id)] = std::move(tool);
+}
+
 Tool& ToolBox::tool(ToolId id) {
     const auto index = static_cast<std::size_t>(id);
-    return index < tools_.size() ? *tools_[index] : *tools_[0];
+    return index < tools_.size() && tools_[index] != nullptr ? *tools_[index] : *tools_[0];
 }
 
 Tool& ToolBox::active() {

@@ -21,6 +21,10 @@ class ToolBox {
     ToolBox(const ToolBox&) = delete;
     ToolBox& operator=(const ToolBox&) = delete;
 
+    // Tools that need the window (a live preview, a text editor on the
+    // canvas) are installed by it; until then their ids mean the brush.
+    void install(ToolId id, std::unique_ptr<Tool> tool);
+
     Tool& tool(ToolId id);
     Tool& active();
     // Ends what the active tool had begun (an open polygon), then changes tool.

@@ -17,9 +17,13 @@ constexpr ToolEntry kTools[] = {
     {ToolId::SelectLasso, "tool.lasso", "L&asso", "L"},
     {ToolId::SelectPolygon, "tool.polygon", "P&olygon selection", "Shift+L"},
     {ToolId::MagicWand, "tool.magic_wand", "&Magic wand", "W"},
+    {ToolId::Move, "tool.move", "Mo&ve", "V"},
+    {ToolId::Transform, "tool.transform", "&Transform", "Ctrl+T"},
+    {ToolId::Crop, "tool.crop", "&Crop", "K"},
     {ToolId::Line, "tool.line", "L&ine", "U"},
     {ToolId::Rectangle, "tool.rectangle", "Rec&tangle", "R"},
     {ToolId::Ellipse, "tool.ellipse", "Elli&pse", "Shift+R"},
+    {ToolId::Text, "tool.text", "Te&xt", "T"},
     {ToolId::Zoom, "tool.zoom", "&Zoom", "Z"},
     {ToolId::Hand, "tool.hand", "&Hand", "H"},
 };

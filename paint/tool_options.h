@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <string>
+
 namespace wib {
 
 // The options of the tools other than the brush, as the "Tool options" panel
@@ -24,6 +26,12 @@ struct ToolOptions {
     // reads the visible composite rather than the current layer.
     int pickerSize = 1;
     bool pickerComposite = false;
+    // Transform: 0 bilinear, 1 bicubic.
+    int sampling = 0;
+    // Text: the font family, its size in image pixels, anti-aliased edges.
+    std::string textFont = "Sans";
+    int textSize = 24;
+    bool textAntialias = true;
 };
 
 }  // namespace wib

@@ -17,7 +17,6 @@
 #include "core/workspace.h"
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
-#include "pixel/checkerboard.h"
 #include "plugins/canvas_events.h"
 #include "ui/matte_overlay.h"
 #include "ui/plane_image.h"
@@ -203,6 +202,25 @@ bool Form1::startPan(QPointF at) {
     return true;
 }
 
+namespace {
+
+bool IsToolKey(const QKeyEvent& key) {
+    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape;
+}
+
+}  // namespace
+
+bool Form1::event(QEvent* event) {
+    // Escape also stops playback from the menu; while a tool has something to
+    // apply or cancel, the key is the tool's.
+    if (event->type() == QEvent::ShortcutOverride && painter_ != nullptr &&
+        IsToolKey(*static_cast<QKeyEvent*>(event)) && painter_->tools().active().pending()) {
+        event->accept();
+        return true;
+    }
+    return QWidget::event(event);
+}
+
 void Form1::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Space) {
         if (!event->isAutoRepeat()) {
@@ -211,15 +229,10 @@ void Form1::keyPressEvent(QKeyEvent* event) {
         }
         return;
     }
-    if (painter_ != nullptr && pressed_ == nullptr) {
+    if (painter_ != nullptr && pressed_ == nullptr && IsToolKey(*event)) {
         Tool& tool = painter_->tools().active();
-        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-            tool.finish();
-            refreshOverlay();
-            return;
-        }
-        if (event->key() == Qt::Key_Escape && tool.holdsPointer()) {
-            tool.cancel();
+        if (tool.pending()) {
+            event->key() == Qt::Key_Escape ? tool.cancel() : tool.finish();
             refreshOverlay();
             return;
         }
@@ -263,21 +276,21 @@ void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoin
     pressed_->press(input);
 }
 
-void Form1::drag(QPointF at, double pressure, bool tablet) {
+void Form1::drag(QPointF at, Qt::KeyboardModifiers modifiers, double pressure, bool tablet) {
     Tool* tool = pressed_;
     // Between clicks, a polygon still follows the pointer.
     if (tool == nullptr && painter_ != nullptr && painter_->tools().active().holdsPointer()) {
         tool = &painter_->tools().active();
     }
     if (tool != nullptr) {
-        tool->drag(Input(at, 0, {}, pressure, tablet));
+        tool->drag(Input(at, 0, modifiers, pressure, tablet));
         refreshOverlay();
     }
 }
 
-void Form1::release(QPointF at) {
+void Form1::release(QPointF at, Qt::KeyboardModifiers modifiers) {
     if (pressed_ != nullptr) {
-        pressed_->release(Input(at, 0, {}, 1.0, false));
+        pressed_->release(Input(at, 0, modifiers, 1.0, false));
         refreshOverlay();
     }
     pressed_ = nullptr;
@@ -313,7 +326,7 @@ void Form1::mouseMoveEvent(QMouseEvent* event) {
     if (forward(kMove, HeldButton(event->buttons()), event->modifiers(), event->position(), 1.0)) {
         return;
     }
-    drag(event->position(), 1.0, false);
+    drag(event->position(), event->modifiers(), 1.0, false);
 }
 
 void Form1::mouseReleaseEvent(QMouseEvent* event) {
@@ -325,7 +338,7 @@ void Form1::mouseReleaseEvent(QMouseEvent* event) {
     if (forward(kUp, ButtonNumber(event->button()), event->modifiers(), event->position(), 1.0)) {
         return;
     }
-    release(event->position());
+    release(event->position(), event->modifiers());
 }
 
 // The pen's own events carry its pressure; taking them keeps Qt from making
@@ -348,10 +361,10 @@ void Form1::tabletEvent(QTabletEvent* event) {
             press(event->button(), event->modifiers(), event->position(), pressure, true);
             break;
         case QEvent::TabletMove:
-            drag(event->position(), pressure, true);
+            drag(event->position(), event->modifiers(), pressure, true);
             break;
         case QEvent::TabletRelease:
-            release(event->position());
+            release(event->position(), event->modifiers());
             break;
         default:
             return;
@@ -414,21 +427,10 @@ void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& tar
                      {source.left(), source.top(), source.width(), source.height()}, composite_);
     const std::vector<OnionFrame> frames = onion_.frames();
     const LayerPixels& shown =
-        frames.empty() ? composite_
-                       : onion_.blend(composite_.r, composite_.g, composite_.b, &composite_.a,
-                                      frames, source);
-    if (picture_.size() != source.size() || picture_.format() != QImage::Format_RGB32) {
-        picture_ = QImage(source.size(), QImage::Format_RGB32);
-    }
-    // Over a checkerboard fixed to the image, so that it stays put as it scrolls.
-    for (int y = 0; y < source.height(); ++y) {
-        const int sy = source.top() + y;
-        const int sx = source.left();
-        CheckerboardRow({shown.r.row(sy) + sx, shown.g.row(sy) + sx, shown.b.row(sy) + sx,
-                         shown.a.row(sy) + sx},
-                        sx, sy, source.width(),
-                        reinterpret_cast<std::uint32_t*>(picture_.scanLine(y)));
-    }
+        frames.empty()
+            ? composite_
+            : onion_.blend(composite_.r, composite_.g, composite_.b, &composite_.a, frames, source);
+    LayersToImage(shown, source, picture_);
     painter.drawImage(target, picture_);
 }
 

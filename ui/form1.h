@@ -76,6 +76,9 @@ class Form1 : public QWidget {
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void tabletEvent(QTabletEvent* event) override;
+    // Enter and Esc go to the active tool while it has something pending,
+    // ahead of any menu shortcut on the same key.
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -85,8 +88,9 @@ class Form1 : public QWidget {
     double scale() const;
     void press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at, double pressure,
                bool tablet);
-    void drag(QPointF at, double pressure, bool tablet);
-    void release(QPointF at);
+    // Moves and the release carry the keys held then (Shift constrains a shape).
+    void drag(QPointF at, Qt::KeyboardModifiers modifiers, double pressure, bool tablet);
+    void release(QPointF at, Qt::KeyboardModifiers modifiers);
     // Sends the event to a listening plug-in; false when none listens.
     bool forward(int kind, int button, Qt::KeyboardModifiers modifiers, QPointF at,
                  double pressure);

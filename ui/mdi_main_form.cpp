@@ -42,6 +42,7 @@
 #include "ui/swap_image_view.h"
 #include "ui/tool_options_panel.h"
 #include "ui/tool_panel.h"
+#include "ui/transform_tools.h"
 
 namespace wib {
 
@@ -88,6 +89,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
         brushPanel_ = new BrushOptions(*paint_, this);
         paperPanel_ = new Paper_Panel(*paint_, this);
         toolOptions_ = new ToolOptionsPanel(*paint_, this);
+        InstallTransformTools({*paint_, *canvas_}, *toolOptions_);
         addDockWidget(Qt::RightDockWidgetArea, toolOptions_);
         addDockWidget(Qt::RightDockWidgetArea, brushPanel_);
         tabifyDockWidget(brushPanel_, paperPanel_);
@@ -138,6 +140,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
 
 MDI_MainForm::~MDI_MainForm() {
     commands_.setDialog(nullptr);
+    if (paint_ != nullptr) {
+        RemoveTransformTools(paint_->tools());
+    }
 }
 
 WindowActions MDI_MainForm::windowActions() {
@@ -486,9 +491,12 @@ bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_CapsLock) {
         updateEraseMode();
     }
-    // Space pans the canvas under the pointer wherever the keyboard is.
+    // Space pans the canvas under the pointer wherever the keyboard is, but
+    // for a field being typed in (the text tool's editor lies on the canvas).
+    const QWidget* focus = QApplication::focusWidget();
+    const bool typing = focus != nullptr && focus->testAttribute(Qt::WA_InputMethodEnabled);
     if ((event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && watched != canvas_ &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && watched != canvas_ && !typing &&
         canvas_->underMouse()) {
         QApplication::sendEvent(canvas_, event);
         return true;

@@ -2,6 +2,8 @@
 #include "ui/plane_image.h"
 
 #include "core/document.h"
+#include "core/layered_picture.h"
+#include "pixel/checkerboard.h"
 
 namespace wib {
 
@@ -26,6 +28,19 @@ void PlanesToImage(const Plane& red, const Plane& green, const Plane& blue, cons
         for (int x = 0; x < clipped.width(); ++x) {
             out[x] = qRgb(r[x], g[x], b[x]);
         }
+    }
+}
+
+void LayersToImage(const LayerPixels& composite, const QRect& area, QImage& image) {
+    if (image.size() != area.size() || image.format() != QImage::Format_RGB32) {
+        image = QImage(area.size(), QImage::Format_RGB32);
+    }
+    for (int y = 0; y < area.height(); ++y) {
+        const int sy = area.top() + y;
+        const int sx = area.left();
+        CheckerboardRow({composite.r.row(sy) + sx, composite.g.row(sy) + sx,
+                         composite.b.row(sy) + sx, composite.a.row(sy) + sx},
+                        sx, sy, area.width(), reinterpret_cast<std::uint32_t*>(image.scanLine(y)));
     }
 }
 

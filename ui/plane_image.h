@@ -9,6 +9,7 @@
 namespace wib {
 
 struct Document;
+struct LayerPixels;
 
 // The image part (no spare column or row) of the main buffer, within `area`,
 // as a 32-bit picture for drawing, written into `image`. The picture is made
@@ -18,5 +19,8 @@ void PlanesToImage(const Document& document, const QRect& area, QImage& image);
 // The same for any three planes of the document's shape (the swap image).
 void PlanesToImage(const Plane& r, const Plane& g, const Plane& b, const QRect& area,
                    QImage& image);
+// A layers' composite (straight colour and coverage) within `area`, over a
+// checkerboard fixed to the image so that it stays put as the view scrolls.
+void LayersToImage(const LayerPixels& composite, const QRect& area, QImage& image);
 
 }  // namespace wib

@@ -61,6 +61,10 @@ QCursor ToolPointer(ToolCursor cursor, double diameter) {
             return QCursor(Qt::SizeAllCursor);
         case ToolCursor::Hand:
             return QCursor(Qt::OpenHandCursor);
+        case ToolCursor::Move:
+            return QCursor(Qt::SizeAllCursor);
+        case ToolCursor::Text:
+            return QCursor(Qt::IBeamCursor);
         case ToolCursor::Crosshair:
             break;
     }

@@ -123,6 +123,49 @@ void DrawHand(QPainter& p) {
     }
 }
 
+// Four arrows from the middle.
+void DrawMove(QPainter& p) {
+    p.setPen(QPen(Qt::black, 1.5));
+    p.drawLine(QPointF(12, 3), QPointF(12, 21));
+    p.drawLine(QPointF(3, 12), QPointF(21, 12));
+    p.setPen(Qt::NoPen);
+    p.setBrush(Qt::black);
+    p.drawPolygon(QPolygonF({QPointF(12, 1), QPointF(9, 5), QPointF(15, 5)}));
+    p.drawPolygon(QPolygonF({QPointF(12, 23), QPointF(9, 19), QPointF(15, 19)}));
+    p.drawPolygon(QPolygonF({QPointF(1, 12), QPointF(5, 9), QPointF(5, 15)}));
+    p.drawPolygon(QPolygonF({QPointF(23, 12), QPointF(19, 9), QPointF(19, 15)}));
+}
+
+// A turned box with square handles at its corners.
+void DrawTransform(QPainter& p) {
+    const QPolygonF box({QPointF(9, 3), QPointF(21, 9), QPointF(15, 21), QPointF(3, 15)});
+    p.setPen(QPen(Qt::black, 1.2, Qt::DashLine));
+    p.setBrush(Qt::NoBrush);
+    p.drawPolygon(box);
+    p.setPen(QPen(Qt::black, 1));
+    p.setBrush(Qt::white);
+    for (const QPointF& corner : box) {
+        p.drawRect(QRectF(corner - QPointF(2, 2), QSizeF(4, 4)));
+    }
+}
+
+// Two crossed corner brackets.
+void DrawCrop(QPainter& p) {
+    p.setPen(QPen(Qt::black, 2));
+    p.setBrush(Qt::NoBrush);
+    p.drawPolyline(QPolygonF({QPointF(7, 2), QPointF(7, 17), QPointF(22, 17)}));
+    p.drawPolyline(QPolygonF({QPointF(2, 7), QPointF(17, 7), QPointF(17, 22)}));
+}
+
+void DrawText(QPainter& p) {
+    QFont font = p.font();
+    font.setPixelSize(20);
+    font.setBold(true);
+    p.setFont(font);
+    p.setPen(Qt::black);
+    p.drawText(QRectF(0, 0, kSide, kSide), Qt::AlignCenter, QStringLiteral("T"));
+}
+
 }  // namespace
 
 QIcon ToolIcon(ToolId tool) {
@@ -170,6 +213,18 @@ QIcon ToolIcon(ToolId tool) {
             break;
         case ToolId::Hand:
             DrawHand(p);
+            break;
+        case ToolId::Move:
+            DrawMove(p);
+            break;
+        case ToolId::Transform:
+            DrawTransform(p);
+            break;
+        case ToolId::Crop:
+            DrawCrop(p);
+            break;
+        case ToolId::Text:
+            DrawText(p);
             break;
     }
     p.end();

@@ -4,12 +4,15 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
+#include <QFontComboBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <algorithm>
 
+#include "core/workspace.h"
 #include "paint/paint_session.h"
 
 namespace wib {
@@ -17,6 +20,7 @@ namespace wib {
 namespace {
 
 constexpr int kLargestBrush = 500;
+constexpr int kLargestText = 1000;
 
 }  // namespace
 
@@ -60,6 +64,14 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
               {tr("Point"), tr("3 x 3 average"), tr("5 x 5 average")}, {1, 3, 5});
     addCheck(picker, tr("Sample all layers"), &ToolOptions::pickerComposite);
 
+    addChoice(page("TransformOptions"), tr("Sampling"), &ToolOptions::sampling,
+              {tr("Bilinear"), tr("Bicubic")}, {0, 1});
+
+    QFormLayout* text = page("TextOptions");
+    addFont(text);
+    addSpin(text, tr("Size"), &ToolOptions::textSize, 1, kLargestText);
+    addCheck(text, tr("Anti-aliased"), &ToolOptions::textAntialias);
+
     setWidget(pages_);
     showModel();
 }
@@ -68,12 +80,17 @@ ToolOptions& ToolOptionsPanel::options() {
     return session_.state().toolOptions;
 }
 
+void ToolOptionsPanel::changed() {
+    session_.workspace().events.paintOptionsChanged.notify();
+}
+
 QFormLayout* ToolOptionsPanel::page(const char* name) {
     auto* body = new QWidget(pages_);
     body->setObjectName(name);
     auto* form = new QFormLayout(body);
     form->setContentsMargins(6, 6, 6, 6);
     pageIndex_[name] = pages_->addWidget(body);
+    forms_[name] = form;
     return form;
 }
 
@@ -98,6 +115,7 @@ void ToolOptionsPanel::addCheck(QFormLayout* form, const QString& label,
     connect(box, &QCheckBox::toggled, this, [this, option](bool on) {
         if (!showing_) {
             options().*option = on;
+            changed();
         }
     });
     show_.push_back([this, box, option] { box->setChecked(options().*option); });
@@ -111,6 +129,7 @@ void ToolOptionsPanel::addSpin(QFormLayout* form, const QString& label, int Tool
     connect(spin, &QSpinBox::valueChanged, this, [this, option](int value) {
         if (!showing_) {
             options().*option = value;
+            changed();
         }
     });
     show_.push_back([this, spin, option] { spin->setValue(options().*option); });
@@ -124,6 +143,7 @@ void ToolOptionsPanel::addFeather(QFormLayout* form) {
     connect(spin, &QDoubleSpinBox::valueChanged, this, [this](double value) {
         if (!showing_) {
             options().feather = value;
+            changed();
         }
     });
     show_.push_back([this, spin] { spin->setValue(options().feather); });
@@ -137,12 +157,35 @@ void ToolOptionsPanel::addChoice(QFormLayout* form, const QString& label, int To
     connect(list, &QComboBox::currentIndexChanged, this, [this, option, values](int index) {
         if (!showing_ && index >= 0) {
             options().*option = values[static_cast<std::size_t>(index)];
+            changed();
         }
     });
     show_.push_back([this, list, option, values] {
         const auto at = std::find(values.begin(), values.end(), options().*option);
         list->setCurrentIndex(at == values.end() ? 0 : static_cast<int>(at - values.begin()));
     });
+}
+
+void ToolOptionsPanel::addFont(QFormLayout* form) {
+    auto* fonts = new QFontComboBox(form->parentWidget());
+    form->addRow(tr("Font"), fonts);
+    connect(fonts, &QFontComboBox::currentFontChanged, this, [this](const QFont& font) {
+        if (!showing_) {
+            options().textFont = font.family().toStdString();
+            changed();
+        }
+    });
+    show_.push_back([this, fonts] {
+        fonts->setCurrentFont(QFont(QString::fromStdString(options().textFont)));
+    });
+}
+
+void ToolOptionsPanel::addButton(const char* page, const QString& caption,
+                                 std::function<void()> pressed) {
+    QFormLayout* form = forms_.at(page);
+    auto* button = new QPushButton(caption, form->parentWidget());
+    form->addRow(button);
+    connect(button, &QPushButton::clicked, this, std::move(pressed));
 }
 
 void ToolOptionsPanel::addMode(QFormLayout* form) {

@@ -20,13 +20,16 @@ class PaintSession;
 // The "Tool options" panel: the options of the active tool (brush size for
 // painting tools; mode, feather and anti-aliasing for selections; tolerance,
 // contiguous and connectivity for fill and the wand; shape and dither for the
-// gradient; filled for shapes; the sample for the eyedropper).
+// gradient; filled for shapes; the sample for the eyedropper; sampling and
+// flips for the transform; font, size and anti-aliasing for text).
 class ToolOptionsPanel : public QDockWidget {
     Q_OBJECT
   public:
     explicit ToolOptionsPanel(PaintSession& session, QWidget* parent = nullptr);
     // Shows the active tool's page with the model's values.
     void showModel();
+    // A button on the page named `page` that acts on the tool (a flip).
+    void addButton(const char* page, const QString& caption, std::function<void()> pressed);
 
   private:
     QFormLayout* page(const char* name);
@@ -40,11 +43,16 @@ class ToolOptionsPanel : public QDockWidget {
     void addChoice(QFormLayout* form, const QString& label, int ToolOptions::*option,
                    const QStringList& captions, std::vector<int> values);
     void addMode(QFormLayout* form);
+    void addFont(QFormLayout* form);
     ToolOptions& options();
+    // Tells the tools that show their options live (a transform's sampling,
+    // the text editor's font) that an option changed.
+    void changed();
 
     PaintSession& session_;
     QStackedWidget* pages_;
     std::map<std::string, int> pageIndex_;
+    std::map<std::string, QFormLayout*> forms_;
     std::vector<std::function<void()>> show_;
     bool showing_ = false;  // true while fields are set from the model
 };

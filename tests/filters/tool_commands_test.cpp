@@ -46,14 +46,15 @@ class ToolCommands : public ::testing::Test {
     static ToolInput At(float x, float y, ToolModifiers keys = {}) {
         return {x, y, 1, keys, 1, false};
     }
-    // Press at `from`, drag half-way, release at `to` (image pixels).
+    // Press at `from`, drag half-way, release at `to` (image pixels), with
+    // `keys` held at the press and `held` on the move and the release.
     void drag(ToolId id, std::array<float, 2> from, std::array<float, 2> to,
-              ToolModifiers keys = {}) {
+              ToolModifiers keys = {}, ToolModifiers held = {}) {
         session.tools().choose(id);
         Tool& tool = session.tools().forPress(keys);
         tool.press(At(from[0] * 2, from[1] * 2, keys));
-        tool.drag(At(from[0] + to[0], from[1] + to[1]));
-        tool.release(At(to[0] * 2, to[1] * 2));
+        tool.drag(At(from[0] + to[0], from[1] + to[1], held));
+        tool.release(At(to[0] * 2, to[1] * 2, held));
     }
     void run(const std::string& id, const Values& values) {
         const CommandOutcome outcome = registry.run(host.workspace, id, values);
@@ -209,6 +210,45 @@ TEST_F(ToolCommands, FillGradientAndShapesRunTheirCommands) {
             drag(ToolId::Line, {1, 28}, {38, 2});
         },
         "draw.line", {{"x0", 1LL}, {"y0", 28LL}, {"x1", 38LL}, {"y1", 2LL}});
+}
+
+TEST_F(ToolCommands, ShiftWhileDraggingKeepsLinesToEighthTurnsAndBoxesSquare) {
+    const ToolModifiers shift{true, false, false};
+    // 3 down over 15 across is within 22.5 degrees of the horizontal.
+    expectSame(
+        [&] {
+            drag(ToolId::Line, {5, 5}, {20, 8}, {}, shift);
+        },
+        "draw.line", {{"x0", 5LL}, {"y0", 5LL}, {"x1", 20LL}, {"y1", 5LL}});
+    expectSame(
+        [&] {
+            drag(ToolId::Line, {5, 5}, {7, 25}, {}, shift);
+        },
+        "draw.line", {{"x0", 5LL}, {"y0", 5LL}, {"x1", 5LL}, {"y1", 25LL}});
+    // Up and to the right, nearer the diagonal: the longer side counts.
+    expectSame(
+        [&] {
+            drag(ToolId::Line, {5, 25}, {16, 15}, {}, shift);
+        },
+        "draw.line", {{"x0", 5LL}, {"y0", 25LL}, {"x1", 16LL}, {"y1", 14LL}});
+    expectSame(
+        [&] {
+            drag(ToolId::Rectangle, {4, 4}, {20, 10}, {}, shift);
+        },
+        "draw.rectangle", {{"x0", 4LL}, {"y0", 4LL}, {"x1", 20LL}, {"y1", 20LL}});
+    // Dragged up and to the left: the square grows that way.
+    expectSame(
+        [&] {
+            drag(ToolId::SelectEllipse, {30, 25}, {22, 20}, {}, shift);
+        },
+        "select.ellipse", {{"x", 22LL}, {"y", 17LL}, {"width", 8LL}, {"height", 8LL}});
+    // Shift at the press still adds; held on, it also squares the box.
+    run("select.rectangle", {{"x", 0LL}, {"y", 0LL}, {"width", 2LL}, {"height", 2LL}});
+    drag(ToolId::SelectRectangle, {10, 10}, {16, 13}, shift, shift);
+    EXPECT_EQ(doc().ABuffer.at(0, 0), 255) << "added to, not replaced";
+    EXPECT_EQ(doc().ABuffer.at(15, 15), 255);
+    EXPECT_EQ(doc().ABuffer.at(15, 16), 0);
+    EXPECT_EQ(doc().ABuffer.at(16, 15), 0);
 }
 
 TEST_F(ToolCommands, AGradientDragShowsItsLineUntilReleased) {

@@ -13,6 +13,7 @@
 
 #include "core/document_commands.h"
 #include "filters/selection_commands.h"
+#include "filters/transform_commands.h"
 #include "paint/paint_commands.h"
 #include "paint/paint_session.h"
 #include "tests/support/scratch_paths.h"
@@ -33,6 +34,7 @@ class ToolBoxWindow : public ::testing::Test {
         RegisterDocumentCommands(commands);
         RegisterSelectionCommands(commands);
         RegisterPaintCommands(commands, paint);
+        RegisterTransformCommands(commands);
         form.createToolPanel();
         form.documentResized();  // the canvas was made before the document
     }
@@ -50,6 +52,15 @@ class ToolBoxWindow : public ::testing::Test {
     QString optionsPage() {
         auto* pages = form.findChild<ToolOptionsPanel*>()->findChild<QStackedWidget*>();
         return pages->currentWidget()->objectName();
+    }
+    void key(Qt::Key which) {
+        // As the window delivers it: the override first, which decides whether
+        // a menu shortcut on the same key gets it instead.
+        QKeyEvent override(QEvent::ShortcutOverride, which, Qt::NoModifier);
+        QApplication::sendEvent(form.canvas(), &override);
+        ASSERT_TRUE(override.isAccepted()) << "the tool, not a menu, takes the key";
+        QKeyEvent press(QEvent::KeyPress, which, Qt::NoModifier);
+        QApplication::sendEvent(form.canvas(), &press);
     }
     testing::TestHost host;
     CommandRegistry commands;
@@ -143,6 +154,45 @@ TEST_F(ToolBoxWindow, SpaceDragAsksTheViewToScrollWithAnyTool) {
     QApplication::sendEvent(form.canvas(), &up);
     EXPECT_EQ(pans, (std::vector<QPoint>{{8, 5}, {8, 5}})) << "the image follows the pointer";
     EXPECT_EQ(host.workspace.document.RBuffer.at(30, 25), 255) << "nothing painted";
+}
+
+TEST_F(ToolBoxWindow, TheTransformToolPreviewsThenEnterAppliesAndEscCancels) {
+    Document& doc = host.workspace.document;
+    doc.RBuffer.at(12, 12) = 0;
+    ASSERT_EQ(commands
+                  .run(host.workspace, "select.rectangle",
+                       {{"x", 10LL}, {"y", 10LL}, {"width", 6LL}, {"height", 6LL}})
+                  .status,
+              CommandOutcome::Status::Done);
+    QToolButton* button = form.toolPanel()->button(ToolId::Transform);
+    ASSERT_NE(button, nullptr);
+    EXPECT_TRUE(button->toolTip().endsWith("(Ctrl+T)")) << button->toolTip().toStdString();
+    button->click();
+    EXPECT_EQ(optionsPage(), "TransformOptions");
+
+    // Inside the outline a drag moves; Esc drops it.
+    dragOnCanvas(QPointF(13, 13), QPointF(33, 23));
+    EXPECT_FALSE(form.canvas()->preview().isNull());
+    EXPECT_EQ(doc.RBuffer.at(12, 12), 0) << "only the preview has moved";
+    key(Qt::Key_Escape);
+    EXPECT_TRUE(form.canvas()->preview().isNull());
+    EXPECT_EQ(doc.RBuffer.at(12, 12), 0);
+    EXPECT_EQ(doc.RBuffer.at(32, 22), 255);
+
+    dragOnCanvas(QPointF(13, 13), QPointF(33, 23));
+    key(Qt::Key_Return);
+    EXPECT_TRUE(form.canvas()->preview().isNull());
+    EXPECT_EQ(doc.RBuffer.at(32, 22), 0) << "moved by (20, 10)";
+    EXPECT_EQ(doc.ABuffer.at(32, 22), 255);
+
+    // Choosing another tool applies a transform still in progress.
+    dragOnCanvas(QPointF(33, 23), QPointF(35, 23));
+    form.toolPanel()->button(ToolId::Brush)->click();
+    EXPECT_TRUE(form.canvas()->preview().isNull());
+    EXPECT_EQ(doc.RBuffer.at(34, 22), 0);
+    QKeyEvent idle(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(form.canvas(), &idle);
+    EXPECT_FALSE(idle.isAccepted()) << "with nothing pending, Esc stays the menu's";
 }
 
 TEST(MatteOverlay, UnselectedPixelsGetTheRedVeilSelectedOnesNone) {
