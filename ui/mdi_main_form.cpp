@@ -80,6 +80,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     scroll_->viewport()->installEventFilter(this);
     setCentralWidget(scroll_);
 
+    // The panels on the right, several sharing the side, run the full
+    // height; the bottom ones take the width beside them.
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     log_ = new ErrorConsoleForm(this);
     addDockWidget(Qt::BottomDockWidgetArea, log_);
 

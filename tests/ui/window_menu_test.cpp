@@ -9,6 +9,7 @@
 #include <QDockWidget>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollArea>
 #include <filesystem>
 #include <memory>
 
@@ -129,6 +130,18 @@ TEST_F(WindowMenu, TheNextSessionOpensTheDocksAsTheLastLeftThem) {
     openWindow();
     EXPECT_FALSE(dock("BrushKeysPanel")->isHidden());
     EXPECT_TRUE(dock("TimelineForm")->isHidden());
+}
+
+TEST_F(WindowMenu, WithEveryDockOpenTheLayerListStillShowsFourRows) {
+    form->resize(1400, 950);
+    QApplication::processEvents();
+    QApplication::processEvents();
+    ASSERT_FALSE(dock("BrushKeysPanel")->isHidden());
+    const auto* list = form->findChild<QScrollArea*>("LayerList");
+    const auto* row = form->findChild<QWidget*>("LayerRow");
+    ASSERT_NE(list, nullptr);
+    ASSERT_NE(row, nullptr);
+    EXPECT_GE(list->viewport()->height(), 4 * row->height());
 }
 
 }  // namespace
