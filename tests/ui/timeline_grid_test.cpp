@@ -11,6 +11,7 @@
 
 #include "anim/frame_store.h"
 #include "tests/support/test_host.h"
+#include "ui/frame_thumbnail.h"
 #include "ui/timeline_grid.h"
 
 namespace wib {
@@ -105,6 +106,21 @@ TEST_F(TimelineGridTest, DraggingTheSelectionMovesIt) {
     EXPECT_EQ(std::get<long long>(move.second.at("last")), 1);
     EXPECT_EQ(std::get<long long>(move.second.at("to")), 1);
     EXPECT_EQ(grid.selection(), std::make_pair(1, 2)) << "the selection follows the frames";
+}
+
+TEST(FrameThumbnail, APictureOfAnotherShapeLeavesClearMargins) {
+    // A 4 x 1 picture in 8 x 8: drawn 8 x 2 from row 3, one sample per pixel.
+    const std::uint8_t r[] = {10, 20, 30, 40};
+    const std::uint8_t g[] = {1, 2, 3, 4};
+    const std::uint8_t b[] = {5, 6, 7, 8};
+    const QImage image = Thumbnail({r, g, b, nullptr, 4, 4, 1}, 8, 8);
+    ASSERT_EQ(image.size(), QSize(8, 8));
+    for (const int y : {0, 2, 5, 7}) {
+        EXPECT_EQ(qAlpha(image.pixel(0, y)), 0) << "row " << y;
+    }
+    EXPECT_EQ(image.pixel(0, 3), qRgb(10, 1, 5));
+    EXPECT_EQ(image.pixel(3, 4), qRgb(20, 2, 6));
+    EXPECT_EQ(image.pixel(7, 3), qRgb(40, 4, 8));
 }
 
 }  // namespace
