@@ -28,7 +28,9 @@ void FrameStore::InsertFrame(int index) {
     frameCount_ += 1;
     currentFrame_ = index + 1;
     // The copy is a frame of its own, held as long as the one it doubles.
+    const std::vector<std::uint32_t> before = ids_;
     ids_.insert(ids_.begin() + index + 1, nextId_++);
+    followPins(before);
     exposures_.insert(exposures_.begin() + index + 1, exposures_[static_cast<std::size_t>(index)]);
     LayersFrameInserted(workspace_, index);
     LoadCurrentFrame();
@@ -50,7 +52,9 @@ void FrameStore::DeleteFrame(int index) {
     resizeFrames(frameCount_ - 1);
     frameCount_ -= 1;
     currentFrame_ = std::min(currentFrame_, frameCount_ - 1);
+    const std::vector<std::uint32_t> before = ids_;
     ids_.erase(ids_.begin() + index);
+    followPins(before);
     exposures_.erase(exposures_.begin() + index);
     LayersFrameDeleted(workspace_, index);
     LoadCurrentFrame();

@@ -9,6 +9,7 @@
 
 #include "anim/brush_keyframer.h"
 #include "anim/frame_array.h"
+#include "anim/frame_pins.h"
 #include "anim/frame_rate.h"
 #include "anim/frame_transfer.h"
 #include "anim/playback.h"
@@ -220,6 +221,9 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     TimelineRecord timelineRecord() const;
     // Gives made frames fresh ids and exposures of 1.
     void resetTimeline();
+    // After the frames' ids changed from `before`: the light table's pins
+    // move with their frames.
+    void followPins(const std::vector<std::uint32_t>& before);
     // first..last clamped into the frames and put in order.
     std::pair<int, int> clampRange(int first, int last) const;
     // Bytes the three arrays hold now.
@@ -256,6 +260,7 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     std::vector<std::int32_t> exposures_;
     std::uint32_t nextId_ = 1;
     TimelineHistory history_;
+    FramePins pins_;
     std::vector<LooseFrame> clipboard_;
     std::size_t clipboardLayers_ = 0;
     PlayRange playRange_;

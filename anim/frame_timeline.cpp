@@ -7,6 +7,7 @@
 #include <cstring>
 #include <new>
 #include <unordered_map>
+#include <utility>
 
 #include "anim/frame_store.h"
 #include "core/layer_edit.h"
@@ -41,14 +42,22 @@ void FrameStore::setExposures(const std::vector<std::int32_t>& ticks) {
 }
 
 void FrameStore::resetTimeline() {
+    const std::vector<std::uint32_t> before = std::move(ids_);
     ids_.clear();
     exposures_.assign(static_cast<std::size_t>(frameCount_), 1);
     for (int f = 0; f < frameCount_; ++f) {
         ids_.push_back(nextId_++);
     }
     history_.retired.clear();
+    followPins(before);
     playRange_.in = 0;
     playRange_.out = -1;
+}
+
+void FrameStore::followPins(const std::vector<std::uint32_t>& before) {
+    std::vector<int>& pinned = workspace_.view.onion.pinned;
+    pinned = pins_.follow(pinned, before, ids_,
+                          [this](std::uint32_t id) { return history_.retired.contains(id); });
 }
 
 std::pair<int, int> FrameStore::clampRange(int first, int last) const {
@@ -122,10 +131,11 @@ bool FrameStore::rebuildFrames(const std::vector<FrameSource>& sources, int curr
     animB_ = std::move(b);
     frameCount_ = count;
     currentFrame_ = std::clamp(current, 0, count - 1);
-    ids_ = std::move(ids);
+    const std::vector<std::uint32_t> before = std::exchange(ids_, std::move(ids));
     exposures_ = std::move(exposures);
     LayersFramesMapped(workspace_, layerSources, given);
     history_.prune();
+    followPins(before);
     LoadCurrentFrame();
     LayersEnteredFrame(workspace_, currentFrame_);
     showChanges();

@@ -20,7 +20,9 @@ void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
     mainForm.canvas()->setFrames(&store);
     panel->show();
     auto* timeline = new TimelineForm(store, commands, &mainForm);
-    mainForm.addDockWidget(Qt::BottomDockWidgetArea, timeline);
+    // Below the log and the playback controls, across the window: the frames
+    // need the width.
+    mainForm.addDockWidget(Qt::BottomDockWidgetArea, timeline, Qt::Vertical);
     timeline->show();
     auto* keys = new BrushKeysPanel(store, commands, &mainForm);
     mainForm.addDockWidget(Qt::RightDockWidgetArea, keys);

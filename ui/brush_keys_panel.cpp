@@ -23,7 +23,9 @@ class CurveView : public QWidget {
   public:
     CurveView(const FrameStore& store, BrushKey key, QWidget* parent)
         : QWidget(parent), store_(store), key_(key) {
-        setMinimumSize(180, 44);
+        // As low as the row's buttons, so that the panel leaves room to the
+        // panels beside it; it grows with the dock.
+        setMinimumSize(180, 28);
     }
 
   protected:

@@ -19,7 +19,7 @@ ThumbnailSource SourceOf(const Plane& r, const Plane& g, const Plane& b, const P
 }  // namespace
 
 QImage Thumbnail(const ThumbnailSource& source, int width, int height) {
-    QImage image(width, height, QImage::Format_RGB32);
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
     if (source.width <= 0 || source.height <= 0) {
         image.fill(Qt::gray);
         return image;
@@ -31,7 +31,8 @@ QImage Thumbnail(const ThumbnailSource& source, int width, int height) {
     const int shownH = std::max(1, static_cast<int>(source.height * scale));
     const int left = (width - shownW) / 2;
     const int top = (height - shownH) / 2;
-    image.fill(QColor(90, 90, 90));
+    // The margins the picture's shape leaves are clear: the cell shows there.
+    image.fill(Qt::transparent);
     for (int y = 0; y < shownH; ++y) {
         const auto sy =
             static_cast<std::size_t>(std::min(source.height - 1, static_cast<int>(y / scale)));

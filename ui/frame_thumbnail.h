@@ -23,7 +23,8 @@ struct ThumbnailSource {
 };
 
 // A small picture of `source` fitted into width x height, one sample per
-// thumbnail pixel, over a light checkerboard where not opaque.
+// thumbnail pixel, over a light checkerboard where not opaque; clear where
+// the picture's shape leaves a margin.
 QImage Thumbnail(const ThumbnailSource& source, int width, int height);
 
 // Layer `layer`'s pixels in frame `frame` of the animation as a thumbnail:

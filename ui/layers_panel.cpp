@@ -28,6 +28,8 @@ namespace {
 // Long enough that a stroke's redraws only restart the wait, short enough to
 // look immediate once the pen lifts.
 constexpr int kThumbnailDelayMs = 250;
+// Rows the list shows however many panels share the side with it.
+constexpr int kMinimumRows = 4;
 
 struct Button {
     const char* name;
@@ -92,6 +94,8 @@ Layers_panel::Layers_panel(Workspace& workspace, const CommandRegistry& commands
     rows->setSpacing(1);
     rows->addStretch();
     scroll_->setWidget(list_);
+    const int rowHeight = LayerListRow(nullptr).sizeHint().height() + rows->spacing();
+    scroll_->setMinimumHeight(kMinimumRows * rowHeight + 2 * scroll_->frameWidth());
     column->addWidget(scroll_, 1);
     dropMark_ = new QFrame(list_);
     dropMark_->setFrameShape(QFrame::HLine);

@@ -81,6 +81,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     scroll_->viewport()->installEventFilter(this);
     setCentralWidget(scroll_);
 
+    // The panels on the right, several sharing the side, run the full
+    // height; the bottom ones take the width beside them.
+    setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
     log_ = new ErrorConsoleForm(this);
     addDockWidget(Qt::BottomDockWidgetArea, log_);
 
@@ -149,8 +152,7 @@ WindowActions MDI_MainForm::windowActions() {
     return {[this] { zoomIn(); },
             [this] { zoomOut(); },
             [this] { zoomActual(); },
-            [this] { log_->setVisible(!log_->isVisible()); },
-            [this] { layers_->setVisible(!layers_->isVisible()); },
+            [this](const std::string& dock) { toggleDock(QString::fromStdString(dock)); },
             [this] { close(); },
             [this] { openPluginFolder(); },
             [this] { showRunningPlugins(); },
@@ -275,6 +277,9 @@ void MDI_MainForm::buildMenus() {
         if (name == "View") {
             addViewMenuStates(menu);
         }
+        if (name == "Window") {
+            addWindowMenuStates(menu);
+        }
     }
 }
 
@@ -302,6 +307,43 @@ void MDI_MainForm::addViewMenuStates(QMenu* menu) {
                 [this, action] { action->setChecked(workspace_.view.onion.shown); });
         }
     }
+}
+
+QDockWidget* MDI_MainForm::dock(const QString& name) const {
+    return findChild<QDockWidget*>(name, Qt::FindDirectChildrenOnly);
+}
+
+// A dock tabbed behind another is open, not hidden: closing it is what its
+// entry does then.
+void MDI_MainForm::toggleDock(const QString& name) {
+    QDockWidget* widget = dock(name);
+    if (widget == nullptr) {
+        return;
+    }
+    if (widget->isHidden()) {
+        widget->show();
+        widget->raise();
+    } else {
+        widget->close();
+    }
+}
+
+// Each dock's entry is ticked while the dock is open, however it was opened
+// or closed.
+void MDI_MainForm::addWindowMenuStates(QMenu* menu) {
+    const auto show = [this, menu] {
+        for (const DockCommand& command : DockCommands()) {
+            QAction* action = menu->findChild<QAction*>(QString::fromLatin1(command.id));
+            if (action == nullptr) {
+                continue;
+            }
+            const QDockWidget* widget = dock(QString::fromLatin1(command.dock));
+            action->setCheckable(true);
+            action->setChecked(widget != nullptr && !widget->isHidden());
+        }
+    };
+    show();
+    connect(menu, &QMenu::aboutToShow, this, show);
 }
 
 void MDI_MainForm::addEditMenuStates(QMenu* menu) {

@@ -14,6 +14,7 @@
 #include "ui/command_dialogs.h"
 #include "ui/window_commands.h"
 
+class QDockWidget;
 class QMenu;
 class QScrollArea;
 
@@ -124,6 +125,9 @@ class MDI_MainForm : public QMainWindow, public View {
     void menusChanged();
     void addEditMenuStates(QMenu* menu);
     void addViewMenuStates(QMenu* menu);
+    void addWindowMenuStates(QMenu* menu);
+    QDockWidget* dock(const QString& name) const;
+    void toggleDock(const QString& name);
     void addPluginMenus(QMenu* menu);
     void openPluginFolder();
     void showRunningPlugins();

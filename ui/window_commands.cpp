@@ -1,10 +1,32 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/window_commands.h"
 
+#include <array>
+
 #include "core/commands.h"
 #include "core/workspace.h"
 
 namespace wib {
+
+namespace {
+
+constexpr std::array<DockCommand, 9> kDockCommands{{
+    {"window.log", "&Log", "Ctrl+L", "ErrorConsoleForm"},
+    {"window.layers", "La&yers", "F7", "Layers_panel"},
+    {"window.brush_keys", "Brush &keys", "F8", "BrushKeysPanel"},
+    {"window.tools", "&Tools", "", "Tool_Panel"},
+    {"window.tool_options", "Tool &options", "", "Tool_Options"},
+    {"window.brush", "&Brush", "", "BrushOptions"},
+    {"window.paper", "P&aper", "", "Paper_Panel"},
+    {"window.playback", "&Playback", "", "PlaybackPanel"},
+    {"window.timeline", "Ti&meline", "", "TimelineForm"},
+}};
+
+}  // namespace
+
+std::span<const DockCommand> DockCommands() {
+    return kDockCommands;
+}
 
 void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& actions) {
     using Action = std::function<void()> WindowActions::*;
@@ -32,8 +54,19 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
                       workspace.host.view.refresh();
                       return true;
                   }});
-    add("window.log", "&Log", "Window", "Ctrl+L", &WindowActions::toggleLog);
-    add("window.layers", "La&yers", "Window", "F7", &WindowActions::toggleLayers);
+    for (const DockCommand& dock : kDockCommands) {
+        registry.add({dock.id,
+                      dock.caption,
+                      "Window",
+                      dock.shortcut,
+                      {},
+                      [&actions, name = std::string(dock.dock)](Workspace&, const ParamValues&) {
+                          if (actions.toggleDock) {
+                              actions.toggleDock(name);
+                          }
+                          return true;
+                      }});
+    }
     add("file.exit", "E&xit", "File", "Ctrl+Q", &WindowActions::exit);
     add("plugins.open_folder", "Open plug-in &folder", "Plug-ins", "",
         &WindowActions::openPluginFolder);

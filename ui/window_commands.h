@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <span>
+#include <string>
 
 namespace wib {
 
@@ -14,8 +16,8 @@ struct WindowActions {
     std::function<void()> zoomIn;
     std::function<void()> zoomOut;
     std::function<void()> zoomActual;
-    std::function<void()> toggleLog;
-    std::function<void()> toggleLayers;
+    // Shows the dock with that object name when it is closed, else closes it.
+    std::function<void(const std::string&)> toggleDock;
     std::function<void()> exit;
     std::function<void()> openPluginFolder;
     std::function<void()> showRunningPlugins;
@@ -24,7 +26,18 @@ struct WindowActions {
     std::function<void()> autosave;
 };
 
-// view.zoom_in, view.zoom_out, view.zoom_actual, window.log, window.layers, file.exit,
+// A Window menu entry that shows or closes one dock, ticked while it is open.
+struct DockCommand {
+    const char* id;
+    const char* caption;
+    const char* shortcut;
+    const char* dock;  // the dock's object name
+};
+
+// One entry for every dock the main frame can have.
+std::span<const DockCommand> DockCommands();
+
+// view.zoom_in, view.zoom_out, view.zoom_actual, the dock commands, file.exit,
 // plugins.open_folder, plugins.running, swap.show and file.autosave (a
 // recovery snapshot of the work, written at once).
 // `actions` must outlive the registry's use.

@@ -255,9 +255,9 @@ TEST(LayersPanelInWindow, HeightComesFromThePreferencesAndWindowTogglesIt) {
     form.SaveWindowPos();
     EXPECT_EQ(host.preferences.value("Sidebar", "Layers_Hight"), "333");
 
-    form.windowActions().toggleLayers();
+    form.windowActions().toggleDock("Layers_panel");
     EXPECT_FALSE(layers->isVisible());
-    form.windowActions().toggleLayers();
+    form.windowActions().toggleDock("Layers_panel");
     EXPECT_TRUE(layers->isVisible());
 }
 

@@ -15,6 +15,7 @@
 #include "anim/onion_commands.h"
 #include "core/commands.h"
 #include "tests/support/test_host.h"
+#include "ui/frame_thumbnail.h"
 #include "ui/timeline_form.h"
 #include "ui/timeline_grid.h"
 
@@ -127,6 +128,21 @@ TEST_F(TimelineGridTest, TheOnionSwitchTurnsTheOnionSkinAndFollowsItsCommand) {
     commands.run(host.workspace, "view.onion_toggle", {});
     EXPECT_FALSE(host.workspace.view.onion.shown);
     EXPECT_FALSE(onion->isChecked()) << "turned off from the menu or a plug-in";
+}
+
+TEST(FrameThumbnail, APictureOfAnotherShapeLeavesClearMargins) {
+    // A 4 x 1 picture in 8 x 8: drawn 8 x 2 from row 3, one sample per pixel.
+    const std::uint8_t r[] = {10, 20, 30, 40};
+    const std::uint8_t g[] = {1, 2, 3, 4};
+    const std::uint8_t b[] = {5, 6, 7, 8};
+    const QImage image = Thumbnail({r, g, b, nullptr, 4, 4, 1}, 8, 8);
+    ASSERT_EQ(image.size(), QSize(8, 8));
+    for (const int y : {0, 2, 5, 7}) {
+        EXPECT_EQ(qAlpha(image.pixel(0, y)), 0) << "row " << y;
+    }
+    EXPECT_EQ(image.pixel(0, 3), qRgb(10, 1, 5));
+    EXPECT_EQ(image.pixel(3, 4), qRgb(20, 2, 6));
+    EXPECT_EQ(image.pixel(7, 3), qRgb(40, 4, 8));
 }
 
 }  // namespace
