@@ -22,6 +22,7 @@ constexpr ToolEntry kTools[] = {
     {ToolId::Ellipse, "tool.ellipse", "Elli&pse", "Shift+R"},
     {ToolId::Zoom, "tool.zoom", "&Zoom", "Z"},
     {ToolId::Hand, "tool.hand", "&Hand", "H"},
+    {ToolId::SelectByColour, "tool.select_by_colour", "&Select by colour", "Shift+W"},
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <QPixmap>
 #include <QPolygonF>
+#include <iterator>
 
 namespace wib {
 
@@ -95,6 +96,18 @@ void DrawWand(QPainter& p) {
     }
 }
 
+// Three swatches, two of one colour picked out by dashed outlines.
+void DrawColourSelect(QPainter& p) {
+    const QColor picked(40, 120, 220);
+    const QRectF swatches[] = {{3, 3, 8, 8}, {13, 3, 8, 8}, {3, 13, 8, 8}, {13, 13, 8, 8}};
+    for (std::size_t i = 0; i < std::size(swatches); ++i) {
+        const bool same = i == 0 || i == 3;
+        p.setPen(QPen(Qt::black, 1, same ? Qt::DashLine : Qt::SolidLine));
+        p.setBrush(same ? picked : QColor(230, 170, 0));
+        p.drawRect(swatches[i]);
+    }
+}
+
 void DrawShape(QPainter& p, ToolId tool) {
     p.setPen(QPen(QColor(30, 30, 30), 2));
     p.setBrush(Qt::NoBrush);
@@ -170,6 +183,9 @@ QIcon ToolIcon(ToolId tool) {
             break;
         case ToolId::Hand:
             DrawHand(p);
+            break;
+        case ToolId::SelectByColour:
+            DrawColourSelect(p);
             break;
     }
     p.end();
