@@ -33,6 +33,7 @@
 #include "ui/command_toolbar.h"
 #include "ui/document_dialogs.h"
 #include "ui/error_console_form.h"
+#include "ui/fill_settings_form.h"
 #include "ui/filter_panels.h"
 #include "ui/focus_keeper.h"
 #include "ui/form1.h"
@@ -111,6 +112,12 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     // Below the brush and paper panels, sharing their side.
     layers_ = new Layers_panel(workspace_, commands_, this);
     addDockWidget(Qt::RightDockWidgetArea, layers_);
+    fillSettings_ = MakeFillSettingsPanel(workspace_, this);
+    addDockWidget(Qt::RightDockWidgetArea, fillSettings_);
+    if (paperPanel_ != nullptr) {
+        tabifyDockWidget(paperPanel_, fillSettings_);
+        brushPanel_->raise();
+    }
 
     SetDocumentDialogs(dialogs_, workspace_, paths_.dataDir / "Def_Res.txt", this);
     SetAnimationFileDialogs(dialogs_, this);
@@ -149,7 +156,8 @@ WindowActions MDI_MainForm::windowActions() {
             [this] { close(); },
             [this] { openPluginFolder(); },
             [this] { showRunningPlugins(); },
-            [this] { showSwapImage(); }};
+            [this] { showSwapImage(); },
+            [this] { toggleFillSettings(); }};
 }
 
 void MDI_MainForm::attachPlugins(PluginCommands& plugins, PluginLauncher& launcher,
@@ -182,6 +190,17 @@ void MDI_MainForm::showRunningPlugins() {
     }
     runningPlugins_->show();
     runningPlugins_->raise();
+}
+
+void MDI_MainForm::toggleFillSettings() {
+    // A panel behind another's tab counts as hidden: the toggle brings it
+    // forward rather than closing it.
+    if (fillSettings_->isVisible()) {
+        fillSettings_->hide();
+        return;
+    }
+    fillSettings_->show();
+    fillSettings_->raise();
 }
 
 void MDI_MainForm::showSwapImage() {
@@ -416,8 +435,14 @@ void MDI_MainForm::restoreLayersHeight() {
         }
     }
     const int rest = std::max(0, layers_->height() + others - static_cast<int>(height));
+    // The last one takes what rounding down left over, else the window would
+    // hand it to the layers panel.
+    int given = 0;
     for (qsizetype i = 1; i < docks.size(); ++i) {
-        sizes.append(std::max(1, rest * docks[i]->height() / std::max(1, others)));
+        const int share =
+            i + 1 == docks.size() ? rest - given : rest * docks[i]->height() / std::max(1, others);
+        sizes.append(std::max(1, share));
+        given += share;
     }
     resizeDocks(docks, sizes, Qt::Vertical);
 }

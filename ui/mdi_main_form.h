@@ -14,6 +14,7 @@
 #include "ui/command_dialogs.h"
 #include "ui/window_commands.h"
 
+class QDockWidget;
 class QMenu;
 class QScrollArea;
 
@@ -128,6 +129,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void openPluginFolder();
     void showRunningPlugins();
     void showSwapImage();
+    void toggleFillSettings();
     void rebuildRecentMenu();
     void setZoom(int percent);
     void restoreLayersHeight();
@@ -142,6 +144,7 @@ class MDI_MainForm : public QMainWindow, public View {
     Layers_panel* layers_;
     Tool_Panel* tools_ = nullptr;
     ToolOptionsPanel* toolOptions_ = nullptr;
+    QDockWidget* fillSettings_ = nullptr;
     PaintSession* paint_ = nullptr;
     BrushOptions* brushPanel_ = nullptr;
     Paper_Panel* paperPanel_ = nullptr;

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "paint/paint_session.h"
+#include "ui/fill_settings_form.h"
 
 namespace wib {
 
@@ -44,6 +45,9 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
     addSpin(fill, tr("Tolerance"), &ToolOptions::tolerance, 0, 255);
     addCheck(fill, tr("Contiguous"), &ToolOptions::contiguous);
     addCheck(fill, tr("8-connected"), &ToolOptions::eightConnected);
+    // The same settings as the "Fill settings" panel; it shows itself again
+    // whenever the paint options change.
+    fill->addRow(new FillSettingsForm(session_.workspace(), fill->parentWidget()));
 
     QFormLayout* gradient = page("GradientOptions");
     addChoice(gradient, tr("Shape"), &ToolOptions::gradientShape,
@@ -59,6 +63,10 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
     addChoice(picker, tr("Sample"), &ToolOptions::pickerSize,
               {tr("Point"), tr("3 x 3 average"), tr("5 x 5 average")}, {1, 3, 5});
     addCheck(picker, tr("Sample all layers"), &ToolOptions::pickerComposite);
+
+    QFormLayout* byColour = page("ColourSelectOptions");
+    addMode(byColour);
+    addSpin(byColour, tr("Tolerance"), &ToolOptions::tolerance, 0, 255);
 
     setWidget(pages_);
     showModel();

@@ -41,6 +41,7 @@ void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& acti
         &WindowActions::showRunningPlugins);
     add("swap.show", "&Show swap image...", "Image/Swap image", "", &WindowActions::showSwapImage);
     add("file.autosave", "Save recovery snapshot", "File", "", &WindowActions::autosave);
+    add("window.fill_settings", "&Fill settings", "Window", "", &WindowActions::toggleFillSettings);
 }
 
 }  // namespace wib

@@ -20,13 +20,14 @@ struct WindowActions {
     std::function<void()> openPluginFolder;
     std::function<void()> showRunningPlugins;
     std::function<void()> showSwapImage;
+    std::function<void()> toggleFillSettings;
     // Not the main frame's: the program's recovery snapshot, filled in by main().
     std::function<void()> autosave;
 };
 
 // view.zoom_in, view.zoom_out, view.zoom_actual, window.log, window.layers, file.exit,
-// plugins.open_folder, plugins.running, swap.show and file.autosave (a
-// recovery snapshot of the work, written at once).
+// plugins.open_folder, plugins.running, swap.show, file.autosave (a
+// recovery snapshot of the work, written at once) and window.fill_settings.
 // `actions` must outlive the registry's use.
 void RegisterWindowCommands(CommandRegistry& registry, const WindowActions& actions);
 
