@@ -9,6 +9,7 @@
 
 #include "core/brush_image.h"
 #include "core/document.h"
+#include "core/fill_settings.h"
 #include "core/frame_sequence.h"
 #include "core/general_table.h"
 #include "core/host/host_services.h"
@@ -43,6 +44,7 @@ class Workspace {
     InterfaceLock lock;
     UndoRing undo;
     ColourState colours;
+    FillSettings fill;
     // While Caps Lock is on, drawing erases.
     bool eraseMode = false;
     // The canvas's pointer shape (0 the arrow); long operations show the busy

@@ -1,35 +1,43 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "filters/fill_edit.h"
 
-#include <array>
 #include <cstring>
+#include <optional>
 
+#include "core/layer_composite.h"
 #include "core/workspace.h"
+#include "filters/fill_through.h"
 #include "pixel/flood_fill.h"
 #include "pixel/matte_ops.h"
+#include "pixel/matte_soften.h"
 #include "pixel/overlay.h"
 
 namespace wib {
 
 namespace {
 
-std::array<Plane*, 3> ColourPlanesOf(Document& doc) {
-    return {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
-}
-
 bool SelectionInForce(const Document& doc) {
     return doc.AlphaBitsFlag == 255;
 }
 
-// Lays the colour on the image weighted by `weight` (a matte of the image's shape).
-void FillThrough(Document& doc, const Plane& weight, PackedColour colour) {
-    const std::uint8_t channels[3] = {colour.r, colour.g, colour.b};
-    const auto planes = ColourPlanesOf(doc);
-    for (std::size_t c = 0; c < 3; ++c) {
-        for (int y = 0; y < doc.height; ++y) {
-            FillThroughMatteRow(planes[c]->row(y), weight.row(y), channels[c], doc.width);
-        }
+RgbPlanes PlanesOf(const Plane& r, const Plane& g, const Plane& b, const Document& doc) {
+    return {{r.data(), g.data(), b.data()}, r.stride(), doc.width, doc.height};
+}
+
+// Left to right across the region's bounding box, or where the last gradient
+// was laid (the region's box while there has been none).
+GradientStroke GradientFor(const Workspace& workspace, const Plane& region,
+                           FillGradientPlacement placement) {
+    const FillSettings& fill = workspace.fill;
+    if (placement == FillGradientPlacement::LastGradient && fill.lastGradient) {
+        return *fill.lastGradient;
     }
+    const Document& doc = workspace.document;
+    const AlphaBounds box = ComputeAlphaBounds(region, doc.width, doc.height);
+    return {.x0 = static_cast<double>(box.left),
+            .y0 = static_cast<double>(box.top),
+            .x1 = static_cast<double>(box.right),
+            .y1 = static_cast<double>(box.top)};
 }
 
 }  // namespace
@@ -37,22 +45,34 @@ void FillThrough(Document& doc, const Plane& weight, PackedColour colour) {
 void FloodFill(Workspace& workspace, const FloodFillRule& rule) {
     Document& doc = workspace.document;
     Plane region(doc.width, doc.height);
-    const RgbPlanes image{{doc.RBuffer.data(), doc.GBuffer.data(), doc.BBuffer.data()},
-                          doc.RBuffer.stride(),
-                          doc.width,
-                          doc.height};
+    std::optional<LayerPixels> composite;
+    if (rule.sample == FillSample::Composite) {
+        composite = CompositePicture(workspace);
+    }
+    const RgbPlanes image = composite ? PlanesOf(composite->r, composite->g, composite->b, doc)
+                                      : PlanesOf(doc.RBuffer, doc.GBuffer, doc.BBuffer, doc);
     const RegionRule regionRule{.tolerance = rule.tolerance,
                                 .contiguous = rule.contiguous,
                                 .eightConnected = rule.eightConnected};
     if (FindRegion(image, rule.x, rule.y, regionRule, region.data(), region.stride()) == 0) {
         return;
     }
+    FillPaint paint{.source = rule.source};
+    if (rule.source == FillSource::Gradient) {
+        paint.gradient = GradientFor(workspace, region, rule.gradient);
+    }
+    if (rule.antialias) {
+        Plane soft(doc.width, doc.height);
+        SoftenMatteEdge({region.data(), region.stride(), doc.width, doc.height},
+                        {soft.data(), soft.stride(), doc.width, doc.height});
+        region = std::move(soft);
+    }
     if (SelectionInForce(doc)) {
         for (int y = 0; y < doc.height; ++y) {
             CombineMatteRow(region.row(y), doc.ABuffer.row(y), MatteMode::Intersect, doc.width);
         }
     }
-    FillThrough(doc, region, workspace.colours.primary);
+    FillThrough(workspace, region, paint);
 }
 
 void FillSelection(Workspace& workspace) {
@@ -61,34 +81,14 @@ void FillSelection(Workspace& workspace) {
         ClearImage(doc, workspace.colours.primary);
         return;
     }
-    FillThrough(doc, doc.ABuffer, workspace.colours.primary);
+    FillThrough(workspace, doc.ABuffer, {});
 }
 
 void DrawGradient(Workspace& workspace, const GradientStroke& stroke) {
     Document& doc = workspace.document;
-    const PackedColour from = workspace.colours.primary;
-    const PackedColour to = workspace.colours.secondary;
-    GradientSpec spec;
-    spec.x0 = stroke.x0;
-    spec.y0 = stroke.y0;
-    spec.x1 = stroke.x1;
-    spec.y1 = stroke.y1;
-    spec.shape = stroke.shape;
-    spec.dither = stroke.dither;
-    spec.from[0] = from.r;
-    spec.from[1] = from.g;
-    spec.from[2] = from.b;
-    spec.to[0] = to.r;
-    spec.to[1] = to.g;
-    spec.to[2] = to.b;
-    if (stroke.dither == GradientDither::Random) {
-        spec.seed = static_cast<std::uint32_t>(workspace.random());
-    }
-    std::array<Plane, 3> rendered{Plane(doc.width, doc.height), Plane(doc.width, doc.height),
-                                  Plane(doc.width, doc.height)};
-    RenderGradient(spec, rendered[0].data(), rendered[1].data(), rendered[2].data(),
-                   rendered[0].stride(), doc.width, doc.height);
-    const auto planes = ColourPlanesOf(doc);
+    workspace.fill.lastGradient = stroke;
+    const std::array<Plane, 3> rendered = RenderGradientStroke(workspace, stroke);
+    Plane* planes[3] = {&doc.RBuffer, &doc.GBuffer, &doc.BBuffer};
     if (!SelectionInForce(doc)) {
         for (std::size_t c = 0; c < 3; ++c) {
             for (int y = 0; y < doc.height; ++y) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "pixel/gradient.h"
+#include "core/fill_settings.h"
 
 namespace wib {
 
@@ -18,26 +18,24 @@ struct FloodFillRule {
     int tolerance = 0;
     bool contiguous = true;
     bool eightConnected = false;
+    FillSource source = FillSource::Primary;
+    FillSample sample = FillSample::Layer;
+    bool antialias = false;
+    FillGradientPlacement gradient = FillGradientPlacement::Region;
 };
 
-// Flood fill with the primary colour: the region of the seed is found over the
-// whole image, then laid on through the selection. A seed outside the image
-// fills nothing.
+// Flood fill: the region of the seed is found over the whole image (the
+// current layer or the composite, as the rule samples), softened at its edge
+// when asked, then laid on through the selection. A seed outside the image
+// fills nothing. A pattern fill with no brush image lays nothing.
 void FloodFill(Workspace& workspace, const FloodFillRule& rule);
 
 // The selection filled with the primary colour, weighted by the matte; with no
 // selection in force, the whole image.
 void FillSelection(Workspace& workspace);
 
-// A gradient from the primary colour at (x0, y0) to the secondary at (x1, y1).
-struct GradientStroke {
-    double x0 = 0;
-    double y0 = 0;
-    double x1 = 0;
-    double y1 = 0;
-    GradientShape shape = GradientShape::Linear;
-    GradientDither dither = GradientDither::None;
-};
+// A gradient from the primary colour at (x0, y0) to the secondary at (x1, y1);
+// gradient fills placed as the last gradient follow it from then on.
 void DrawGradient(Workspace& workspace, const GradientStroke& stroke);
 
 }  // namespace wib

@@ -154,6 +154,23 @@ void RegisterSelectionCommands(CommandRegistry& registry) {
                                  change(w, static_cast<int>(values.integer("radius")));
                              }));
     }
+    registry.add(SelectionCommand(
+        "select.from_layer_alpha", "From &layer alpha", "", {SelectionModeParam()},
+        [](Workspace& w, const ParamValues& values) { SelectFromLayerAlpha(w, ModeOf(values)); }));
+    // The swap image is not kept by undo, and saving into it leaves the
+    // image and the selection as they are: no undo step.
+    registry.add({"select.save_to_swap",
+                  "Sa&ve selection to swap image",
+                  "Select",
+                  "",
+                  {},
+                  [](Workspace& w, const ParamValues&) {
+                      SaveSelectionToSwap(w);
+                      return true;
+                  }});
+    registry.add(SelectionCommand(
+        "select.load_from_swap", "L&oad selection from swap image", "", {SelectionModeParam()},
+        [](Workspace& w, const ParamValues& values) { LoadSelectionFromSwap(w, ModeOf(values)); }));
 }
 
 }  // namespace wib

@@ -5,8 +5,9 @@ namespace wib {
 
 class CommandRegistry;
 
-// The Select menu (select.*): whole-selection commands and the selection
-// tools' shapes and magic wand, each an undo step.
+// The Select menu (select.*): whole-selection commands, the selection tools'
+// shapes and magic wand, and the selection from the layer's alpha and to and
+// from the swap image; each that changes the selection is an undo step.
 void RegisterSelectionCommands(CommandRegistry& registry);
 
 }  // namespace wib

@@ -7,6 +7,7 @@
 #include "core/workspace.h"
 #include "filters/parallel_rows.h"
 #include "pixel/flood_fill.h"
+#include "pixel/interleave.h"
 #include "pixel/matte_feather.h"
 #include "pixel/matte_morphology.h"
 #include "pixel/matte_polygon.h"
@@ -126,6 +127,38 @@ void SelectSimilar(Workspace& workspace, int x, int y, int tolerance, bool conti
     FindRegion(image, x, y, {.tolerance = tolerance, .contiguous = contiguous}, region.data(),
                region.stride());
     Commit(workspace, region, mode);
+}
+
+void SelectFromLayerAlpha(Workspace& workspace, MatteMode mode) {
+    const Document& doc = workspace.document;
+    if (doc.Coverage.empty()) {
+        Commit(workspace, Plane(doc.width, doc.height, 255), mode);
+        return;
+    }
+    Commit(workspace, doc.Coverage, mode);
+}
+
+void LoadSelectionFromSwap(Workspace& workspace, MatteMode mode) {
+    const Document& doc = workspace.document;
+    Plane luminance = ScratchMatte(doc);
+    for (int y = 0; y < doc.height; ++y) {
+        JoinGrey(doc.SwapR.row(y), doc.SwapG.row(y), doc.SwapB.row(y),
+                 static_cast<std::size_t>(doc.width), luminance.row(y));
+    }
+    Commit(workspace, luminance, mode);
+}
+
+void SaveSelectionToSwap(Workspace& workspace) {
+    Document& doc = workspace.document;
+    for (Plane* swap : {&doc.SwapR, &doc.SwapG, &doc.SwapB}) {
+        for (int y = 0; y < doc.height; ++y) {
+            if (InForce(doc)) {
+                std::memcpy(swap->row(y), doc.ABuffer.row(y), static_cast<std::size_t>(doc.width));
+            } else {
+                std::memset(swap->row(y), 255, static_cast<std::size_t>(doc.width));
+            }
+        }
+    }
 }
 
 void FeatherSelection(Workspace& workspace, double radius) {

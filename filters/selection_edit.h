@@ -53,6 +53,15 @@ void SelectPolygon(Workspace& workspace, const PolygonSelection& polygon);
 void SelectSimilar(Workspace& workspace, int x, int y, int tolerance, bool contiguous,
                    MatteMode mode);
 
+// The current layer's coverage as a new selection; an opaque layer (a
+// one-layer picture's) selects everything.
+void SelectFromLayerAlpha(Workspace& workspace, MatteMode mode);
+// The swap image's luminance as a new selection.
+void LoadSelectionFromSwap(Workspace& workspace, MatteMode mode);
+// The matte into the swap image's three planes, as grey; with no selection in
+// force, white (every pixel editable).
+void SaveSelectionToSwap(Workspace& workspace);
+
 // The operations on the selection in force; with none in force they leave
 // the matte as it is. Feather: a Gaussian of sigma radius / 2. Grow and
 // shrink: the largest and smallest value within a disc. Border: the band of

@@ -138,7 +138,7 @@ void MagicWandTool::press(const ToolInput& input) {
         "select.wand", {{"x", x},
                         {"y", y},
                         {"tolerance", static_cast<long long>(options.tolerance)},
-                        {"contiguous", options.contiguous ? -1LL : 0LL},
+                        {"contiguous", options.contiguous && !byColour_ ? -1LL : 0LL},
                         {"mode", static_cast<long long>(
                                      SelectionModeFor(input.modifiers, options.selectionMode))}});
 }

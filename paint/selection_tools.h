@@ -54,18 +54,23 @@ class SelectPolygonTool : public Tool {
 };
 
 // The magic wand: a click selects the pixels like the one under it, through
-// select.wand.
+// select.wand. Selecting by colour is the wand over the whole image: every
+// pixel of the colour, joined to the clicked one or not.
 class MagicWandTool : public Tool {
   public:
-    explicit MagicWandTool(PaintSession& session) : session_(session) {}
+    explicit MagicWandTool(PaintSession& session, bool byColour = false)
+        : session_(session), byColour_(byColour) {}
     void press(const ToolInput& input) override;
     void drag(const ToolInput&) override {}
     void release(const ToolInput&) override {}
     ToolCursor cursor() const override { return ToolCursor::Crosshair; }
-    const char* optionsPanel() const override { return "WandOptions"; }
+    const char* optionsPanel() const override {
+        return byColour_ ? "ColourSelectOptions" : "WandOptions";
+    }
 
   private:
     PaintSession& session_;
+    bool byColour_;
 };
 
 }  // namespace wib

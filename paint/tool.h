@@ -46,8 +46,9 @@ enum class ToolId : int {
     Transform,
     Crop,
     Text,
+    SelectByColour,
 };
-inline constexpr int kToolCount = static_cast<int>(ToolId::Text) + 1;
+inline constexpr int kToolCount = static_cast<int>(ToolId::SelectByColour) + 1;
 
 // What the canvas shows under the pointer while a tool is active. A brush
 // outline is the brush's own size at the current zoom.

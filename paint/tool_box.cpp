@@ -34,6 +34,7 @@ ToolBox::ToolBox(PaintSession& session) : session_(session) {
     put(ToolId::Ellipse, std::make_unique<ShapeTool>(session, Kind::Ellipse, "draw.ellipse"));
     put(ToolId::Zoom, std::make_unique<ZoomTool>(session));
     put(ToolId::Hand, std::make_unique<HandTool>());
+    put(ToolId::SelectByColour, std::make_unique<MagicWandTool>(session, true));
 }
 
 ToolBox::~ToolBox() = default;

@@ -26,6 +26,7 @@ constexpr ToolEntry kTools[] = {
     {ToolId::Text, "tool.text", "Te&xt", "T"},
     {ToolId::Zoom, "tool.zoom", "&Zoom", "Z"},
     {ToolId::Hand, "tool.hand", "&Hand", "H"},
+    {ToolId::SelectByColour, "tool.select_by_colour", "&Select by colour", "Shift+W"},
 };
 
 }  // namespace

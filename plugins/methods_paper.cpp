@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The paper: its grain, as made or set, and as strokes read it.
+// The paper: its grain, as made or set, and as strokes read it; and what fills lay.
 
+#include "core/workspace.h"
 #include "paint/paint_session.h"
 #include "paint/paper.h"
 #include "plugins/method_families.h"
@@ -98,6 +99,29 @@ std::vector<MethodSpec> PaperMethods() {
          "inversion and depth.",
          [](CallContext& c, CallArgs&) {
              return Reply::BorrowedPlane(c.host.paint.state().paper);
+         }},
+        {"Wib_SetFillMode",
+         kFamily,
+         {{"mode", ArgType::Integer}},
+         kNothing,
+         "What fills lay: 0 the primary colour, 1 the secondary, 2 the brush image as a "
+         "pattern, 3 the gradient.",
+         [](CallContext& c, CallArgs& args) {
+             const long long mode = args.integer(0);
+             if (mode < 0 || mode >= kFillSourceCount) {
+                 throw BadCall("fill modes are 0 to " + std::to_string(kFillSourceCount - 1));
+             }
+             c.workspace().fill.source = static_cast<FillSource>(mode);
+             c.workspace().events.paintOptionsChanged.notify();
+             return Reply::Nil();
+         }},
+        {"Wib_GetFillMode",
+         kFamily,
+         {},
+         {ResultType::Integer, "integer"},
+         "What fills lay, as Wib_SetFillMode takes it.",
+         [](CallContext& c, CallArgs&) {
+             return Reply::Integer(static_cast<long long>(c.workspace().fill.source));
          }},
     };
 }

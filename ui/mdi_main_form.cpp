@@ -33,6 +33,7 @@
 #include "ui/command_toolbar.h"
 #include "ui/document_dialogs.h"
 #include "ui/error_console_form.h"
+#include "ui/fill_settings_form.h"
 #include "ui/filter_panels.h"
 #include "ui/focus_keeper.h"
 #include "ui/form1.h"
@@ -116,6 +117,12 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     // Below the brush and paper panels, sharing their side.
     layers_ = new Layers_panel(workspace_, commands_, this);
     addDockWidget(Qt::RightDockWidgetArea, layers_);
+    fillSettings_ = MakeFillSettingsPanel(workspace_, this);
+    addDockWidget(Qt::RightDockWidgetArea, fillSettings_);
+    if (paperPanel_ != nullptr) {
+        tabifyDockWidget(paperPanel_, fillSettings_);
+        brushPanel_->raise();
+    }
 
     SetDocumentDialogs(dialogs_, workspace_, paths_.dataDir / "Def_Res.txt", this);
     SetAnimationFileDialogs(dialogs_, this);
@@ -320,7 +327,9 @@ void MDI_MainForm::toggleDock(const QString& name) {
     if (widget == nullptr) {
         return;
     }
-    if (widget->isHidden()) {
+    // A dock behind another's tab is brought forward rather than closed.
+    const bool behindTab = !widget->isHidden() && isVisible() && !widget->isVisible();
+    if (widget->isHidden() || behindTab) {
         widget->show();
         widget->raise();
     } else {
@@ -463,8 +472,14 @@ void MDI_MainForm::restoreLayersHeight() {
         }
     }
     const int rest = std::max(0, layers_->height() + others - static_cast<int>(height));
+    // The last one takes what rounding down left over, else the window would
+    // hand it to the layers panel.
+    int given = 0;
     for (qsizetype i = 1; i < docks.size(); ++i) {
-        sizes.append(std::max(1, rest * docks[i]->height() / std::max(1, others)));
+        const int share =
+            i + 1 == docks.size() ? rest - given : rest * docks[i]->height() / std::max(1, others);
+        sizes.append(std::max(1, share));
+        given += share;
     }
     resizeDocks(docks, sizes, Qt::Vertical);
 }

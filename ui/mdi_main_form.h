@@ -146,6 +146,7 @@ class MDI_MainForm : public QMainWindow, public View {
     Layers_panel* layers_;
     Tool_Panel* tools_ = nullptr;
     ToolOptionsPanel* toolOptions_ = nullptr;
+    QDockWidget* fillSettings_ = nullptr;
     PaintSession* paint_ = nullptr;
     BrushOptions* brushPanel_ = nullptr;
     Paper_Panel* paperPanel_ = nullptr;

@@ -5,6 +5,7 @@
 #include <QPainterPath>
 #include <QPixmap>
 #include <QPolygonF>
+#include <iterator>
 
 namespace wib {
 
@@ -92,6 +93,18 @@ void DrawWand(QPainter& p) {
     const QPointF rays[] = {{0, -5}, {5, 0}, {4, -4}, {-4, -4}, {4, 4}};
     for (const QPointF& ray : rays) {
         p.drawLine(QPointF(17, 7), QPointF(17, 7) + ray);
+    }
+}
+
+// Three swatches, two of one colour picked out by dashed outlines.
+void DrawColourSelect(QPainter& p) {
+    const QColor picked(40, 120, 220);
+    const QRectF swatches[] = {{3, 3, 8, 8}, {13, 3, 8, 8}, {3, 13, 8, 8}, {13, 13, 8, 8}};
+    for (std::size_t i = 0; i < std::size(swatches); ++i) {
+        const bool same = i == 0 || i == 3;
+        p.setPen(QPen(Qt::black, 1, same ? Qt::DashLine : Qt::SolidLine));
+        p.setBrush(same ? picked : QColor(230, 170, 0));
+        p.drawRect(swatches[i]);
     }
 }
 
@@ -225,6 +238,9 @@ QIcon ToolIcon(ToolId tool) {
             break;
         case ToolId::Text:
             DrawText(p);
+            break;
+        case ToolId::SelectByColour:
+            DrawColourSelect(p);
             break;
     }
     p.end();

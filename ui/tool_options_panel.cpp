@@ -14,6 +14,7 @@
 
 #include "core/workspace.h"
 #include "paint/paint_session.h"
+#include "ui/fill_settings_form.h"
 
 namespace wib {
 
@@ -48,6 +49,9 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
     addSpin(fill, tr("Tolerance"), &ToolOptions::tolerance, 0, 255);
     addCheck(fill, tr("Contiguous"), &ToolOptions::contiguous);
     addCheck(fill, tr("8-connected"), &ToolOptions::eightConnected);
+    // The same settings as the "Fill settings" panel; it shows itself again
+    // whenever the paint options change.
+    fill->addRow(new FillSettingsForm(session_.workspace(), fill->parentWidget()));
 
     QFormLayout* gradient = page("GradientOptions");
     addChoice(gradient, tr("Shape"), &ToolOptions::gradientShape,
@@ -71,6 +75,10 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
     addFont(text);
     addSpin(text, tr("Size"), &ToolOptions::textSize, 1, kLargestText);
     addCheck(text, tr("Anti-aliased"), &ToolOptions::textAntialias);
+
+    QFormLayout* byColour = page("ColourSelectOptions");
+    addMode(byColour);
+    addSpin(byColour, tr("Tolerance"), &ToolOptions::tolerance, 0, 255);
 
     setWidget(pages_);
     showModel();

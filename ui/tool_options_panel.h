@@ -19,8 +19,9 @@ class PaintSession;
 
 // The "Tool options" panel: the options of the active tool (brush size for
 // painting tools; mode, feather and anti-aliasing for selections; tolerance,
-// contiguous and connectivity for fill and the wand; shape and dither for the
-// gradient; filled for shapes; the sample for the eyedropper; sampling and
+// contiguous and connectivity for fill and the wand, with the fill settings
+// for fill; shape and dither for the gradient; filled for shapes; the sample
+// for the eyedropper; mode and tolerance for selecting by colour; sampling and
 // flips for the transform; font, size and anti-aliasing for text).
 class ToolOptionsPanel : public QDockWidget {
     Q_OBJECT

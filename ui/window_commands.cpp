@@ -10,7 +10,7 @@ namespace wib {
 
 namespace {
 
-constexpr std::array<DockCommand, 9> kDockCommands{{
+constexpr std::array<DockCommand, 10> kDockCommands{{
     {"window.log", "&Log", "Ctrl+L", "ErrorConsoleForm"},
     {"window.layers", "La&yers", "F7", "Layers_panel"},
     {"window.brush_keys", "Brush &keys", "F8", "BrushKeysPanel"},
@@ -20,6 +20,7 @@ constexpr std::array<DockCommand, 9> kDockCommands{{
     {"window.paper", "P&aper", "", "Paper_Panel"},
     {"window.playback", "&Playback", "", "PlaybackPanel"},
     {"window.timeline", "Ti&meline", "", "TimelineForm"},
+    {"window.fill_settings", "&Fill settings", "", "Fill_Settings"},
 }};
 
 }  // namespace

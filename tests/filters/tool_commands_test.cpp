@@ -251,6 +251,34 @@ TEST_F(ToolCommands, ShiftWhileDraggingKeepsLinesToEighthTurnsAndBoxesSquare) {
     EXPECT_EQ(doc().ABuffer.at(16, 15), 0);
 }
 
+TEST_F(ToolCommands, SelectingByColourTakesTheColourEverywhereAndHonoursTheKeys) {
+    // An island of the left stripe's colour, apart from it.
+    for (int y = 10; y < 13; ++y) {
+        for (int x = 30; x < 33; ++x) {
+            SetPixel(doc(), x, y, {50, 50, 50});
+        }
+    }
+    ToolOptions& options = session.state().toolOptions;
+    options.tolerance = 0;
+    options.contiguous = true;  // the wand's option; selecting by colour ignores it
+    expectSame(
+        [this] {
+            session.tools().choose(ToolId::SelectByColour);
+            session.tools().active().press(At(4, 4));
+        },
+        "select.wand", {{"x", 2LL}, {"y", 2LL}, {"tolerance", 0LL}, {"contiguous", 0LL}});
+    for (int y = 0; y < 30; ++y) {
+        for (int x = 0; x < 40; ++x) {
+            const bool grey = x < 15 || (x >= 30 && x < 33 && y >= 10 && y < 13);
+            ASSERT_EQ(doc().ABuffer.at(x, y), grey ? 255 : 0) << x << ", " << y;
+        }
+    }
+    // Alt takes the colour away again.
+    session.tools().active().press(At(64, 24, {.alt = true}));
+    EXPECT_EQ(doc().ABuffer.at(31, 11), 0);
+    EXPECT_EQ(doc().ABuffer.at(2, 2), 0);
+}
+
 TEST_F(ToolCommands, AGradientDragShowsItsLineUntilReleased) {
     session.tools().choose(ToolId::Gradient);
     Tool& tool = session.tools().active();

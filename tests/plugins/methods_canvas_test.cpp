@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "filters/fill_commands.h"
 #include "paint/paint_session.h"
 #include "paint/pen_reading.h"
 #include "tests/plugins/method_fixture.h"
@@ -122,6 +123,28 @@ TEST_F(CanvasMethods, APaperSetIsReadBackAndTiledUnderTheImage) {
     ASSERT_EQ(errorOf("Wib_NewPaper", Params(1)), 0);
     EXPECT_EQ(answer("Wib_GetPaperWidth").get().as<int>(), 256);
     EXPECT_EQ(errorOf("Wib_NewPaper", Params(3)), 5);
+}
+
+TEST_F(CanvasMethods, TheFillModeIsReadBackRefusedOutOfRangeAndFollowedByFills) {
+    for (int mode : {3, 0, 2, 1}) {
+        ASSERT_EQ(errorOf("Wib_SetFillMode", Params(mode)), 0);
+        EXPECT_EQ(answer("Wib_GetFillMode").get().as<int>(), mode);
+    }
+    for (int bad : {-1, 4}) {
+        const CallResult refused = call("Wib_SetFillMode", Params(bad));
+        ASSERT_TRUE(refused.error);
+        EXPECT_EQ(refused.error->code, 5);
+        EXPECT_NE(refused.error->message.find("0 to 3"), std::string::npos)
+            << refused.error->message;
+    }
+    EXPECT_EQ(answer("Wib_GetFillMode").get().as<int>(), 1);
+
+    // Mode 1: a fill run without naming its source lays the secondary colour.
+    RegisterFillCommands(commands);
+    host.workspace.colours.secondary = {12, 34, 56};
+    ASSERT_EQ(commands.run(host.workspace, "edit.fill", {{"x", 0LL}, {"y", 0LL}}).status,
+              CommandOutcome::Status::Done);
+    EXPECT_EQ(PackedPixel(doc, 7, 5), (PackedColour{12, 34, 56}).packed());
 }
 
 TEST_F(CanvasMethods, AFreeFormPathIsStrokedWithTheCurrentBrushOnlyWhenAsked) {

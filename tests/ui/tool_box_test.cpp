@@ -3,6 +3,9 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDockWidget>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QStackedWidget>
@@ -193,6 +196,36 @@ TEST_F(ToolBoxWindow, TheTransformToolPreviewsThenEnterAppliesAndEscCancels) {
     QKeyEvent idle(QEvent::ShortcutOverride, Qt::Key_Escape, Qt::NoModifier);
     QApplication::sendEvent(form.canvas(), &idle);
     EXPECT_FALSE(idle.isAccepted()) << "with nothing pending, Esc stays the menu's";
+}
+
+TEST_F(ToolBoxWindow, TheFillSettingsPanelAndTheFillToolsPageShareOneSetting) {
+    auto* panel = form.findChild<QDockWidget*>("Fill_Settings");
+    ASSERT_NE(panel, nullptr);
+    EXPECT_EQ(panel->windowTitle(), "Fill settings");
+    const QList<QComboBox*> sources = form.findChildren<QComboBox*>("FillSource");
+    ASSERT_EQ(sources.size(), 2) << "one in the panel, one on the fill tool's page";
+    QComboBox* inPanel = panel->findChild<QComboBox*>("FillSource");
+    QComboBox* onPage = sources[0] == inPanel ? sources[1] : sources[0];
+
+    inPanel->setCurrentIndex(2);
+    EXPECT_EQ(host.workspace.fill.source, FillSource::Pattern);
+    EXPECT_EQ(onPage->currentIndex(), 2);
+    onPage->setCurrentIndex(1);
+    EXPECT_EQ(host.workspace.fill.source, FillSource::Secondary);
+    EXPECT_EQ(inPanel->currentIndex(), 1);
+    panel->findChild<QCheckBox*>("FillAntialias")->setChecked(true);
+    EXPECT_TRUE(host.workspace.fill.antialias);
+
+    // A plug-in's or a script's change shows in both.
+    host.workspace.fill.source = FillSource::Gradient;
+    host.workspace.events.paintOptionsChanged.notify();
+    EXPECT_EQ(inPanel->currentIndex(), 3);
+    EXPECT_EQ(onPage->currentIndex(), 3);
+
+    paint.tools().choose(ToolId::Fill);
+    EXPECT_EQ(optionsPage(), "FillOptions");
+    paint.tools().choose(ToolId::SelectByColour);
+    EXPECT_EQ(optionsPage(), "ColourSelectOptions");
 }
 
 TEST(MatteOverlay, UnselectedPixelsGetTheRedVeilSelectedOnesNone) {

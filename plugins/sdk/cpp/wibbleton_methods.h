@@ -1133,6 +1133,17 @@ class Wibbleton_Class : public Connection {
         invokeInto(into, "Wib_GetMediaPreview");
     }
 
+    // What fills lay: 0 the primary colour, 1 the secondary, 2 the brush image as a pattern, 3 the
+    // gradient.
+    void Wib_SetFillMode(int mode) {
+        invoke<void>("Wib_SetFillMode", mode);
+    }
+
+    // What fills lay, as Wib_SetFillMode takes it.
+    int Wib_GetFillMode() {
+        return invoke<int>("Wib_GetFillMode");
+    }
+
     // Free-form objects.
 
     // Starts an empty free-form path, open, and answers its handle (1 or more), which belongs to

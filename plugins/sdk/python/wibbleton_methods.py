@@ -868,6 +868,15 @@ class WibbletonMethods:
         and depth."""
         return self.call("Wib_GetMediaPreview")
 
+    def Wib_SetFillMode(self, mode):
+        """What fills lay: 0 the primary colour, 1 the secondary, 2 the brush image as a pattern, 3
+        the gradient."""
+        self.call("Wib_SetFillMode", mode)
+
+    def Wib_GetFillMode(self):
+        """What fills lay, as Wib_SetFillMode takes it."""
+        return self.call("Wib_GetFillMode")
+
     def Wib_CreateFF(self):
         """Starts an empty free-form path, open, and answers its handle (1 or more), which belongs
         to this plug-in until Wib_FreeFF or its end."""
