@@ -17,6 +17,7 @@ constexpr ToolEntry kTools[] = {
     {ToolId::SelectLasso, "tool.lasso", "L&asso", "L"},
     {ToolId::SelectPolygon, "tool.polygon", "P&olygon selection", "Shift+L"},
     {ToolId::MagicWand, "tool.magic_wand", "&Magic wand", "W"},
+    {ToolId::SelectByColour, "tool.select_by_colour", "&Select by colour", "Shift+W"},
     {ToolId::Move, "tool.move", "Mo&ve", "V"},
     {ToolId::Transform, "tool.transform", "&Transform", "Ctrl+T"},
     {ToolId::Crop, "tool.crop", "&Crop", "K"},
@@ -26,7 +27,6 @@ constexpr ToolEntry kTools[] = {
     {ToolId::Text, "tool.text", "Te&xt", "T"},
     {ToolId::Zoom, "tool.zoom", "&Zoom", "Z"},
     {ToolId::Hand, "tool.hand", "&Hand", "H"},
-    {ToolId::SelectByColour, "tool.select_by_colour", "&Select by colour", "Shift+W"},
 };
 
 }  // namespace
