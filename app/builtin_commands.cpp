@@ -22,6 +22,7 @@
 #include "paint/shape_commands.h"
 #include "plugins/plugin_commands.h"
 #include "ui/clipboard_commands.h"
+#include "ui/view_commands.h"
 #include "ui/window_commands.h"
 
 namespace wib {
@@ -48,6 +49,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterBrushKeyCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
+    RegisterViewCommands(registry);
     targets.plugins.registerCommands();
 }
 

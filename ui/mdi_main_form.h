@@ -52,6 +52,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void refreshArea(int left, int top, int right, int bottom) override;
     void completeRefresh() override;
     void documentResized() override;
+    void viewChanged() override;
     void processPendingEvents() override;
     void setCanvasEnabled(bool enabled) override;
     void setMainFrameEnabled(bool enabled) override;
