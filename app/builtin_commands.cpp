@@ -24,6 +24,7 @@
 #include "plugins/plugin_commands.h"
 #include "ui/clipboard_commands.h"
 #include "ui/text_command.h"
+#include "ui/view_commands.h"
 #include "ui/window_commands.h"
 
 namespace wib {
@@ -52,6 +53,7 @@ void RegisterBuiltinCommands(CommandRegistry& registry, const BuiltinCommandTarg
     RegisterBrushKeyCommands(registry, paint, targets.frames);
     RegisterFilterCommands(registry);
     RegisterWindowCommands(registry, targets.window);
+    RegisterViewCommands(registry);
     targets.plugins.registerCommands();
 }
 

@@ -27,6 +27,8 @@ struct GradientStroke {
     double x1 = 0;
     double y1 = 0;
     GradientShape shape = GradientShape::Linear;
+    // Random dither hashes the pixel position with a fixed seed: the same
+    // gradient gives the same pixels every time.
     GradientDither dither = GradientDither::None;
 };
 

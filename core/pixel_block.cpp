@@ -24,18 +24,14 @@ Overlap OverlapWithImage(const PixelBlock& block, int width, int height, int x, 
 
 }  // namespace
 
-PixelBlock CopySelectedBlock(const Document& document) {
-    const AlphaBounds box = SelectionBounds(document);
-    PixelBlock block;
-    if (box.empty()) {
-        return block;
-    }
+PixelBlock BlockOfPlanes(const Plane& r, const Plane& g, const Plane& b, const Plane& a,
+                         const AlphaBounds& box) {
     const int width = box.right - box.left + 1;
     const int height = box.bottom - box.top + 1;
+    PixelBlock block;
     block.x = box.left;
     block.y = box.top;
-    const Plane* from[4] = {&document.RBuffer, &document.GBuffer, &document.BBuffer,
-                            &document.ABuffer};
+    const Plane* from[4] = {&r, &g, &b, &a};
     Plane* to[4] = {&block.R, &block.G, &block.B, &block.A};
     for (int c = 0; c < 4; ++c) {
         *to[c] = Plane::Uninitialized(width - 1, height - 1);
@@ -45,6 +41,15 @@ PixelBlock CopySelectedBlock(const Document& document) {
         }
     }
     return block;
+}
+
+PixelBlock CopySelectedBlock(const Document& document) {
+    const AlphaBounds box = SelectionBounds(document);
+    if (box.empty()) {
+        return {};
+    }
+    return BlockOfPlanes(document.RBuffer, document.GBuffer, document.BBuffer, document.ABuffer,
+                         box);
 }
 
 void PlaceBlock(Document& document, const PixelBlock& block, int x, int y) {

@@ -5,6 +5,7 @@
 
 namespace wib {
 
+struct AlphaBounds;
 struct Document;
 
 // A piece of the image cut out with its own coverage: what copy takes and
@@ -19,6 +20,10 @@ struct PixelBlock {
     int height() const { return R.ubY() + 1; }
     bool empty() const { return R.empty(); }
 };
+
+// The pixels of four planes inside `box` (not empty), placed where it lies.
+PixelBlock BlockOfPlanes(const Plane& r, const Plane& g, const Plane& b, const Plane& a,
+                         const AlphaBounds& box);
 
 // The selected part of the image: the selection's bounding box, the matte as
 // its alpha, placed where the box lies. Empty when nothing is selected.

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <utility>
 
 #include "core/onion_state.h"
+#include "core/view_transform.h"
 
 namespace wib {
 
@@ -16,8 +18,15 @@ struct GridState {
     int spacingY = 16;
 };
 
+// An angle in degrees brought into [0, 360).
+double NormalisedAngle(double degrees);
+
 struct ViewState {
     int zoom = 100;  // percent; 100 = one image pixel per screen pixel
+    // The picture is shown turned clockwise by `rotation` degrees, [0, 360),
+    // and flipped left-right first when `mirrored`; the pixels stay as they are.
+    double rotation = 0;
+    bool mirrored = false;
     // The image point kept in view across a resize; -1 lets the canvas centre it.
     float anchorX = -1.0f;
     float anchorY = -1.0f;
@@ -36,6 +45,14 @@ struct ViewState {
         onion.pinned.clear();
     }
     float scale() const { return zoom / 100.0f; }
+
+    // The one mapping from image pixels of a width x height image to canvas
+    // window units: zoomed, mirrored and turned, with the turned image's
+    // bounding box at the window's top left corner. Every point the canvas
+    // shows or takes goes through it.
+    ViewTransform imageToWindow(int width, int height) const;
+    // The canvas window's size: that bounding box in whole window units.
+    std::array<int, 2> windowSize(int width, int height) const;
 };
 
 }  // namespace wib

@@ -94,16 +94,18 @@ void RegisterFillCommands(CommandRegistry& registry) {
         {CoordinateParam("x0", "Start X"), CoordinateParam("y0", "Start Y"),
          CoordinateParam("x1", "End X", 100), CoordinateParam("y1", "End Y"),
          ChoiceParam("shape", "Shape", {"Linear", "Radial", "Conical", "Diamond", "Reflected"}, 0),
-         BooleanParam("dither", "Dither", false)},
+         BooleanParam("dither", "Dither", false),
+         ChoiceParam("dither_kind", "Dither kind", {"Ordered", "Random"}, 0)},
         [](Workspace& workspace, const ParamValues& values) {
-            DrawGradient(workspace,
-                         {.x0 = values.number("x0"),
-                          .y0 = values.number("y0"),
-                          .x1 = values.number("x1"),
-                          .y1 = values.number("y1"),
-                          .shape = static_cast<GradientShape>(values.integer("shape")),
-                          .dither = values.integer("dither") != 0 ? GradientDither::Ordered
-                                                                  : GradientDither::None});
+            const bool random = values.integer("dither_kind") == 1;
+            DrawGradient(workspace, {.x0 = values.number("x0"),
+                                     .y0 = values.number("y0"),
+                                     .x1 = values.number("x1"),
+                                     .y1 = values.number("y1"),
+                                     .shape = static_cast<GradientShape>(values.integer("shape")),
+                                     .dither = values.integer("dither") == 0 ? GradientDither::None
+                                               : random ? GradientDither::Random
+                                                        : GradientDither::Ordered});
             return true;
         }));
 }

@@ -93,9 +93,6 @@ std::array<Plane, 3> RenderGradientStroke(Workspace& workspace, const GradientSt
     spec.to[0] = to.r;
     spec.to[1] = to.g;
     spec.to[2] = to.b;
-    if (stroke.dither == GradientDither::Random) {
-        spec.seed = static_cast<std::uint32_t>(workspace.random());
-    }
     std::array<Plane, 3> rendered{Plane(doc.width, doc.height), Plane(doc.width, doc.height),
                                   Plane(doc.width, doc.height)};
     RenderGradient(spec, rendered[0].data(), rendered[1].data(), rendered[2].data(),

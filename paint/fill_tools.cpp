@@ -30,7 +30,8 @@ void GradientTool::apply(Point from, Point to, const ToolModifiers&) {
                                   {"x1", std::llround(to[0])},
                                   {"y1", std::llround(to[1])},
                                   {"shape", static_cast<long long>(options.gradientShape)},
-                                  {"dither", options.dither ? -1LL : 0LL}});
+                                  {"dither", options.gradientDither != 0 ? -1LL : 0LL},
+                                  {"dither_kind", options.gradientDither == 2 ? 1LL : 0LL}});
 }
 
 void ShapeTool::apply(Point from, Point to, const ToolModifiers&) {

@@ -13,8 +13,9 @@ struct ToolModifiers {
     bool alt = false;
 };
 
-// One pointer event as the canvas hands it to a tool: the position in
-// canvas-window units, the button (1 left, 2 right, 0 any other), the keys
+// One pointer event as the canvas hands it to a tool: the position in tool
+// units, the image point times the zoom (the canvas has undone its rotation
+// and mirror), the button (1 left, 2 right, 0 any other), the keys
 // and the pen's pressure (1 for a mouse).
 struct ToolInput {
     float x = 0, y = 0;

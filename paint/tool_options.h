@@ -19,7 +19,8 @@ struct ToolOptions {
     bool eightConnected = false;
     // Gradient: 0 linear, 1 radial, 2 conical, 3 diamond, 4 reflected.
     int gradientShape = 0;
-    bool dither = true;
+    // Gradient dither: 0 none, 1 ordered, 2 random.
+    int gradientDither = 1;
     // Rectangle and ellipse shapes.
     bool shapeFilled = false;
     // Eyedropper: the side of the averaged square (1, 3 or 5) and whether it

@@ -12,6 +12,7 @@
 #include "core/commands.h"
 #include "core/cut_and_crop.h"
 #include "core/discard_question.h"
+#include "core/merged_block.h"
 #include "core/workspace.h"
 #include "fileio/bitmap_format.h"
 #include "fileio/cdib.h"
@@ -53,8 +54,8 @@ struct CopiedBlock {
     int copies = 0;
 };
 
-bool Copy(Workspace& workspace, CopiedBlock& copied) {
-    PixelBlock block = CopySelectedBlock(workspace.document);
+// Puts the block on the clipboard; an empty block (nothing selected) is refused.
+bool Copy(Workspace& workspace, CopiedBlock& copied, PixelBlock block) {
     if (block.empty()) {
         workspace.host.prompter.message(kNothingSelected);
         return false;
@@ -96,20 +97,29 @@ void RegisterClipboardCommands(CommandRegistry& registry) {
                   "Ctrl+X",
                   {},
                   [copied](Workspace& workspace, const ParamValues&) {
-                      if (!Copy(workspace, *copied)) {
+                      if (!Copy(workspace, *copied, CopySelectedBlock(workspace.document))) {
                           return false;
                       }
                       ClearSelectedPixels(workspace);
                       return true;
                   },
                   true});
-    registry.add(
-        {"edit.copy",
-         "&Copy",
-         "Edit",
-         "Ctrl+C",
-         {},
-         [copied](Workspace& workspace, const ParamValues&) { return Copy(workspace, *copied); }});
+    registry.add({"edit.copy",
+                  "&Copy",
+                  "Edit",
+                  "Ctrl+C",
+                  {},
+                  [copied](Workspace& workspace, const ParamValues&) {
+                      return Copy(workspace, *copied, CopySelectedBlock(workspace.document));
+                  }});
+    registry.add({"edit.copy_merged",
+                  "Copy &merged",
+                  "Edit",
+                  "Ctrl+Alt+C",
+                  {},
+                  [copied](Workspace& workspace, const ParamValues&) {
+                      return Copy(workspace, *copied, CopyMergedBlock(workspace));
+                  }});
     registry.add({"edit.paste",
                   "&Paste",
                   "Edit",

@@ -44,28 +44,41 @@ double Form1::scale() const {
 }
 
 QSize Form1::sizeHint() const {
-    return QSize(static_cast<int>(std::ceil(document_.width * scale())),
-                 static_cast<int>(std::ceil(document_.height * scale())));
+    const auto [width, height] = view_.windowSize(document_.width, document_.height);
+    return QSize(width, height);
 }
 
 void Form1::updateGeometryFromDocument() {
+    const ViewTransform t = view_.imageToWindow(document_.width, document_.height);
+    toWindow_ = QTransform(t.m11, t.m12, t.m21, t.m22, t.dx, t.dy);
+    const double s = scale();
+    toolToWindow_ = QTransform::fromScale(1.0 / s, 1.0 / s) * toWindow_;
+    windowToImage_ = toWindow_.inverted();
+    windowToTool_ = toolToWindow_.inverted();
     setFixedSize(sizeHint());
     // The brush outline follows the zoom.
     showToolCursor();
     update();
 }
 
+QPointF Form1::imagePoint(QPointF window) const {
+    return windowToImage_.map(window);
+}
+
+QPointF Form1::toolPoint(QPointF window) const {
+    return windowToTool_.map(window);
+}
+
+QRect Form1::windowArea(const QRectF& image) const {
+    return toWindow_.mapRect(image).toAlignedRect().adjusted(-1, -1, 1, 1);
+}
+
 void Form1::refreshArea(int left, int top, int right, int bottom) {
-    const double s = scale();
-    update(QRectF(left * s, top * s, (right - left + 1) * s, (bottom - top + 1) * s)
-               .toAlignedRect()
-               .adjusted(-1, -1, 1, 1));
+    update(windowArea(QRectF(left, top, right - left + 1, bottom - top + 1)));
 }
 
 QRect Form1::shownImageArea() const {
-    const double s = scale();
-    const QRect shown = visibleRegion().boundingRect();
-    return QRectF(shown.left() / s, shown.top() / s, shown.width() / s, shown.height() / s)
+    return windowToImage_.mapRect(QRectF(visibleRegion().boundingRect()))
         .toAlignedRect()
         .intersected(QRect(0, 0, document_.width, document_.height));
 }
@@ -147,12 +160,12 @@ bool Form1::forward(int kind, int button, Qt::KeyboardModifiers modifiers, QPoin
     if (events_ == nullptr || !events_->listening() || pressed_ != nullptr) {
         return false;
     }
-    const CanvasPointer pointer{button,
-                                ((modifiers & Qt::ShiftModifier) ? 1 : 0) |
-                                    ((modifiers & Qt::ControlModifier) ? 2 : 0) |
-                                    ((modifiers & Qt::AltModifier) ? 4 : 0),
-                                static_cast<int>(std::floor(at.x() / scale())),
-                                static_cast<int>(std::floor(at.y() / scale())), pressure};
+    const QPointF image = imagePoint(at);
+    const CanvasPointer pointer{
+        button,
+        ((modifiers & Qt::ShiftModifier) ? 1 : 0) | ((modifiers & Qt::ControlModifier) ? 2 : 0) |
+            ((modifiers & Qt::AltModifier) ? 4 : 0),
+        static_cast<int>(std::floor(image.x())), static_cast<int>(std::floor(image.y())), pressure};
     switch (kind) {
         case kDown:
             events_->mouseDown(pointer);
@@ -183,9 +196,12 @@ void Form1::restartMarquee() {
 }
 
 void Form1::refreshOverlay() {
-    const QRect now = painter_ != nullptr
-                          ? ToolOverlayArea(painter_->tools().active().overlay(), scale())
-                          : QRect();
+    const QRect now =
+        painter_ != nullptr
+            ? toolToWindow_
+                  .mapRect(QRectF(ToolOverlayArea(painter_->tools().active().overlay(), scale())))
+                  .toAlignedRect()
+            : QRect();
     update(overlayArea_ | now);
     overlayArea_ = now;
 }
@@ -271,7 +287,7 @@ void Form1::press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPoin
     if (painter_ == nullptr || (pressed_ != nullptr && pressed_->holdsPointer())) {
         return;
     }
-    const ToolInput input = Input(at, ButtonNumber(button), modifiers, pressure, tablet);
+    const ToolInput input = Input(toolPoint(at), ButtonNumber(button), modifiers, pressure, tablet);
     pressed_ = &painter_->tools().forPress(input.modifiers);
     pressed_->press(input);
 }
@@ -283,14 +299,14 @@ void Form1::drag(QPointF at, Qt::KeyboardModifiers modifiers, double pressure, b
         tool = &painter_->tools().active();
     }
     if (tool != nullptr) {
-        tool->drag(Input(at, 0, modifiers, pressure, tablet));
+        tool->drag(Input(toolPoint(at), 0, modifiers, pressure, tablet));
         refreshOverlay();
     }
 }
 
 void Form1::release(QPointF at, Qt::KeyboardModifiers modifiers) {
     if (pressed_ != nullptr) {
-        pressed_->release(Input(at, 0, modifiers, 1.0, false));
+        pressed_->release(Input(toolPoint(at), 0, modifiers, 1.0, false));
         refreshOverlay();
     }
     pressed_ = nullptr;
@@ -375,14 +391,20 @@ void Form1::tabletEvent(QTabletEvent* event) {
 void Form1::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const double s = scale();
-    const QRectF damaged = event->rect();
-    const QRect source = QRectF(damaged.topLeft() / s, damaged.bottomRight() / s)
+    // Turned by other than quarter turns, the picture leaves window corners bare.
+    if (toWindow_.m11() != 0 && toWindow_.m12() != 0) {
+        painter.fillRect(event->rect(), palette().color(QPalette::Dark));
+    }
+    const QRect source = windowToImage_.mapRect(QRectF(event->rect()))
                              .toAlignedRect()
                              .adjusted(-1, -1, 1, 1)
                              .intersected(QRect(0, 0, document_.width, document_.height));
     if (source.isEmpty()) {
         return;
     }
+    // From here on everything is drawn in tool units, which the one mapping
+    // takes to the window.
+    painter.setTransform(toolToWindow_);
     const QRectF target(source.left() * s, source.top() * s, source.width() * s,
                         source.height() * s);
     // Zoomed in, pixels stay crisp squares; zoomed out, they are averaged.

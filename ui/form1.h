@@ -3,14 +3,15 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QTransform>
 #include <QWidget>
 
 #include "core/layered_picture.h"
 #include "core/observer_list.h"
 #include "core/view_state.h"
 #include "paint/tool.h"
-#include "ui/onion_view.h"
 #include "ui/marching_ants.h"
+#include "ui/onion_view.h"
 
 namespace wib {
 
@@ -24,16 +25,25 @@ class Workspace;
 struct TabletCalibration;
 
 // The canvas window: draws the picture at the document's zoom (100 = one
-// image pixel per screen pixel): the main buffer of a flat picture, else the
-// composite of the visible layers over a checkerboard. Only the damaged part
-// of the window is composited, converted and drawn.
+// image pixel per screen pixel), turned and mirrored as the view state says:
+// the main buffer of a flat picture, else the composite of the visible layers
+// over a checkerboard. Only the damaged part of the window is composited,
+// converted and drawn.
 class Form1 : public QWidget {
     Q_OBJECT
   public:
     explicit Form1(const Workspace& workspace, QWidget* parent = nullptr);
 
-    // Follows a change of document size or zoom.
+    // Follows a change of document size, zoom, rotation or mirror: takes the
+    // view state's mapping and the window size it gives.
     void updateGeometryFromDocument();
+    // The mapping from image pixels to window units the window is laid out
+    // with; every point drawn or taken goes through it.
+    const QTransform& imageToWindow() const { return toWindow_; }
+    // The image point under a window position.
+    QPointF imagePoint(QPointF window) const;
+    // The window units that show the image pixels `image`.
+    QRect windowArea(const QRectF& image) const;
     // Redraws the image pixels left..right, top..bottom (inclusive).
     void refreshArea(int left, int top, int right, int bottom);
     QSize sizeHint() const override;
@@ -86,6 +96,8 @@ class Form1 : public QWidget {
 
   private:
     double scale() const;
+    // A window position in the units tools take: the image point times the zoom.
+    QPointF toolPoint(QPointF window) const;
     void press(Qt::MouseButton button, Qt::KeyboardModifiers modifiers, QPointF at, double pressure,
                bool tablet);
     // Moves and the release carry the keys held then (Shift constrains a shape).
@@ -109,6 +121,10 @@ class Form1 : public QWidget {
     const ViewState& view_;
     PaintSession* painter_ = nullptr;
     const TabletCalibration* calibration_ = nullptr;
+    QTransform toWindow_;       // image pixels -> window units
+    QTransform toolToWindow_;   // tool units (image pixels times the zoom) -> window
+    QTransform windowToImage_;  // the inverses, kept beside them
+    QTransform windowToTool_;
     Tool* pressed_ = nullptr;  // the tool of the press in progress
     QImage picture_;           // the converted damaged area, kept between redraws
     LayerPixels composite_;    // the layers' composite at the document's size

@@ -2,11 +2,11 @@
 #include "ui/marching_ants.h"
 
 #include <QPainter>
-#include <QWidget>
 #include <algorithm>
 #include <cstring>
 
 #include "core/document.h"
+#include "ui/form1.h"
 
 namespace wib {
 
@@ -18,7 +18,7 @@ constexpr std::uint8_t kInForce = 255;
 
 }  // namespace
 
-MarchingAnts::MarchingAnts(const Document& document, QWidget* canvas)
+MarchingAnts::MarchingAnts(const Document& document, Form1* canvas)
     : QObject(canvas), document_(document), canvas_(canvas) {
     timer_.setInterval(kStepMs);
     connect(&timer_, &QTimer::timeout, this, [this] { step(); });
@@ -83,12 +83,11 @@ void MarchingAnts::step() {
     if (!canvas_->isVisible()) {
         return;
     }
-    const double scale = canvas_->width() / std::max(1.0, double(width_));
     const QRect shown = canvas_->visibleRegion().boundingRect();
-    const QRect onScreen = QRectF(bounds_.left() * scale, bounds_.top() * scale,
-                                  (bounds_.width() + 1) * scale, (bounds_.height() + 1) * scale)
-                               .toAlignedRect()
-                               .adjusted(-2, -2, 2, 2);
+    const QRect onScreen = canvas_
+                               ->windowArea(QRectF(bounds_.left(), bounds_.top(),
+                                                   bounds_.width() + 1, bounds_.height() + 1))
+                               .adjusted(-1, -1, 1, 1);
     canvas_->update(onScreen & shown);
 }
 

@@ -10,11 +10,11 @@
 #include "pixel/matte_outline.h"
 
 class QPainter;
-class QWidget;
 
 namespace wib {
 
 struct Document;
+class Form1;
 
 // The selection's outline on the canvas: dashes that crawl along the edges
 // where the matte crosses 128 while a selection is in force. The outline is
@@ -23,7 +23,7 @@ struct Document;
 class MarchingAnts : public QObject {
     Q_OBJECT
   public:
-    MarchingAnts(const Document& document, QWidget* canvas);
+    MarchingAnts(const Document& document, Form1* canvas);
 
     // Compares the matte with the one the outline was found for and finds it
     // again if they differ; starts or stops the animation to match.
@@ -41,7 +41,7 @@ class MarchingAnts : public QObject {
     void step();
 
     const Document& document_;
-    QWidget* canvas_;
+    Form1* canvas_;
     QTimer timer_;
     std::vector<OutlineEdge> outline_;
     QRect bounds_;  // of the outline, in image pixels

@@ -18,6 +18,8 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <utility>
 
 #include "core/discard_question.h"
 #include "core/recent_files.h"
@@ -129,6 +131,9 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     SetFilterPanels(dialogs_, {workspace_, *canvas_}, this);
     commands_.setDialog(
         [this](const CommandSpec& command, auto& values) { return dialogs_.ask(command, values); });
+    // The menu's mirror entry flips the view at once: its starting value is
+    // already the other state.
+    dialogs_.set("view.mirror", [](const CommandSpec&, auto&) { return true; });
     recent_ = LoadMruds(paths_.userDir / "Mruds.txt");
     buildMenus();
     commandsSubscription_ = commands_.changed.subscribe([this] { menusChanged(); });
@@ -304,14 +309,20 @@ void MDI_MainForm::addPluginMenus(QMenu* menu) {
     menu->addSeparator();
 }
 
-// The onion skin's entry is ticked while it is on, however it was turned on.
+// The onion skin's and the mirror's entries are ticked while they are on,
+// however they were turned on.
 void MDI_MainForm::addViewMenuStates(QMenu* menu) {
+    const std::array<std::pair<const char*, const bool*>, 2> ticked{
+        {{"view.onion_toggle", &workspace_.view.onion.shown},
+         {"view.mirror", &workspace_.view.mirrored}}};
     for (QAction* action : menu->actions()) {
-        if (action->objectName() == "view.onion_toggle") {
-            action->setCheckable(true);
-            action->setChecked(workspace_.view.onion.shown);
-            onionSubscription_ = workspace_.events.onionChanged.subscribe(
-                [this, action] { action->setChecked(workspace_.view.onion.shown); });
+        for (const auto& [id, on] : ticked) {
+            if (action->objectName() == id) {
+                action->setCheckable(true);
+                action->setChecked(*on);
+                connect(menu, &QMenu::aboutToShow, action,
+                        [action, on] { action->setChecked(*on); });
+            }
         }
     }
 }
@@ -574,19 +585,23 @@ bool MDI_MainForm::eventFilter(QObject* watched, QEvent* event) {
     return QMainWindow::eventFilter(watched, event);
 }
 
-void MDI_MainForm::setZoom(int percent) {
-    // Keep the image point under the centre of the view where it was.
-    QScrollBar* h = scroll_->horizontalScrollBar();
-    QScrollBar* v = scroll_->verticalScrollBar();
-    const double old = workspace_.view.zoom / 100.0;
-    const double cx = (h->value() + scroll_->viewport()->width() / 2.0) / old;
-    const double cy = (v->value() + scroll_->viewport()->height() / 2.0) / old;
-    workspace_.view.zoom = percent;
+void MDI_MainForm::viewChanged() {
+    // The image point at the middle of the view stays there: the view zooms
+    // and turns about it.
+    const QWidget* port = scroll_->viewport();
+    const QPointF middle(port->width() / 2.0, port->height() / 2.0);
+    const QPointF kept = canvas_->imagePoint(canvas_->mapFrom(port, middle));
     canvas_->updateGeometryFromDocument();
-    const double now = percent / 100.0;
-    h->setValue(static_cast<int>(cx * now - scroll_->viewport()->width() / 2.0));
-    v->setValue(static_cast<int>(cy * now - scroll_->viewport()->height() / 2.0));
+    const QPointF now = canvas_->imageToWindow().map(kept);
+    scroll_->horizontalScrollBar()->setValue(static_cast<int>(std::lround(now.x() - middle.x())));
+    scroll_->verticalScrollBar()->setValue(static_cast<int>(std::lround(now.y() - middle.y())));
+    canvas_->update();
     updateTitle();
+}
+
+void MDI_MainForm::setZoom(int percent) {
+    workspace_.view.zoom = percent;
+    viewChanged();
 }
 
 void MDI_MainForm::zoomIn() {
@@ -613,12 +628,17 @@ void MDI_MainForm::updateTitle() {
         doc.FileName.empty()
             ? tr("Untitled")
             : QString::fromStdString(std::filesystem::path(doc.FileName).filename().string());
-    setWindowTitle(QStringLiteral("Wibbleton - %1%2 (%3 x %4, %5%)%6")
+    const ViewState& view = workspace_.view;
+    const QString turned =
+        (view.rotation != 0 ? QStringLiteral(", %1\u00b0").arg(view.rotation) : QString()) +
+        (view.mirrored ? tr(", mirrored") : QString());
+    setWindowTitle(QStringLiteral("Wibbleton - %1%2 (%3 x %4, %5%%6)%7")
                        .arg(name)
                        .arg(doc.modified ? QStringLiteral("*") : QString())
                        .arg(doc.width)
                        .arg(doc.height)
-                       .arg(workspace_.view.zoom)
+                       .arg(view.zoom)
+                       .arg(turned)
                        .arg(workspace_.eraseMode ? tr(" - erase mode (Caps Lock)") : QString()));
 }
 

@@ -53,6 +53,7 @@ class MDI_MainForm : public QMainWindow, public View {
     void refreshArea(int left, int top, int right, int bottom) override;
     void completeRefresh() override;
     void documentResized() override;
+    void viewChanged() override;
     void processPendingEvents() override;
     void setCanvasEnabled(bool enabled) override;
     void setMainFrameEnabled(bool enabled) override;
@@ -161,7 +162,6 @@ class MDI_MainForm : public QMainWindow, public View {
     Subscription paintSubscription_;
     Subscription layersSubscription_;
     Subscription marqueeSubscription_;
-    Subscription onionSubscription_;
     Subscription titleSubscriptions_[2];
     PluginCommands* plugins_ = nullptr;
     PluginLauncher* launcher_ = nullptr;

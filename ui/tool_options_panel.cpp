@@ -57,7 +57,8 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
     addChoice(gradient, tr("Shape"), &ToolOptions::gradientShape,
               {tr("Linear"), tr("Radial"), tr("Conical"), tr("Diamond"), tr("Reflected")},
               {0, 1, 2, 3, 4});
-    addCheck(gradient, tr("Dither"), &ToolOptions::dither);
+    addChoice(gradient, tr("Dither"), &ToolOptions::gradientDither,
+              {tr("None"), tr("Ordered"), tr("Random")}, {0, 1, 2});
 
     QFormLayout* shape = page("ShapeOptions");
     addCheck(shape, tr("Filled"), &ToolOptions::shapeFilled);

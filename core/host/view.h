@@ -25,6 +25,9 @@ class View {
     virtual void completeRefresh() = 0;
     // The document planes were rebuilt at a new size.
     virtual void documentResized() = 0;
+    // The view state's zoom, rotation or mirror changed: the canvas lays
+    // itself out again around the image point at the middle of the window.
+    virtual void viewChanged() {}
     // Lets pending interface events run (input, paints).
     virtual void processPendingEvents() = 0;
     // Enables or disables input to the canvas window alone.
@@ -69,6 +72,7 @@ class ViewList : public View {
     }
     void completeRefresh() override { each(&View::completeRefresh); }
     void documentResized() override { each(&View::documentResized); }
+    void viewChanged() override { each(&View::viewChanged); }
     void processPendingEvents() override { each(&View::processPendingEvents); }
     void setCanvasEnabled(bool enabled) override { each(&View::setCanvasEnabled, enabled); }
     void setMainFrameEnabled(bool enabled) override { each(&View::setMainFrameEnabled, enabled); }

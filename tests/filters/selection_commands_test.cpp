@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -212,6 +213,63 @@ TEST_F(SelectionCommands, GradientRunsFromPrimaryToSecondaryThroughTheSelection)
     EXPECT_EQ(PackedPixel(doc, 0, 0), 0);
     EXPECT_EQ(PackedPixel(doc, 9, 11), 0xFFFFFF);
     EXPECT_EQ(PackedPixel(doc, 10, 0), (PackedColour{0, 128, 0}.packed()));
+}
+
+bool Same(const Plane& a, const Plane& b) {
+    return a.count() == b.count() && std::equal(a.data(), a.data() + a.count(), b.data());
+}
+
+// A gradient of four levels over 64 columns, 256 rows tall: each column's
+// exact value is 100 + 4x / 63.
+TEST_F(SelectionCommands, GradientDitherKindChoosesOrderedOrRandom) {
+    start(64, 256);
+    host.workspace.colours.primary = {100, 100, 100};
+    host.workspace.colours.secondary = {104, 104, 104};
+    const auto gradient = [this](ParamValue dither, ParamValue kind) {
+        run("draw.gradient", {{"x0", 0LL},
+                              {"y0", 0LL},
+                              {"x1", 63LL},
+                              {"y1", 0LL},
+                              {"dither", dither},
+                              {"dither_kind", kind}});
+        return doc.RBuffer;
+    };
+    // Column 8 lies at 100.51: half its pixels should round up.
+    const auto upInColumn8 = [](const Plane& red) {
+        int up = 0;
+        for (int y = 0; y < 256; ++y) {
+            up += red.at(8, y) == 101 ? 1 : 0;
+        }
+        return up;
+    };
+    const auto repeatsEvery8Rows = [](const Plane& red) {
+        for (int y = 8; y < 256; ++y) {
+            for (int x = 0; x < 64; ++x) {
+                if (red.at(x, y) != red.at(x, y - 8)) {
+                    return false;
+                }
+            }
+        }
+        return true;
+    };
+    const Plane none = gradient(0LL, std::string("random"));
+    EXPECT_TRUE(upInColumn8(none) == 0 || upInColumn8(none) == 256) << "without dither, bands";
+    const Plane ordered = gradient(-1LL, 0LL);
+    EXPECT_GT(upInColumn8(ordered), 64);
+    EXPECT_LT(upInColumn8(ordered), 192);
+    EXPECT_TRUE(repeatsEvery8Rows(ordered));
+    const Plane random = gradient(-1LL, std::string("Random"));
+    EXPECT_GT(upInColumn8(random), 90);
+    EXPECT_LT(upInColumn8(random), 166);
+    EXPECT_FALSE(repeatsEvery8Rows(random)) << "random dither has no tile";
+    EXPECT_TRUE(Same(gradient(-1LL, 1LL), random)) << "the same gradient gives the same pixels";
+
+    for (const ParamValue& bad : {ParamValue(2LL), ParamValue(std::string("diffusion"))}) {
+        const CommandOutcome outcome =
+            registry.run(host.workspace, "draw.gradient", {{"dither", -1LL}, {"dither_kind", bad}});
+        EXPECT_EQ(outcome.status, Status::BadParameter);
+    }
+    EXPECT_TRUE(Same(doc.RBuffer, random)) << "a refused gradient draws nothing";
 }
 
 TEST_F(SelectionCommands, EveryCommandIsOneUndoStep) {

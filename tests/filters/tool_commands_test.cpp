@@ -193,12 +193,25 @@ TEST_F(ToolCommands, FillGradientAndShapesRunTheirCommands) {
         },
         "edit.fill", {{"x", 2LL}, {"y", 2LL}, {"tolerance", 5LL}, {"connectivity", 8LL}});
     options.gradientShape = 1;
-    options.dither = false;
+    options.gradientDither = 0;
     expectSame(
         [this] {
             drag(ToolId::Gradient, {20, 15}, {35.4f, 15});
         },
         "draw.gradient", {{"x0", 20LL}, {"y0", 15LL}, {"x1", 35LL}, {"y1", 15LL}, {"shape", 1LL}});
+    options.gradientDither = 2;
+    expectSame(
+        [this] {
+            drag(ToolId::Gradient, {2, 3}, {37, 28});
+        },
+        "draw.gradient",
+        {{"x0", 2LL},
+         {"y0", 3LL},
+         {"x1", 37LL},
+         {"y1", 28LL},
+         {"shape", 1LL},
+         {"dither", -1LL},
+         {"dither_kind", 1LL}});
     options.shapeFilled = true;
     expectSame(
         [this] {

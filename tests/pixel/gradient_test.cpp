@@ -110,5 +110,35 @@ TEST(Gradient, DitherStaysWithinOneUnitAndRemovesBanding) {
     }
 }
 
+TEST(Gradient, RandomDitherFollowsItsSeedAndBreaksBandsWithoutATile) {
+    // One level over 512 columns: column 128 lies at exactly 100.25.
+    GradientSpec spec = Spec(GradientShape::Linear, 0, 0, 512, 0);
+    spec.from[0] = 100;
+    spec.to[0] = 101;
+    spec.dither = GradientDither::Random;
+    spec.seed = 7;
+    const GradientImage image(spec, 513, 512);
+    int up = 0;
+    for (int y = 0; y < 512; ++y) {
+        up += image.at(0, 128, y) - 100;
+    }
+    // A quarter of 512 rows, well inside four standard deviations (about 10 each).
+    EXPECT_GT(up, 128 - 40);
+    EXPECT_LT(up, 128 + 40);
+    // No 8, 16 or 64 pixel tile repeats down a column.
+    for (int period : {8, 16, 64}) {
+        int same = 0;
+        for (int y = period; y < 512; ++y) {
+            same += image.at(0, 128, y) == image.at(0, 128, y - period) ? 1 : 0;
+        }
+        EXPECT_LT(same, 512 - period) << period;
+    }
+    const GradientImage again(spec, 513, 512);
+    EXPECT_EQ(again.planes[0], image.planes[0]) << "the seed fixes the pattern";
+    spec.seed = 8;
+    const GradientImage other(spec, 513, 512);
+    EXPECT_NE(other.planes[0], image.planes[0]);
+}
+
 }  // namespace
 }  // namespace wib

@@ -98,6 +98,7 @@ class RecordingView : public View {
     void refreshArea(int, int, int, int) override { ++areaRefreshes; }
     void completeRefresh() override { ++completeRefreshes; }
     void documentResized() override { ++resizes; }
+    void viewChanged() override { ++viewChanges; }
     void processPendingEvents() override {
         ++eventPumps;
         if (pendingEvents) {
@@ -118,6 +119,7 @@ class RecordingView : public View {
     int areaRefreshes = 0;
     int completeRefreshes = 0;
     int resizes = 0;
+    int viewChanges = 0;
     int eventPumps = 0;
     bool canvasEnabled = true;
     bool mainFrameEnabled = true;

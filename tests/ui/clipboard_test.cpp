@@ -8,6 +8,7 @@
 
 #include "core/commands.h"
 #include "core/cut_and_crop.h"
+#include "core/layer_edit.h"
 #include "core/undo.h"
 #include "tests/support/pixels.h"
 #include "tests/support/test_host.h"
@@ -93,6 +94,54 @@ TEST_F(Clipboard, OtherProgramsGetAPngWithTheAlpha) {
     ASSERT_TRUE(image.hasAlphaChannel());
     EXPECT_EQ(qAlpha(image.pixel(0, 0)), 128);
     EXPECT_EQ(image.pixel(7, 5), qRgba(8 * 12, 12 * 8, 99, 255));
+}
+
+// Over the picture, a layer red (200, 0, 0) from column 9 rightwards and
+// empty to its left.
+TEST_F(Clipboard, CopyMergedTakesTheVisibleLayersAsShownWithTheirCoverage) {
+    ASSERT_TRUE(AddLayer(host.workspace));
+    for (int y = 0; y < doc().height; ++y) {
+        for (int x = 9; x < doc().width; ++x) {
+            SetPixel(doc(), x, y, {200, 0, 0});
+            doc().Coverage.at(x, y) = 255;
+        }
+    }
+    selectBox(5, 3, 12, 8);
+    doc().ABuffer.at(5, 3) = 128;
+    const auto clipboardPng = [] {
+        const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+        return data != nullptr ? QImage::fromData(data->data("image/png"), "PNG") : QImage();
+    };
+
+    ASSERT_EQ(run("edit.copy_merged"), Status::Done);
+    EXPECT_FALSE(doc().modified);
+    QImage png = clipboardPng();
+    ASSERT_EQ(png.size(), QSize(8, 6));
+    EXPECT_EQ(png.pixel(3, 2), qRgba(8 * 8, 12 * 5, 99, 255)) << "the picture below";
+    EXPECT_EQ(png.pixel(4, 2), qRgba(200, 0, 0, 255)) << "the layer on top";
+    EXPECT_EQ(qAlpha(png.pixel(0, 0)), 128) << "weighted by the matte";
+
+    // Pasted onto the bottom layer, the merged pixels come back where they were.
+    ASSERT_TRUE(SelectLayer(host.workspace, 0));
+    selectNothingAndWipe();
+    ASSERT_EQ(run("edit.paste"), Status::Done);
+    EXPECT_EQ(PackedPixel(doc(), 8, 5), Original(8, 5).packed());
+    EXPECT_EQ(PackedPixel(doc(), 10, 5), PackedColour(200, 0, 0).packed());
+    EXPECT_EQ(PackedPixel(doc(), 13, 5), 0xFFFFFF);
+    EXPECT_EQ(doc().ABuffer.at(5, 3), 128);
+
+    // A hidden layer is left out; where nothing covers, the copy is transparent.
+    ASSERT_TRUE(ChangeLayer(host.workspace, 0, {.visible = false}));
+    selectBox(5, 3, 12, 8);
+    ASSERT_EQ(run("edit.copy_merged"), Status::Done);
+    png = clipboardPng();
+    ASSERT_EQ(png.size(), QSize(8, 6));
+    EXPECT_EQ(qAlpha(png.pixel(3, 2)), 0);
+    EXPECT_EQ(png.pixel(7, 5), qRgba(200, 0, 0, 255));
+
+    doc().ABuffer.fill(0);
+    EXPECT_EQ(run("edit.copy_merged"), Status::Refused);
+    EXPECT_EQ(host.prompter.messages, std::vector<std::string>{kNothingSelected});
 }
 
 TEST_F(Clipboard, APictureFromAnotherProgramPastesAtTheTopLeftWithItsAlpha) {
