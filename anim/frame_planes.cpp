@@ -37,6 +37,7 @@ void FrameStore::setFramePlane(FrameColour colour, const Plane& plane, int index
     }
     FrameArray& frames = array(colour);
     BlockCopy(plane.data(), frames.frame(index), std::min(plane.byteCount(), frames.frameBytes()));
+    ++pixelsRevision_;
     LayersFrameRewritten(workspace_, index);
 }
 
@@ -56,6 +57,7 @@ void FrameStore::setStoredColour(int index, const LayerPixels& pixels) {
         BlockCopy(plane.data(), frames.frame(index),
                   std::min(plane.byteCount(), frames.frameBytes()));
     }
+    ++pixelsRevision_;
 }
 
 }  // namespace wib

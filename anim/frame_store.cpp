@@ -140,6 +140,7 @@ void FrameStore::setName(const std::string& name) {
 }
 
 void FrameStore::showChanges() {
+    ++pixelsRevision_;
     if (display_ != nullptr) {
         display_->animationChanged();
     }

@@ -168,6 +168,10 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     // Each frame's id, given when it was made and kept while it moves: views
     // that cache something per frame key it by this.
     const std::vector<std::uint32_t>& frameIds() const { return ids_; }
+    // Counts the changes that may have touched the stored frames' pixels
+    // (every `changed`, and every plane written into a frame): views that
+    // keep something made from those pixels make it again when it moves.
+    std::uint64_t pixelsRevision() const { return pixelsRevision_; }
     PlaybackDisplay* display() const { return display_; }
 
     // Resizes every frame as the canvas-size change resizes the image, by way
@@ -259,6 +263,7 @@ class FrameStore : public CanvasResizeStore, public FrameSequence {
     std::vector<std::uint32_t> ids_;
     std::vector<std::int32_t> exposures_;
     std::uint32_t nextId_ = 1;
+    std::uint64_t pixelsRevision_ = 0;
     TimelineHistory history_;
     FramePins pins_;
     std::vector<LooseFrame> clipboard_;

@@ -33,6 +33,8 @@ struct OnionFrame {
     int frame;
     OnionSide side;
     int opacity;  // 0..255
+
+    friend bool operator==(const OnionFrame&, const OnionFrame&) = default;
 };
 
 // The frames to show around `current` of `frameCount`, bottom first: the

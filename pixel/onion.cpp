@@ -2,12 +2,25 @@
 #include "pixel/onion.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 #include "pixel/plane_band.h"
 
 namespace wib {
 
 namespace {
+
+// Pixels laid over at a time: the running colour of so many stays in the
+// first-level cache while every layer passes over it.
+constexpr int kChunk = 512;
+
+// The coverage an opaque layer reads.
+constexpr std::array<std::uint8_t, kChunk> kOpaqueCover = [] {
+    std::array<std::uint8_t, kChunk> cover{};
+    cover.fill(255);
+    return cover;
+}();
 
 // x / 255 rounded, exact for 0 <= x <= 65025; no division, and every step
 // fits 16 bits, so that the loops below vectorise sixteen pixels at a time.
@@ -31,12 +44,23 @@ struct ShownColour {
     std::uint16_t add[3];
 };
 
-// One layer over an opaque row, in place: where the layer differs from the
-// current picture, out = out + (colour - out) x cover, rounded, the cover
-// being the layer's opacity scaled by its own coverage. The rows never
+ShownColour ShownOf(const OnionLayer& layer) {
+    ShownColour shown{layer.opacity, 0, {0, 0, 0}};
+    if (layer.tinted) {
+        shown.shift = 1;
+        for (int c = 0; c < 3; ++c) {
+            shown.add[c] = static_cast<std::uint16_t>(layer.tint[c] + 1);
+        }
+    }
+    return shown;
+}
+
+// One layer over an opaque run of pixels, in place: where the layer differs
+// from the current picture, out = out + (colour - out) x cover, rounded, the
+// cover being the layer's opacity scaled by its own coverage. The runs never
 // overlap, which the compiler must be told to vectorise the loop.
 WIB_WINDOW_KERNEL
-void BlendOpaqueRow(const std::uint8_t* __restrict r, const std::uint8_t* __restrict g,
+void BlendOpaqueRun(const std::uint8_t* __restrict r, const std::uint8_t* __restrict g,
                     const std::uint8_t* __restrict b, const std::uint8_t* __restrict a,
                     const std::uint8_t* __restrict cr, const std::uint8_t* __restrict cg,
                     const std::uint8_t* __restrict cb, std::uint8_t* __restrict outR,
@@ -52,19 +76,13 @@ void BlendOpaqueRow(const std::uint8_t* __restrict r, const std::uint8_t* __rest
     }
 }
 
-void BlendOpaqueLayer(const OnionLayer& layer, const std::uint8_t* const current[3],
-                      const std::uint8_t* opaque, std::size_t offset, int count,
-                      std::uint8_t* const out[3]) {
-    ShownColour shown{layer.opacity, 0, {0, 0, 0}};
-    if (layer.tinted) {
-        shown.shift = 1;
-        for (int c = 0; c < 3; ++c) {
-            shown.add[c] = static_cast<std::uint16_t>(layer.tint[c] + 1);
-        }
+// Opaque words from three channels.
+WIB_WINDOW_KERNEL
+void PackRun(const std::uint8_t* __restrict r, const std::uint8_t* __restrict g,
+             const std::uint8_t* __restrict b, int count, std::uint32_t* __restrict out) {
+    for (int x = 0; x < count; ++x) {
+        out[x] = 0xff000000u | (std::uint32_t{r[x]} << 16) | (std::uint32_t{g[x]} << 8) | b[x];
     }
-    const OnionPlanes& p = layer.planes;
-    BlendOpaqueRow(p.r + offset, p.g + offset, p.b + offset, p.a ? p.a + offset : opaque,
-                   current[0], current[1], current[2], out[0], out[1], out[2], count, shown);
 }
 
 // A layer's colour as shown over `below`: tinted, and only darkening where
@@ -117,29 +135,40 @@ void BlendCoveredRow(const OnionPlanes& current, const std::vector<OnionLayer>& 
 
 }  // namespace
 
-void BlendOnion(const OnionPlanes& current, const std::vector<OnionLayer>& layers,
-                const OnionTarget& out, int left, int top, int right, int bottom) {
-    if (right < left || bottom < top) {
-        return;
-    }
-    const int count = right - left + 1;
-    // An opaque layer reads its coverage from a row of 255s.
-    const std::vector<std::uint8_t> opaque(static_cast<std::size_t>(count), 255);
+void BlendOnionOpaque(const OnionPlanes& current, const std::vector<OnionLayer>& layers,
+                      const OnionWords& out, int left, int top, int right, int bottom) {
+    std::vector<ShownColour> shown;
+    shown.reserve(layers.size());
+    std::transform(layers.begin(), layers.end(), std::back_inserter(shown), ShownOf);
+    alignas(64) std::uint8_t colour[3][kChunk];
     for (int y = top; y <= bottom; ++y) {
-        const std::size_t offset =
-            static_cast<std::size_t>(y) * current.stride + static_cast<std::size_t>(left);
-        if (current.a != nullptr) {
-            BlendCoveredRow(current, layers, out, offset, count);
-            continue;
+        const std::size_t row = static_cast<std::size_t>(y) * current.stride;
+        std::uint32_t* words = out.pixels + static_cast<std::size_t>(y) * out.stride;
+        for (int x = left; x <= right; x += kChunk) {
+            const int count = std::min(kChunk, right - x + 1);
+            const std::size_t at = row + static_cast<std::size_t>(x);
+            const std::uint8_t* here[3] = {current.r + at, current.g + at, current.b + at};
+            for (int c = 0; c < 3; ++c) {
+                std::copy_n(here[c], count, colour[c]);
+            }
+            for (std::size_t i = 0; i < layers.size(); ++i) {
+                const OnionPlanes& p = layers[i].planes;
+                BlendOpaqueRun(p.r + at, p.g + at, p.b + at, p.a ? p.a + at : kOpaqueCover.data(),
+                               here[0], here[1], here[2], colour[0], colour[1], colour[2], count,
+                               shown[i]);
+            }
+            PackRun(colour[0], colour[1], colour[2], count, words + x);
         }
-        const std::uint8_t* here[3] = {current.r + offset, current.g + offset, current.b + offset};
-        std::uint8_t* target[3] = {out.r + offset, out.g + offset, out.b + offset};
-        for (int c = 0; c < 3; ++c) {
-            std::copy_n(here[c], count, target[c]);
-        }
-        for (const OnionLayer& layer : layers) {
-            BlendOpaqueLayer(layer, here, opaque.data(), offset, count, target);
-        }
+    }
+}
+
+void BlendOnionCovered(const OnionPlanes& current, const std::vector<OnionLayer>& layers,
+                       const OnionTarget& out, int left, int top, int right, int bottom) {
+    for (int y = top; y <= bottom && left <= right; ++y) {
+        BlendCoveredRow(
+            current, layers, out,
+            static_cast<std::size_t>(y) * current.stride + static_cast<std::size_t>(left),
+            right - left + 1);
     }
 }
 

@@ -413,12 +413,14 @@ void Form1::paintEvent(QPaintEvent* event) {
         const std::vector<OnionFrame> frames = onion_.frames();
         if (frames.empty()) {
             PlanesToImage(document_, source, picture_);
+            painter.drawImage(target, picture_);
         } else {
-            const LayerPixels& shown = onion_.blend(document_.RBuffer, document_.GBuffer,
-                                                    document_.BBuffer, nullptr, frames, source);
-            PlanesToImage(shown.r, shown.g, shown.b, source, picture_);
+            // The onion picture is kept whole; the damaged part of it is drawn.
+            painter.drawImage(target,
+                              onion_.blendFlat(document_.RBuffer, document_.GBuffer,
+                                               document_.BBuffer, frames, source),
+                              QRectF(source));
         }
-        painter.drawImage(target, picture_);
     } else {
         drawLayers(painter, source, target);
     }
@@ -449,9 +451,7 @@ void Form1::drawLayers(QPainter& painter, const QRect& source, const QRectF& tar
                      {source.left(), source.top(), source.width(), source.height()}, composite_);
     const std::vector<OnionFrame> frames = onion_.frames();
     const LayerPixels& shown =
-        frames.empty()
-            ? composite_
-            : onion_.blend(composite_.r, composite_.g, composite_.b, &composite_.a, frames, source);
+        frames.empty() ? composite_ : onion_.blendLayered(composite_, frames, source);
     LayersToImage(shown, source, picture_);
     painter.drawImage(target, picture_);
 }

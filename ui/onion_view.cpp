@@ -8,7 +8,6 @@
 #include "core/layer_edit.h"
 #include "core/workspace.h"
 #include "pixel/onion.h"
-#include "ui/plane_image.h"
 
 namespace wib {
 
@@ -16,14 +15,6 @@ namespace {
 
 OnionPlanes PlanesOf(const Plane& r, const Plane& g, const Plane& b, const Plane* a) {
     return {r.data(), g.data(), b.data(), a ? a->data() : nullptr, r.stride()};
-}
-
-void SetTint(OnionLayer& layer, const OnionState& state, OnionSide side) {
-    layer.tinted = side != OnionSide::Pinned;
-    const PackedColour tint = side == OnionSide::Before ? state.tintBefore : state.tintAfter;
-    layer.tint[0] = tint.r;
-    layer.tint[1] = tint.g;
-    layer.tint[2] = tint.b;
 }
 
 }  // namespace
@@ -68,38 +59,55 @@ void OnionView::keepOnly(const std::vector<OnionFrame>& frames) {
     });
 }
 
-const LayerPixels& OnionView::blend(const Plane& r, const Plane& g, const Plane& b, const Plane* a,
-                                    const std::vector<OnionFrame>& frames, const QRect& area) {
-    const bool flat = a == nullptr;
-    if (flat) {
-        composites_.clear();
-    } else {
-        keepOnly(frames);
+OnionLayer OnionView::layerOf(const OnionPlanes& planes, const OnionFrame& frame) const {
+    const OnionState& state = workspace_.view.onion;
+    OnionLayer layer;
+    layer.planes = planes;
+    layer.tinted = frame.side != OnionSide::Pinned;
+    const PackedColour tint = frame.side == OnionSide::Before ? state.tintBefore : state.tintAfter;
+    layer.tint[0] = tint.r;
+    layer.tint[1] = tint.g;
+    layer.tint[2] = tint.b;
+    layer.opacity = static_cast<std::uint8_t>(std::clamp(frame.opacity, 0, 255));
+    return layer;
+}
+
+const QImage& OnionView::blendFlat(const Plane& r, const Plane& g, const Plane& b,
+                                   const std::vector<OnionFrame>& frames, const QRect& area) {
+    composites_.clear();
+    const OnionState& state = workspace_.view.onion;
+    OnionPictureKey key{{}, state.tintBefore, state.tintAfter, store_->pixelsRevision()};
+    // Frames made for another size are on their way out; they are not shown.
+    if (store_->AnimR().frameBytes() == r.byteCount()) {
+        key.frames = frames;
     }
     std::vector<OnionLayer> layers;
-    // Frames made for another size are on their way out; they are not shown.
-    const bool framesFit = !flat || store_->AnimR().frameBytes() == r.byteCount();
-    for (const OnionFrame& frame : framesFit ? frames : std::vector<OnionFrame>{}) {
-        OnionLayer layer;
-        if (flat) {
-            // Every frame lies in the store laid out as the document's planes.
-            const auto at = [&frame](const FrameArray& array) { return array.frame(frame.frame); };
-            layer.planes = {at(store_->AnimR()), at(store_->AnimG()), at(store_->AnimB()), nullptr,
-                            r.stride()};
-        } else {
-            const LayerPixels* pixels = layeredFrame(frame.frame);
-            layer.planes = PlanesOf(pixels->r, pixels->g, pixels->b, &pixels->a);
-        }
-        SetTint(layer, workspace_.view.onion, frame.side);
-        layer.opacity = static_cast<std::uint8_t>(std::clamp(frame.opacity, 0, 255));
-        layers.push_back(layer);
+    for (const OnionFrame& frame : key.frames) {
+        // Every frame lies in the store laid out as the document's planes.
+        const auto at = [&frame](const FrameArray& array) { return array.frame(frame.frame); };
+        layers.push_back(layerOf(
+            {at(store_->AnimR()), at(store_->AnimG()), at(store_->AnimB()), nullptr, r.stride()},
+            frame));
     }
-    if (!out_.r.sameShape(r)) {
-        out_ = TransparentPixels(r.ubX(), r.ubY());
+    return flat_.update(PlanesOf(r, g, b, nullptr), r.ubX(), r.ubY(), layers, key, area,
+                        workspace_.threadCount);
+}
+
+const LayerPixels& OnionView::blendLayered(const LayerPixels& picture,
+                                           const std::vector<OnionFrame>& frames,
+                                           const QRect& area) {
+    keepOnly(frames);
+    std::vector<OnionLayer> layers;
+    for (const OnionFrame& frame : frames) {
+        const LayerPixels* pixels = layeredFrame(frame.frame);
+        layers.push_back(layerOf(PlanesOf(pixels->r, pixels->g, pixels->b, &pixels->a), frame));
     }
-    BlendOnion(PlanesOf(r, g, b, a), layers,
-               {out_.r.data(), out_.g.data(), out_.b.data(), out_.a.data(), out_.r.stride()},
-               area.left(), area.top(), area.right(), area.bottom());
+    if (!out_.r.sameShape(picture.r)) {
+        out_ = TransparentPixels(picture.r.ubX(), picture.r.ubY());
+    }
+    BlendOnionCovered(PlanesOf(picture.r, picture.g, picture.b, &picture.a), layers,
+                      {out_.r.data(), out_.g.data(), out_.b.data(), out_.a.data(), out_.r.stride()},
+                      area.left(), area.top(), area.right(), area.bottom());
     return out_;
 }
 

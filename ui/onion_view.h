@@ -8,6 +8,7 @@
 
 #include "core/layer_stack.h"
 #include "core/onion_state.h"
+#include "ui/onion_picture.h"
 
 namespace wib {
 
@@ -16,9 +17,11 @@ class Workspace;
 
 // The canvas's onion skin and light table: the other frames the settings
 // name, tinted and faded, laid over the current picture as it is drawn. The
-// pixels of the document are only read. A layered frame's composite is kept
-// between redraws and made again only when one of its cells or a layer's
-// look changed; a flat frame is read from the frame store as it stands.
+// pixels of the document are only read. A flat picture's onion picture is
+// kept between redraws, and only what the user painted since is laid over
+// again, until the frames shown, their tints or the stored frames change. A
+// layered frame's composite is kept between redraws and made again only when
+// one of its cells or a layer's look changed.
 class OnionView {
   public:
     explicit OnionView(const Workspace& workspace) : workspace_(workspace) {}
@@ -30,11 +33,15 @@ class OnionView {
     // the animation plays.
     std::vector<OnionFrame> frames() const;
 
-    // The picture `r`, `g`, `b` (with straight coverage `a`, or opaque when
-    // null) within `area`, with `frames` laid over it: planes of the
-    // picture's shape, valid within `area` until the next call.
-    const LayerPixels& blend(const Plane& r, const Plane& g, const Plane& b, const Plane* a,
-                             const std::vector<OnionFrame>& frames, const QRect& area);
+    // The flat picture `r`, `g`, `b` with `frames` laid over it, as the
+    // whole picture the canvas draws, valid within `area` until the next call.
+    const QImage& blendFlat(const Plane& r, const Plane& g, const Plane& b,
+                            const std::vector<OnionFrame>& frames, const QRect& area);
+    // The layers' composite `picture` (straight colour and coverage) within
+    // `area`, with `frames` laid over it: planes of the picture's shape,
+    // valid within `area` until the next call.
+    const LayerPixels& blendLayered(const LayerPixels& picture,
+                                    const std::vector<OnionFrame>& frames, const QRect& area);
 
   private:
     struct Composite {
@@ -48,11 +55,14 @@ class OnionView {
     const LayerPixels* layeredFrame(int frame);
     // Forgets the composites of frames not in `frames`.
     void keepOnly(const std::vector<OnionFrame>& frames);
+    // Frame `frame` shown with the look the settings give it.
+    OnionLayer layerOf(const OnionPlanes& planes, const OnionFrame& frame) const;
 
     const Workspace& workspace_;
     const FrameStore* store_ = nullptr;
     std::map<int, Composite> composites_;
     LayerPixels out_;
+    OnionPicture flat_;
 };
 
 }  // namespace wib

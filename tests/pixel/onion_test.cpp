@@ -14,27 +14,48 @@ namespace {
 
 constexpr int kWidth = 37;  // odd, so that vector loops leave a tail
 constexpr int kHeight = 5;
-constexpr std::size_t kSize = static_cast<std::size_t>(kWidth) * kHeight;
+// Wider than the pixels laid over at a time, so that their seams are crossed.
+constexpr int kWideWidth = 1301;
+constexpr int kWideHeight = 2;
 
 struct Picture {
+    int width;
+    int height;
     std::array<std::vector<std::uint8_t>, 4> planes;
-    explicit Picture(std::uint8_t fill = 0) {
+    explicit Picture(std::uint8_t fill = 0, int w = kWidth, int h = kHeight) : width(w), height(h) {
         for (auto& plane : planes) {
-            plane.assign(kSize, fill);
+            plane.assign(static_cast<std::size_t>(w) * h, fill);
         }
     }
+    std::size_t size() const { return planes[0].size(); }
     OnionPlanes view(bool covered) const {
         return {planes[0].data(), planes[1].data(), planes[2].data(),
-                covered ? planes[3].data() : nullptr, kWidth};
+                covered ? planes[3].data() : nullptr, static_cast<std::size_t>(width)};
     }
-    OnionTarget target(bool covered) {
-        return {planes[0].data(), planes[1].data(), planes[2].data(),
-                covered ? planes[3].data() : nullptr, kWidth};
+    OnionTarget target() {
+        return {planes[0].data(), planes[1].data(), planes[2].data(), planes[3].data(),
+                static_cast<std::size_t>(width)};
     }
 };
 
-Picture RandomPicture(std::mt19937& random) {
-    Picture picture;
+// The opaque kernel's output, one word a pixel.
+struct Words {
+    std::vector<std::uint32_t> pixels;
+    std::size_t stride;
+    Words(int width, int height, std::uint32_t fill)
+        : pixels(static_cast<std::size_t>(width) * height, fill),
+          stride(static_cast<std::size_t>(width)) {}
+    OnionWords target() { return {pixels.data(), stride}; }
+    // The word's channels: red, green, blue, alpha.
+    std::array<int, 4> at(std::size_t i) const {
+        const std::uint32_t w = pixels[i];
+        return {static_cast<int>((w >> 16) & 255), static_cast<int>((w >> 8) & 255),
+                static_cast<int>(w & 255), static_cast<int>(w >> 24)};
+    }
+};
+
+Picture RandomPicture(std::mt19937& random, int width, int height) {
+    Picture picture(0, width, height);
     std::uniform_int_distribution<int> byte(0, 255);
     for (auto& plane : picture.planes) {
         for (auto& value : plane) {
@@ -83,89 +104,126 @@ std::array<int, 4> Expected(const Picture& current, const std::vector<Picture>& 
             static_cast<int>(cover)};
 }
 
-void CheckAgainstExpected(bool covered, bool layersCovered, int tolerance) {
-    std::mt19937 random(covered ? 11 : 5);
-    const Picture current = RandomPicture(random);
+// Four random layers, some of whose pixels equal the current picture's, as
+// a still background's would.
+struct Scene {
+    Picture current;
     std::vector<Picture> layers;
     std::vector<OnionLayer> specs;
+};
+
+Scene RandomScene(bool layersCovered, int width, int height, unsigned seed) {
+    std::mt19937 random(seed);
+    Scene scene{RandomPicture(random, width, height), {}, {}};
     for (int l = 0; l < 4; ++l) {
-        layers.push_back(RandomPicture(random));
-        // Some layer pixels equal the current ones, as a still background would.
-        for (std::size_t i = 0; i < kSize; i += 3) {
+        scene.layers.push_back(RandomPicture(random, width, height));
+        for (std::size_t i = 0; i < scene.current.size(); i += 3) {
             for (int c = 0; c < 4; ++c) {
-                layers.back().planes[c][i] = current.planes[c][i];
+                scene.layers.back().planes[c][i] = scene.current.planes[c][i];
             }
         }
     }
     for (int l = 0; l < 4; ++l) {
         OnionLayer spec;
-        spec.planes = layers[l].view(layersCovered);
+        spec.planes = scene.layers[l].view(layersCovered);
         spec.tinted = l != 0;
         spec.tint[0] = static_cast<std::uint8_t>(60 * l);
         spec.tint[1] = 200;
         spec.tint[2] = static_cast<std::uint8_t>(255 - 50 * l);
         spec.opacity = static_cast<std::uint8_t>(40 + 70 * l);
-        specs.push_back(spec);
+        scene.specs.push_back(spec);
     }
+    return scene;
+}
+
+// Only columns 2..width-3 of rows 1..height-2 (or the one row of a picture
+// two rows high) are written.
+struct Inside {
+    int left, top, right, bottom;
+    explicit Inside(const Picture& p)
+        : left(2),
+          top(p.height > 2 ? 1 : 0),
+          right(p.width - 3),
+          bottom(p.height > 2 ? p.height - 2 : 0) {}
+    bool contains(int x, int y) const { return x >= left && x <= right && y >= top && y <= bottom; }
+};
+
+void CheckOpaque(bool layersCovered, int width, int height) {
+    const Scene scene = RandomScene(layersCovered, width, height, 5);
+    const Inside inside(scene.current);
+    Words out(width, height, 0x99999999u);
+    BlendOnionOpaque(scene.current.view(false), scene.specs, out.target(), inside.left, inside.top,
+                     inside.right, inside.bottom);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const std::size_t i = static_cast<std::size_t>(y) * width + x;
+            const std::array<int, 4> want =
+                inside.contains(x, y)
+                    ? Expected(scene.current, scene.layers, scene.specs, i, false, layersCovered)
+                    : std::array<int, 4>{0x99, 0x99, 0x99, 0x99};
+            ASSERT_EQ(out.at(i), want) << "x " << x << " y " << y;
+        }
+    }
+}
+
+void CheckCovered(bool layersCovered) {
+    const Scene scene = RandomScene(layersCovered, kWidth, kHeight, 11);
+    const Inside inside(scene.current);
     Picture out(99);
-    // Only the middle rows and columns are written.
-    BlendOnion(current.view(covered), specs, out.target(covered), 2, 1, kWidth - 3, kHeight - 2);
+    BlendOnionCovered(scene.current.view(true), scene.specs, out.target(), inside.left, inside.top,
+                      inside.right, inside.bottom);
     for (int y = 0; y < kHeight; ++y) {
         for (int x = 0; x < kWidth; ++x) {
             const std::size_t i = static_cast<std::size_t>(y) * kWidth + x;
-            const bool inside = x >= 2 && x <= kWidth - 3 && y >= 1 && y <= kHeight - 2;
+            const bool in = inside.contains(x, y);
             const std::array<int, 4> want =
-                inside ? Expected(current, layers, specs, i, covered, layersCovered)
-                       : std::array<int, 4>{99, 99, 99, 99};
-            for (int c = 0; c < (covered ? 4 : 3); ++c) {
-                ASSERT_NEAR(out.planes[c][i], want[c], inside ? tolerance : 0)
+                in ? Expected(scene.current, scene.layers, scene.specs, i, true, layersCovered)
+                   : std::array<int, 4>{99, 99, 99, 99};
+            for (int c = 0; c < 4; ++c) {
+                // Rounding a quotient at exactly one half may go either way.
+                ASSERT_NEAR(out.planes[c][i], want[c], in ? 1 : 0)
                     << "x " << x << " y " << y << " channel " << c;
-            }
-            if (!covered) {
-                ASSERT_EQ(out.planes[3][i], 99) << "coverage of an opaque picture is left alone";
             }
         }
     }
 }
 
+// One opaque pixel of `current` with `layer` over it.
+std::array<int, 4> OnePixel(const Picture& current, const OnionLayer& layer) {
+    Words out(kWidth, kHeight, 0);
+    BlendOnionOpaque(current.view(false), {layer}, out.target(), 0, 0, 0, 0);
+    return out.at(0);
+}
+
 TEST(OnionBlend, FixedPixels) {
-    Picture current(255);
-    Picture black(0);
+    const Picture white(255);
+    const Picture black(0);
     OnionLayer red;
     red.planes = black.view(false);
     red.tinted = true;
     red.tint[0] = 255;
     red.opacity = 128;
-    Picture out;
-    BlendOnion(current.view(false), {red}, out.target(false), 0, 0, 0, 0);
     // Tinted black is (128, 0, 0); 128/255 of it over white.
-    EXPECT_EQ(out.planes[0][0], 191);
-    EXPECT_EQ(out.planes[1][0], 127);
-    EXPECT_EQ(out.planes[2][0], 127);
+    EXPECT_EQ(OnePixel(white, red), (std::array<int, 4>{191, 127, 127, 255}));
 
     // White paper over a black drawing leaves the drawing black.
-    red.planes = current.view(false);
-    BlendOnion(black.view(false), {red}, out.target(false), 0, 0, 0, 0);
-    EXPECT_EQ(out.planes[0][0], 0);
-    EXPECT_EQ(out.planes[1][0], 0);
+    red.planes = white.view(false);
+    EXPECT_EQ(OnePixel(black, red), (std::array<int, 4>{0, 0, 0, 255}));
 
     // The same frame over itself changes nothing, whatever the opacity.
-    red.planes = current.view(false);
     red.opacity = 255;
-    BlendOnion(current.view(false), {red}, out.target(false), 0, 0, 0, 0);
-    EXPECT_EQ(out.planes[0][0], 255);
-    EXPECT_EQ(out.planes[1][0], 255);
+    EXPECT_EQ(OnePixel(white, red), (std::array<int, 4>{255, 255, 255, 255}));
 }
 
 TEST(OnionBlend, OpaquePictureMatchesFloatingPoint) {
-    CheckAgainstExpected(false, false, 0);
-    CheckAgainstExpected(false, true, 0);
+    CheckOpaque(false, kWidth, kHeight);
+    CheckOpaque(true, kWidth, kHeight);
+    CheckOpaque(false, kWideWidth, kWideHeight);
 }
 
 TEST(OnionBlend, CoveredPictureMatchesFloatingPoint) {
-    // Rounding a quotient at exactly one half may go either way.
-    CheckAgainstExpected(true, true, 1);
-    CheckAgainstExpected(true, false, 1);
+    CheckCovered(true);
+    CheckCovered(false);
 }
 
 }  // namespace

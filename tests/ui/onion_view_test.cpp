@@ -84,6 +84,31 @@ TEST_F(OnionCanvas, OffItShowsTheFrameAloneAndTheLightTableStillShows) {
     EXPECT_EQ(shown(10, 2), qRgb(255, 255, 255));
 }
 
+TEST_F(OnionCanvas, APaintedPixelAndARewrittenNeighbourShowAtTheNextRedraw) {
+    EXPECT_EQ(shown(2, 2), qRgb(185, 137, 137));
+    EXPECT_EQ(shown(10, 2), qRgb(137, 150, 185));
+
+    // Ink on frame 0's dot: that frame is alike there and no longer shows,
+    // while frame 2's white paper leaves the ink black.
+    SetPixel(host.workspace.document, 2, 2, kInk);
+    EXPECT_EQ(shown(2, 2), qRgb(0, 0, 0));
+
+    // Frame 2 rewritten white, as a plug-in may: its dot is gone.
+    const Plane white(host.workspace.document.RBuffer.ubX(), host.workspace.document.RBuffer.ubY(),
+                      255);
+    for (const FrameColour colour : {FrameColour::Red, FrameColour::Green, FrameColour::Blue}) {
+        store.setFramePlane(colour, white, 2);
+    }
+    EXPECT_EQ(shown(10, 2), qRgb(255, 255, 255));
+    EXPECT_EQ(shown(2, 2), qRgb(0, 0, 0));
+
+    // Another tint for the frames before, and frame 0's dot uncovered again.
+    host.workspace.view.onion.tintBefore = {40, 230, 40};
+    // Black halfway to (40, 230, 40) is (20, 115, 20); 128/255 of it over white.
+    SetPixel(host.workspace.document, 2, 2, {255, 255, 255});
+    EXPECT_EQ(shown(2, 2), qRgb(137, 185, 137));
+}
+
 TEST_F(OnionCanvas, LayeredFramesShowTheirCompositeAndFollowAChangedCell) {
     ASSERT_TRUE(AddLayer(host.workspace));
     ASSERT_FALSE(IsFlatPicture(host.workspace));
