@@ -18,13 +18,23 @@ void CopyElements(const T* source, T* destination, std::size_t count) {
 }  // namespace
 
 template <typename T>
+std::unique_ptr<T[], PlaneRelease> BasicPlane<T>::Allocate(std::size_t count) {
+    const std::size_t mapped = kMapLargePlanes ? PlaneMappingSize(count * sizeof(T)) : 0;
+    if (mapped == 0) {
+        return std::unique_ptr<T[], PlaneRelease>(new T[count]);
+    }
+    return std::unique_ptr<T[], PlaneRelease>(static_cast<T*>(MapPlaneMemory(mapped)),
+                                              PlaneRelease{mapped});
+}
+
+template <typename T>
 BasicPlane<T>::BasicPlane(int ubX, int ubY, T fill)
     : ubX_(std::max(ubX, -1)), ubY_(std::max(ubY, -1)) {
     if (ubX_ < 0 || ubY_ < 0) {
         ubX_ = ubY_ = -1;
         return;
     }
-    data_ = std::make_unique_for_overwrite<T[]>(count());
+    data_ = Allocate(count());
     this->fill(fill);
 }
 
@@ -36,7 +46,7 @@ BasicPlane<T> BasicPlane<T>::Uninitialized(int ubX, int ubY) {
     }
     plane.ubX_ = ubX;
     plane.ubY_ = ubY;
-    plane.data_ = std::make_unique_for_overwrite<T[]>(plane.count());
+    plane.data_ = Allocate(plane.count());
     return plane;
 }
 
@@ -48,14 +58,14 @@ BasicPlane<T> BasicPlane<T>::Adopt(int ubX, int ubY, std::unique_ptr<T[]> elemen
     }
     plane.ubX_ = ubX;
     plane.ubY_ = ubY;
-    plane.data_ = std::move(elements);
+    plane.data_ = std::unique_ptr<T[], PlaneRelease>(elements.release());
     return plane;
 }
 
 template <typename T>
 BasicPlane<T>::BasicPlane(const BasicPlane& other) : ubX_(other.ubX_), ubY_(other.ubY_) {
     if (other.data_) {
-        data_ = std::make_unique_for_overwrite<T[]>(count());
+        data_ = Allocate(count());
         CopyElements(other.data(), data(), count());
     }
 }

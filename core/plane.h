@@ -6,6 +6,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "core/plane_memory.h"
+
 namespace wib {
 
 // Raised when a caller indexes a plane outside its bounds; the automation
@@ -76,9 +78,12 @@ class BasicPlane {
         }
     }
 
+    // Memory for `count` elements, left for the caller to write.
+    static std::unique_ptr<T[], PlaneRelease> Allocate(std::size_t count);
+
     int ubX_ = -1;
     int ubY_ = -1;
-    std::unique_ptr<T[]> data_;
+    std::unique_ptr<T[], PlaneRelease> data_;
 };
 
 using Plane = BasicPlane<std::uint8_t>;

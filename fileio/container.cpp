@@ -8,6 +8,7 @@
 
 #include "core/byte_fields.h"
 #include "core/document_limits.h"
+#include "fileio/crc32.h"
 #include "fileio/file_messages.h"
 #include "fileio/layered_messages.h"
 #include "fileio/parallel_jobs.h"
@@ -16,13 +17,11 @@ namespace wib {
 
 namespace {
 
-// zlib's lengths are `uLong` and its CRC calls take `uInt` lengths, so large
-// runs are fed in parts of this size; it is also the share of one thread.
+// The share of one thread of a large run's checksum.
 constexpr std::size_t kChecksumChunk = std::size_t{1} << 24;
 
 std::uint32_t ChecksumOfChunk(std::span<const std::uint8_t> bytes) {
-    return static_cast<std::uint32_t>(
-        crc32(crc32(0L, Z_NULL, 0), bytes.data(), static_cast<uInt>(bytes.size())));
+    return Crc32(0, bytes);
 }
 
 std::uint32_t Combine(std::uint32_t first, std::uint32_t second, std::size_t secondSize) {

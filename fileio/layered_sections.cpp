@@ -7,6 +7,7 @@
 
 #include "core/byte_fields.h"
 #include "fileio/layered_messages.h"
+#include "fileio/parallel_jobs.h"
 #include "fileio/plane_blocks.h"
 
 namespace wib {
@@ -16,9 +17,9 @@ namespace {
 constexpr std::size_t kPlanesPerLayer = 4;
 // A layer entry's least size: an empty name's length, opacity, mode, flags.
 constexpr std::size_t kShortestLayerEntry = 4 + 3;
-// Planes compressed side by side, per processor, before their frames are
-// written: enough to keep every processor busy while planes differ in cost,
-// few enough to hold little memory.
+// Planes compressed ahead of the frame being written, per processor: enough
+// to keep every processor busy while planes differ in cost, few enough to
+// hold little memory.
 constexpr std::size_t kPlanesPerProcessor = 2;
 
 std::vector<const Plane*> PlanesInOrder(const LayeredPicture& picture) {
@@ -142,20 +143,26 @@ void AddPictureSections(ContainerWriter& container, const LayeredPicture& pictur
     PutU32(counts, static_cast<std::uint32_t>(picture.currentFrame));
     container.section(kFramesSection, counts);
 
+    // Workers compress planes a little ahead while this thread writes each
+    // frame as soon as its planes are done. Plane i is compressed only once
+    // plane i - ahead is finished, so every frame ending there or before is
+    // written; plane i - slots lies in such a frame, and its slot is free.
     const std::vector<const Plane*> planes = PlanesInOrder(picture);
     const std::size_t framePlanes = picture.layers.size() * kPlanesPerLayer;
-    const std::size_t batchPlanes =
+    const std::size_t ahead =
         kPlanesPerProcessor * std::max(1u, std::thread::hardware_concurrency());
-    const std::size_t batchFrames = std::max<std::size_t>(1, batchPlanes / framePlanes);
-    PlaneCompressor compressor(picture.width, picture.height);
-    for (std::size_t first = 0; first < picture.frames.size(); first += batchFrames) {
-        const std::size_t frames = std::min(batchFrames, picture.frames.size() - first);
-        const auto blocks = compressor.compress(
-            std::span(planes).subspan(first * framePlanes, frames * framePlanes));
-        for (std::size_t f = 0; f < frames; ++f) {
-            container.section(kFrameSection, blocks.subspan(f * framePlanes, framePlanes));
-        }
-    }
+    const std::size_t slots = ahead + framePlanes - 1;
+    PlaneCompressor compressor(picture.width, picture.height, slots);
+    std::vector<ContainerPiece> pieces(planes.size());
+    RunJobsInOrder(
+        planes.size(), ahead,
+        [&](std::size_t i) { pieces[i] = compressor.compress(*planes[i], i % slots); },
+        [&](std::size_t i) {
+            if ((i + 1) % framePlanes == 0) {
+                container.section(kFrameSection,
+                                  std::span(pieces).subspan(i + 1 - framePlanes, framePlanes));
+            }
+        });
 }
 
 ReadResult<LayeredPicture> ReadPictureSections(const Container& container) {

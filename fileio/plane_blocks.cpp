@@ -41,7 +41,8 @@ bool DecompressPlane(std::span<const std::uint8_t> block, Plane& plane, int widt
 
 }  // namespace
 
-ContainerPiece PlaneCompressor::compressInto(const Plane& plane, Slot& slot) const {
+ContainerPiece PlaneCompressor::compress(const Plane& plane, std::size_t slotIndex) {
+    Slot& slot = slots_[slotIndex];
     const std::size_t count = PixelCount(width_, height_);
     const auto width = static_cast<std::size_t>(width_);
     slot.pixels.resize(count);
@@ -59,16 +60,6 @@ ContainerPiece PlaneCompressor::compressInto(const Plane& plane, Slot& slot) con
     const auto bytes = std::span<const std::uint8_t>(slot.block)
                            .first(kLengthSize + static_cast<std::size_t>(size));
     return {bytes, ChecksumOf(bytes)};
-}
-
-std::span<const ContainerPiece> PlaneCompressor::compress(std::span<const Plane* const> planes) {
-    if (slots_.size() < planes.size()) {
-        slots_.resize(planes.size());
-    }
-    pieces_.resize(planes.size());
-    RunJobs(planes.size(),
-            [&](std::size_t i) { pieces_[i] = compressInto(*planes[i], slots_[i]); });
-    return pieces_;
 }
 
 bool SplitBlocks(std::span<const std::uint8_t> bytes, std::size_t count, int width, int height,

@@ -18,27 +18,27 @@ namespace wib {
 // most 255 with each further byte.
 inline constexpr std::uint64_t kMostPixelsPerBlockByte = 255;
 
-// Compresses planes of one size side by side on every processor, into
-// buffers kept from call to call, so that a long run of planes is compressed
-// without fresh memory for each.
+// Compresses planes of one size, from several threads at once, each plane
+// into a slot of its own, whose buffers are kept from plane to plane so that
+// a long run of planes is compressed without fresh memory for each.
 class PlaneCompressor {
   public:
-    PlaneCompressor(int width, int height) : width_(width), height_(height) {}
-    // The blocks of `planes` (each with upper bounds (width, height)), in
-    // order; they stay valid until the next call.
-    std::span<const ContainerPiece> compress(std::span<const Plane* const> planes);
+    PlaneCompressor(int width, int height, std::size_t slots)
+        : width_(width), height_(height), slots_(slots) {}
+    // The block of `plane` (with upper bounds (width, height)), made in slot
+    // `slot` (below the count given); it stays valid until the slot is used
+    // again. Two threads never use one slot at once.
+    ContainerPiece compress(const Plane& plane, std::size_t slot);
 
   private:
     struct Slot {
         std::vector<std::uint8_t> pixels;
         std::vector<std::uint8_t> block;
     };
-    ContainerPiece compressInto(const Plane& plane, Slot& slot) const;
 
     int width_;
     int height_;
     std::vector<Slot> slots_;
-    std::vector<ContainerPiece> pieces_;
 };
 
 // Splits the start of `bytes` into `count` blocks; nothing unless every block
