@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/animation_panels.h"
 
+#include <QDockWidget>
+
 #include "anim/frame_store.h"
 #include "ui/brush_keys_panel.h"
 #include "ui/create_anim.h"
@@ -27,6 +29,12 @@ void AttachAnimationPanels(MDI_MainForm& mainForm, FrameStore& store,
     auto* keys = new BrushKeysPanel(store, commands, &mainForm);
     mainForm.addDockWidget(Qt::RightDockWidgetArea, keys);
     keys->show();
+    // A tab beside the brush's own panels, so that the right-hand side still
+    // fits a small screen; the brush panel stays in front.
+    if (auto* brush = mainForm.findChild<QDockWidget*>("BrushOptions")) {
+        mainForm.tabifyDockWidget(brush, keys);
+        brush->raise();
+    }
     // The layout of the last session again, now that it can place the panel.
     mainForm.restoreWindowPos();
     mainForm.setCommandDialog("anim.create", [&mainForm, &store](const CommandSpec&, auto& values) {

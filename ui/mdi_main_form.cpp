@@ -11,6 +11,7 @@
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QPixmap>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTimer>
@@ -87,6 +88,7 @@ MDI_MainForm::MDI_MainForm(Workspace& workspace, CommandRegistry& commands, Prog
     // The panels on the right, several sharing the side, run the full
     // height; the bottom ones take the width beside them.
     setCorner(Qt::BottomRightCorner, Qt::RightDockWidgetArea);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
     log_ = new ErrorConsoleForm(this);
     addDockWidget(Qt::BottomDockWidgetArea, log_);
 
@@ -455,6 +457,14 @@ void MDI_MainForm::restoreWindowPos() {
     const auto state = workspace_.host.preferences.value("Windows", "MDI_MainForm_State");
     if (geometry) {
         restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(*geometry)));
+    } else if (const QScreen* shown = screen()) {
+        // The first start: most of the screen, never more than it, whatever
+        // the panels would ask for.
+        const QRect available = shown->availableGeometry();
+        const QSize size = (available.size() * 9 / 10).expandedTo(minimumSizeHint());
+        resize(size.boundedTo(available.size()));
+        move(available.topLeft() + QPoint(std::max(0, available.width() - width()) / 2,
+                                          std::max(0, available.height() - height()) / 2));
     }
     if (state) {
         restoreState(QByteArray::fromBase64(QByteArray::fromStdString(*state)));

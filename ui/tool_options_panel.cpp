@@ -8,6 +8,7 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <algorithm>
@@ -81,7 +82,22 @@ ToolOptionsPanel::ToolOptionsPanel(PaintSession& session, QWidget* parent)
     addMode(byColour);
     addSpin(byColour, tr("Tolerance"), &ToolOptions::tolerance, 0, 255);
 
-    setWidget(pages_);
+    // Only the page shown asks for room, and it scrolls when the side is
+    // short: the tallest page does not set the height the whole side needs.
+    const auto fitToShown = [this](int shown) {
+        for (int i = 0; i < pages_->count(); ++i) {
+            const auto policy = i == shown ? QSizePolicy::Preferred : QSizePolicy::Ignored;
+            pages_->widget(i)->setSizePolicy(policy, policy);
+        }
+        pages_->adjustSize();
+    };
+    connect(pages_, &QStackedWidget::currentChanged, this, fitToShown);
+    fitToShown(pages_->currentIndex());
+    auto* scroll = new QScrollArea(this);
+    scroll->setWidget(pages_);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    setWidget(scroll);
     showModel();
 }
 
