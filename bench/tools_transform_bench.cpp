@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "bench/figures.h"
-#include "filters/parallel_rows.h"
+#include "filters/transform_edit.h"
 #include "pixel/affine.h"
 
 namespace {
@@ -90,9 +90,7 @@ void OursRotate(benchmark::State& state) {
         kWidth};
     const wib::AffineMatrix inverse = Inverse();
     for (auto _ : state) {
-        wib::ParallelRows(Threads(), kHeight, [&](int first, int end) {
-            wib::AffineResample(source, target, inverse, wib::Sampling::Bilinear, first, end);
-        });
+        wib::ResampleRows(Threads(), source, target, inverse, wib::Sampling::Bilinear, kHeight);
         benchmark::DoNotOptimize(picture.out[0].data());
     }
     state.SetItemsProcessed(state.iterations() * kWidth * kHeight);

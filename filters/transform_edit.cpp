@@ -163,15 +163,22 @@ void MoveMatte(Plane& matte, const AlphaBounds& box, const AlphaBounds& target,
                             moved.stride(),
                             tw};
     const AffineMatrix shifted = ShiftedTo(inverse, target);
-    ParallelRows(threads, th, [&](int first, int end) {
-        AffineResample(source, into, shifted, sampling, first, end);
-    });
+    ResampleRows(threads, source, into, shifted, sampling, th);
     for (int y = 0; y < th; ++y) {
         std::copy_n(moved.row(y), tw, matte.row(target.top + y) + target.left);
     }
 }
 
 }  // namespace
+
+void ResampleRows(int threads, const AffineSource& source, const AffineTarget& target,
+                  const AffineMatrix& inverse, Sampling sampling, int rows) {
+    constexpr int kBandsPerThread = 8;
+    ParallelRows(
+        threads, rows,
+        [&](int first, int end) { AffineResample(source, target, inverse, sampling, first, end); },
+        kBandsPerThread);
+}
 
 std::array<CornerPoint, 4> TransformedCorners(const TransformSpec& spec, const AlphaBounds& box) {
     const double cx = (box.left + box.right + 1) / 2.0;
@@ -237,9 +244,7 @@ bool TransformPixels(const TransformPlanes& p, const TransformSpec& spec, int th
         const AffineTarget into{
             {out[0].data(), out[1].data(), out[2].data()}, out[3].data(), out[0].stride(), tw};
         const AffineMatrix shifted = ShiftedTo(inverse, target);
-        ParallelRows(threads, th, [&](int first, int end) {
-            AffineResample(source, into, shifted, spec.sampling, first, end);
-        });
+        ResampleRows(threads, source, into, shifted, spec.sampling, th);
         for (int y = 0; y < th; ++y) {
             const int row = target.top + y;
             std::uint8_t* coverage =

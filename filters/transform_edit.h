@@ -12,6 +12,12 @@ namespace wib {
 
 class Workspace;
 
+// Resamples rows 0..rows-1 of the target in bands across `threads`. The
+// bands are small and taken in turn, since a row starts cheaply and a
+// processor shared with other work would otherwise hold up the whole turn.
+void ResampleRows(int threads, const AffineSource& source, const AffineTarget& target,
+                  const AffineMatrix& inverse, Sampling sampling, int rows);
+
 // One affine change of the selected pixels: scaled, flipped and turned about
 // the centre of the selection's box (positive angles turn clockwise on the
 // screen), then shifted by (dx, dy) image pixels.
