@@ -20,14 +20,7 @@ constexpr double kMaxFrames = 1000000;
 constexpr double kMaxFrameRate = 1000;
 
 ParamSpec RateParam(std::function<ParamValue(const Workspace&)> current) {
-    ParamSpec spec;
-    spec.name = "rate";
-    spec.caption = "Frame rate (fps)";
-    spec.type = ParamType::Number;
-    spec.minimum = 0.01;
-    spec.maximum = kMaxFrameRate;
-    spec.current = std::move(current);
-    return spec;
+    return NumberParam("rate", "Frame rate (fps)", 0.01, kMaxFrameRate, 0, std::move(current));
 }
 
 // The frame the menu's insert and delete act on: the one shown.
@@ -63,16 +56,12 @@ bool CreateFromPanel(FrameStore& store, const ParamValues& values) {
 }
 
 void RegisterCreate(CommandRegistry& registry, FrameStore& store) {
-    ParamSpec contents;
-    contents.name = "contents";
-    contents.caption = "Starting contents";
-    contents.type = ParamType::Choice;
-    contents.choices = {"Copy the image to every frame", "Image on the first frame only",
-                        "Clear to secondary color"};
-    ParamSpec colour;
-    colour.name = "colour";
-    colour.caption = "Secondary color";
-    colour.type = ParamType::Colour;
+    const ParamSpec contents =
+        ChoiceParam("contents", "Starting contents",
+                    {"Copy the image to every frame", "Image on the first frame only",
+                     "Clear to secondary color"},
+                    0);
+    ParamSpec colour = ColourParam("colour", "Secondary color", 0);
     colour.current = [](const Workspace& workspace) {
         return ParamValue{static_cast<long long>(workspace.colours.secondary.packed())};
     };

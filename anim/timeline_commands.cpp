@@ -49,10 +49,7 @@ CommandSpec Setting(const char* id, const char* caption, std::vector<ParamSpec> 
 }
 
 ParamSpec Toggle(const char* name, const char* caption, std::function<bool()> current) {
-    ParamSpec spec;
-    spec.name = name;
-    spec.caption = caption;
-    spec.type = ParamType::Boolean;
+    ParamSpec spec = BooleanParam(name, caption, false);
     spec.current = [current](const Workspace&) { return ParamValue{current() ? -1LL : 0LL}; };
     return spec;
 }

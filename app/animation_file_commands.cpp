@@ -92,15 +92,10 @@ void RegisterSequenceCommands(CommandRegistry& registry, FrameStore& store,
 }
 
 void RegisterVideoCommands(CommandRegistry& registry, FrameStore& store, ProcessRunner& processes) {
-    ParamSpec fps;
-    fps.name = "fps";
-    fps.caption = "Frame rate (fps)";
-    fps.type = ParamType::Number;
-    fps.minimum = 0.01;
-    fps.maximum = kMaxVideoRate;
-    fps.current = [&store](const Workspace&) {
-        return ParamValue{std::max(1.0, FrameRateFromText(store.rateField().text()))};
-    };
+    const ParamSpec fps =
+        NumberParam("fps", "Frame rate (fps)", 0.01, kMaxVideoRate, 0, [&store](const Workspace&) {
+            return ParamValue{std::max(1.0, FrameRateFromText(store.rateField().text()))};
+        });
     registry.add({"anim.export_video",
                   "Export &video...",
                   "Animation",

@@ -90,10 +90,7 @@ BrushKeyHook::BrushKeyHook(PaintSession& paint, FrameStore& frames)
       })) {}
 
 void RegisterBrushKeyCommands(CommandRegistry& registry, PaintSession& paint, FrameStore& frames) {
-    ParamSpec on;
-    on.name = "on";
-    on.caption = "Keyframe the brush";
-    on.type = ParamType::Boolean;
+    ParamSpec on = BooleanParam("on", "Keyframe the brush", false);
     on.current = [&frames](const Workspace&) {
         return ParamValue{frames.brushKeys().enabled() ? -1LL : 0LL};
     };
@@ -130,11 +127,7 @@ void RegisterBrushKeyCommands(CommandRegistry& registry, PaintSession& paint, Fr
                       frames.showChanges();
                       return true;
                   }});
-    ParamSpec kind;
-    kind.name = "kind";
-    kind.caption = "Curve";
-    kind.type = ParamType::Choice;
-    kind.choices = {"linear", "catmull-rom"};
+    const ParamSpec kind = ChoiceParam("kind", "Curve", {"linear", "catmull-rom"}, 0);
     registry.add({"brush.key_curve",
                   "Brush key &curve...",
                   "Brush",

@@ -73,16 +73,49 @@ ParamSpec FilePathParam(const char* name, const char* caption) {
     return spec;
 }
 
-ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
-                       long long fallback, std::function<ParamValue(const Workspace&)> current) {
+namespace {
+
+ParamSpec Param(const char* name, const char* caption, ParamType type, ParamValue fallback) {
     ParamSpec spec;
     spec.name = name;
     spec.caption = caption;
-    spec.type = ParamType::Integer;
+    spec.type = type;
+    spec.fallback = std::move(fallback);
+    return spec;
+}
+
+}  // namespace
+
+ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
+                       long long fallback, std::function<ParamValue(const Workspace&)> current) {
+    ParamSpec spec = Param(name, caption, ParamType::Integer, fallback);
     spec.minimum = minimum;
     spec.maximum = maximum;
-    spec.fallback = fallback;
     spec.current = std::move(current);
+    return spec;
+}
+
+ParamSpec NumberParam(const char* name, const char* caption, double minimum, double maximum,
+                      double fallback, std::function<ParamValue(const Workspace&)> current) {
+    ParamSpec spec = Param(name, caption, ParamType::Number, fallback);
+    spec.minimum = minimum;
+    spec.maximum = maximum;
+    spec.current = std::move(current);
+    return spec;
+}
+
+ParamSpec ColourParam(const char* name, const char* caption, std::uint32_t fallback) {
+    return Param(name, caption, ParamType::Colour, static_cast<long long>(fallback));
+}
+
+ParamSpec BooleanParam(const char* name, const char* caption, bool fallback) {
+    return Param(name, caption, ParamType::Boolean, fallback ? -1LL : 0LL);
+}
+
+ParamSpec ChoiceParam(const char* name, const char* caption,
+                      std::initializer_list<const char*> choices, int fallback) {
+    ParamSpec spec = Param(name, caption, ParamType::Choice, static_cast<long long>(fallback));
+    spec.choices.assign(choices.begin(), choices.end());
     return spec;
 }
 

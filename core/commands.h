@@ -2,7 +2,9 @@
 #pragma once
 
 #include <any>
+#include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <set>
@@ -152,6 +154,17 @@ class CommandRegistry {
 ParamSpec IntegerParam(const char* name, const char* caption, double minimum, double maximum,
                        long long fallback,
                        std::function<ParamValue(const Workspace&)> current = nullptr);
+
+// A number parameter in [minimum, maximum], starting as IntegerParam does.
+ParamSpec NumberParam(const char* name, const char* caption, double minimum, double maximum,
+                      double fallback,
+                      std::function<ParamValue(const Workspace&)> current = nullptr);
+// A colour packed R + 256 G + 65536 B.
+ParamSpec ColourParam(const char* name, const char* caption, std::uint32_t fallback);
+ParamSpec BooleanParam(const char* name, const char* caption, bool fallback);
+// One of `choices`, by position from 0.
+ParamSpec ChoiceParam(const char* name, const char* caption,
+                      std::initializer_list<const char*> choices, int fallback);
 
 // A text parameter, and a text parameter naming a file (its dialog offers a
 // file chooser).

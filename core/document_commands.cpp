@@ -47,18 +47,12 @@ void RegisterDocumentCommands(CommandRegistry& registry) {
                                 static_cast<int>(values.integer("height")));
          }});
 
-    ParamSpec anchor;
-    anchor.name = "anchor";
-    anchor.caption = "Anchor";
-    anchor.type = ParamType::Choice;
-    anchor.fallback = 4LL;
-    anchor.choices = {"Top left",     "Top centre",  "Top right",     "Middle left", "Centre",
-                      "Middle right", "Bottom left", "Bottom centre", "Bottom right"};
-    ParamSpec fill;
-    fill.name = "fill";
-    fill.caption = "Fill colour";
-    fill.type = ParamType::Colour;
-    fill.fallback = 0xFFFFFFLL;
+    const ParamSpec anchor =
+        ChoiceParam("anchor", "Anchor",
+                    {"Top left", "Top centre", "Top right", "Middle left", "Centre", "Middle right",
+                     "Bottom left", "Bottom centre", "Bottom right"},
+                    4);
+    const ParamSpec fill = ColourParam("fill", "Fill colour", 0xFFFFFF);
     registry.add(
         {"image.canvas_size",
          "&Canvas size...",

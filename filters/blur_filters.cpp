@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "filters/blur_filters.h"
 
+#include "core/commands.h"
 #include "filters/filter_bands.h"
-#include "filters/filter_params.h"
 #include "filters/filter_preview.h"
 #include "filters/window_filter.h"
 #include "pixel/box_blur.h"

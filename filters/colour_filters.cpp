@@ -6,8 +6,8 @@
 #include <functional>
 #include <utility>
 
+#include "core/commands.h"
 #include "filters/filter_bands.h"
-#include "filters/filter_params.h"
 #include "filters/filter_preview.h"
 #include "filters/lut_filter.h"
 #include "pixel/colour_adjust.h"

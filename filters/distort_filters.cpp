@@ -5,9 +5,9 @@
 #include <numbers>
 #include <utility>
 
+#include "core/commands.h"
 #include "core/workspace.h"
 #include "filters/filter_bands.h"
-#include "filters/filter_params.h"
 #include "filters/filter_preview.h"
 #include "pixel/distort.h"
 

@@ -6,7 +6,6 @@
 #include "core/commands.h"
 #include "core/workspace.h"
 #include "filters/fill_edit.h"
-#include "filters/filter_params.h"
 #include "filters/image_point_params.h"
 
 namespace wib {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "filters/image_point_params.h"
 
+#include "core/commands.h"
 #include "core/document_limits.h"
-#include "filters/filter_params.h"
 
 namespace wib {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "filters/noise_filters.h"
 
+#include "core/commands.h"
 #include "core/workspace.h"
 #include "filters/filter_bands.h"
-#include "filters/filter_params.h"
 #include "pixel/noise.h"
 
 namespace wib {

@@ -4,7 +4,6 @@
 #include "core/commands.h"
 #include "core/document_limits.h"
 #include "core/workspace.h"
-#include "filters/filter_params.h"
 #include "filters/image_point_params.h"
 #include "filters/selection_edit.h"
 

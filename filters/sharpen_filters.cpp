@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "filters/filter_params.h"
+#include "core/commands.h"
 #include "filters/filter_preview.h"
 #include "filters/window_filter.h"
 #include "pixel/convolve.h"

@@ -11,7 +11,6 @@
 #include "core/commands.h"
 #include "core/lay_colour.h"
 #include "core/workspace.h"
-#include "filters/filter_params.h"
 #include "filters/image_point_params.h"
 
 namespace wib {

@@ -3,7 +3,6 @@
 
 #include "core/commands.h"
 #include "core/workspace.h"
-#include "filters/filter_params.h"
 
 namespace wib {
 
